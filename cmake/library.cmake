@@ -1,0 +1,45 @@
+# nw_add_folder(<name> UNIT <unit> SOURCES <file>... USES <target>...)
+# One folder of the library: its files, what it may use, and the source unit's name that its
+# diagnostics carry. Needs nothing but libc.
+function(nw_add_folder name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "UNIT" "SOURCES;USES")
+    add_library(${name} OBJECT ${arg_SOURCES})
+    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+    target_link_libraries(${name} PUBLIC ${arg_USES} PRIVATE nw_options)
+    target_compile_definitions(${name} PRIVATE NW_UNIT_NAME="${arg_UNIT}")
+    target_compile_options(${name} PRIVATE
+        -fno-exceptions -fno-rtti -fno-threadsafe-statics -ffunction-sections -fdata-sections
+        -fno-asynchronous-unwind-tables -fno-unwind-tables)
+    set_property(GLOBAL APPEND PROPERTY NW_LIBRARY_FOLDERS ${name})
+endfunction()
+
+# nw_link_library(): the shared library network_mng and its static twin for tests of internal
+# functions, from all folders added before. Platform functions stay undefined.
+function(nw_link_library)
+    get_property(folders GLOBAL PROPERTY NW_LIBRARY_FOLDERS)
+    list(TRANSFORM folders REPLACE "(.+)" "$<TARGET_OBJECTS:\\1>" OUTPUT_VARIABLE objects)
+
+    # No C++ runtime: linked as C, without what C++ would add and without start files, since the
+    # library has neither constructors nor destructors.
+    set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")
+
+    add_library(network_mng SHARED ${objects})
+    add_library(network_mng_static STATIC ${objects})
+    foreach(target network_mng network_mng_static)
+        set_target_properties(${target} PROPERTIES
+            OUTPUT_NAME network_mng
+            LINKER_LANGUAGE C
+            LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}
+            ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
+        target_link_libraries(${target} PUBLIC nw_include PRIVATE nw_options)
+    endforeach()
+
+    set(version_script ${PROJECT_SOURCE_DIR}/network/libnetwork_mng.map)
+    set_target_properties(network_mng PROPERTIES
+        VERSION ${PROJECT_VERSION}
+        SOVERSION ${PROJECT_VERSION_MAJOR}
+        LINK_DEPENDS ${version_script})
+    target_link_options(network_mng PRIVATE -nostartfiles
+        -Wl,--version-script=${version_script} -Wl,--gc-sections -Wl,--as-needed
+        -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
+endfunction()

@@ -1,0 +1,15 @@
+# nw_options: warnings and sanitizers for every target of the project.
+add_library(nw_options INTERFACE)
+target_compile_options(nw_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wformat=2 -Wno-format-nonliteral
+    -Wcast-qual -Wundef -Wvla -Werror
+    $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual>
+    -fstack-protector-strong)
+if(NW_SANITIZE)
+    set(nw_sanitizers -fsanitize=address,undefined -fno-sanitize=vptr -fno-sanitize-recover=all
+        -fno-omit-frame-pointer)
+    target_compile_options(nw_options INTERFACE ${nw_sanitizers})
+    target_link_options(nw_options INTERFACE ${nw_sanitizers})
+elseif(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
+    target_compile_options(nw_options INTERFACE -D_FORTIFY_SOURCE=2)
+endif()
