@@ -9,10 +9,12 @@
 
 #include "network_mng/base.h"
 #include "network_mng/check.h"
+#include "network_mng/discovery.h"
 #include "network_mng/lan.h"
 #include "network_mng/operate_log.h"
 #include "network_mng/rpc.h"
 #include "network_mng/settings.h"
+#include "network_mng/socket.h"
 #include "network_mng/store.h"
 
 #endif

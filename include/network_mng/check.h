@@ -64,6 +64,15 @@ NW_ASSERT_SIZE(NW_WIFI_ADDR_S, 5);
 #define NW_SEGCHK_IPV6 0x2U
 #define NW_SEGCHK_SLAAC 0x4U
 
+/* Route selection of LIB_NW_CheckIPv4v6RouteSameSegment. */
+#define NW_ROUTESET_IPV4_ROUTE1 0x08U
+#define NW_ROUTESET_IPV4_ROUTE2 0x20U
+#define NW_ROUTESET_IPV6_ROUTE1 0x40U
+#define NW_ROUTESET_IPV6_ROUTE2 0x80U
+
+/* Text buffer of the resolvers. */
+#define NW_RESOLVED_TEXT_SIZE 46U
+
 NW_EXTERN_C_BEGIN
 
 /* 1 if the 4 (family 2) or 16 (family 10) bytes are all zero or the family is another; null: 0. */
@@ -102,6 +111,36 @@ NW_EXPORT NW_RESULT LIB_NW_CheckIPv4v6SameSegment(uint32_t uiStandby, uint32_t u
                                                   uint32_t uiCheckType,
                                                   const NW_WIFI_ADDR_S *pstWifiInfo,
                                                   const NW_LAN_CFG_DB_INFO_S *pstLanAddr);
+
+/* Looks for a static route of one port that points into another port's address or route, or into
+ * the wireless network. uiPortSet: ports whose IPv4 routes are checked (NW_PORTSET_ETH0, _ETH1);
+ * uiRouteSet: NW_ROUTESET_*. Answers 0 or the first conflict's code; reads only what it is given.
+ */
+NW_EXPORT NW_RESULT LIB_NW_CheckIPv4v6RouteSameSegment(uint32_t uiStandby, uint32_t uiPortSet,
+                                                       uint32_t uiRouteSet,
+                                                       const NW_WIFI_ADDR_S *pstWifiInfo,
+                                                       const NW_LAN_CFG_DB_INFO_S *pstLanAddr);
+
+/* 1 if the IPv6 route (16 bytes, prefix length) shares a segment with one of the port's addresses,
+ * or with one of its valid static routes. Null: 0. */
+NW_EXPORT uint32_t LIB_NW_CheckIpv6SingRoutewithIpSameSeg(const uint8_t *pucRouteAddr,
+                                                          uint32_t uiPrefix,
+                                                          const NW_LAN_CFG_PORT_S *pstLanEthDB);
+NW_EXPORT uint32_t LIB_NW_CheckIpv6SingRoutewithRouteSameSeg(const uint8_t *pucRouteAddr,
+                                                             uint32_t uiPrefix,
+                                                             const NW_LAN_CFG_PORT_S *pstLanEthDB);
+
+/* 1 if another host on the interface answers for the 4-byte address; 0 also when the probe could
+ * not be made. Runs the system's arping and blocks until it ends. */
+NW_EXPORT uint32_t NW_IPV4AddressConflict(const char *pcIfname, const uint8_t *pucAddr);
+
+/* Address text of a host name into a buffer of NW_RESOLVED_TEXT_SIZE bytes: the last one that the
+ * system's resolver lists. NW_ERR_GENERAL when it knows none; the reason goes to standard error. */
+NW_EXPORT NW_RESULT LIB_NW_ConverHostnameToIP(const char *pcHostname, char *pcIp);
+/* The same, but keeps to the current address pcCurIP while the name still resolves to it; the empty
+ * text and "0.0.0.0" stand for none. */
+NW_EXPORT NW_RESULT LIB_NW_ParseHostnameToIP(const char *pcHostname, const char *pcCurIP,
+                                             char *pcIp);
 
 NW_EXTERN_C_END
 

@@ -1,0 +1,45 @@
+/* Is an IPv4 address already in use on the network? */
+#include <stdio.h>
+
+#include "network_mng/check.h"
+#include "nw_frame.h"
+
+namespace {
+
+constexpr size_t NW_COMMAND_SIZE = 256;
+
+/* The name goes through a shell: a character that no interface name holds can only be an attack. */
+bool NW_IsInterfaceName(const char *pcIfname)
+{
+    constexpr const char *NW_NAME_CHARACTERS =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"
+        "0123456789._:@-";
+    return pcIfname[strspn(pcIfname, NW_NAME_CHARACTERS)] == '\0';
+}
+
+} // namespace
+
+uint32_t NW_IPV4AddressConflict(const char *pcIfname, const uint8_t *pucAddr)
+{
+    NW_CHECK_NULL(pcIfname, 0);
+    NW_CHECK_NULL(pucAddr, 0);
+
+    char szCommand[NW_COMMAND_SIZE]{};
+    BMC_Scnprintf(szCommand, sizeof(szCommand),
+                  "arping -c 1 -D -f -I %s %d.%d.%d.%d  | tail  -1 | awk '{print $2 }'", pcIfname,
+                  pucAddr[0], pucAddr[1], pucAddr[2], pucAddr[3]);
+    FILE *pstPipe = NW_IsInterfaceName(pcIfname) ? popen(szCommand, "re") : nullptr;
+    if (pstPipe == nullptr) {
+        NW_DIAG(NW_DIAG_CRITICAL, "Error while popen : %s.", szCommand);
+        return 0;
+    }
+
+    /* The tool's last line names the number of replies in its second word. */
+    char cVerdict = 0;
+    const size_t ulRead = fread(&cVerdict, 1, 1, pstPipe);
+    if (ulRead != 1) {
+        NW_DIAG(NW_DIAG_CRITICAL, "Error in fread : %s.", szCommand);
+    }
+    pclose(pstPipe);
+    return cVerdict == '1';
+}
