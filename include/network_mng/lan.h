@@ -28,6 +28,8 @@ typedef struct NW_PACKED {
     uint8_t ucState; /* NW_IPV6_ADDR_STATE_E */
     uint8_t aucZero[3];
 } NW_IPV6_ADDR_STATE_S;
+NW_ASSERT_AT(NW_IPV6_ADDR_STATE_S, ucState, 0);
+NW_ASSERT_AT(NW_IPV6_ADDR_STATE_S, aucZero, 1);
 NW_ASSERT_SIZE(NW_IPV6_ADDR_STATE_S, 4);
 
 /* Bits of ucSameSegment. */
@@ -256,7 +258,9 @@ typedef struct NW_PACKED {
     uint8_t ucReserved156;
     uint8_t ucVlanPriority;
 } NW_LAN_SET_PORT_S;
+NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucReserved0, 0);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucLanEnable, 1);
+NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucReserved2, 2);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucIpv4Type, 3);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucIpv4Enable, 4);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, aucIpv4Addr, 5);
@@ -274,6 +278,7 @@ NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucIpv6Enable, 45);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, aucIpv6Addr, 46);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, aucIpv6Gateway, 62);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucIpv6Prefix, 78);
+NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucReserved79, 79);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, astIpv6Route[0].aucAddr, 80);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, astIpv6Route[0].ucPrefix, 96);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, astIpv6Route[0].aucGateway, 97);
@@ -286,7 +291,9 @@ NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucArpControl, 148);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucArpInterval, 149);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucArpSuspend, 150);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucVlanEnable, 151);
+NW_ASSERT_AT(NW_LAN_SET_PORT_S, aucReserved152, 152);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, usVlanid, 154);
+NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucReserved156, 156);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucVlanPriority, 157);
 NW_ASSERT_SIZE(NW_LAN_SET_PORT_S, 158);
 
@@ -342,7 +349,9 @@ NW_EXPORT NW_RESULT LIB_NW_GetLanConfig(const char *pcEthName,
 NW_EXPORT NW_RESULT LIB_NW_GetAllLanConfig(NW_LAN_CFG_DB_INFO_S *pstLanCfgDbInfo);
 
 /* Sends the change to the network manager and answers its result. On success the three LAN slots of
- * pstOperLog receive their texts, on failure the main slot; all records are the caller's. */
+ * pstOperLog receive their texts, the two route slots with the other changed fields as well, and
+ * the rest of it stays as it is; on failure the main slot receives the text. All records are the
+ * caller's. */
 NW_EXPORT NW_RESULT LIB_NW_SetLanConfig(NW_LAN_BITMAP_S *pstLanBitmap,
                                         NW_LAN_SET_CFG_S *pstLanConfig, NW_OPER_LOG_S *pstOperLog);
 

@@ -125,7 +125,7 @@ typedef struct NW_PACKED {
     uint8_t ucIpv6Prefix; /* of the static address */
     uint8_t aucIpv6FurtherPrefix[NW_IPV6_FURTHER_COUNT];
     uint8_t aucReserved593[31];
-    uint8_t ucIpv6FurtherCount; /* trusted as stored, even above NW_IPV6_FURTHER_COUNT */
+    uint8_t ucIpv6FurtherCount; /* may exceed NW_IPV6_FURTHER_COUNT */
     uint8_t aucIpv6Gateway2[NW_IPV6_SIZE];
     NW_LAN_CFG_IPV6_ROUTE_S astIpv6Route[NW_ROUTE_COUNT];
     uint8_t aucReserved775[5];
