@@ -8,9 +8,12 @@
 #define NETWORK_MNG_H
 
 #include "network_mng/base.h"
+#include "network_mng/chassis.h"
 #include "network_mng/check.h"
 #include "network_mng/discovery.h"
+#include "network_mng/event.h"
 #include "network_mng/lan.h"
+#include "network_mng/message.h"
 #include "network_mng/operate_log.h"
 #include "network_mng/rpc.h"
 #include "network_mng/settings.h"

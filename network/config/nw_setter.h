@@ -10,8 +10,4 @@
 NW_RESULT NW_Set(const NW_SETTER_S &stSetter, const void *pPayload, uint32_t uiLength,
                  NW_OPER_LOG_S *pstOperLog);
 
-/* Line of the interface-state family; prints the result. */
-inline constexpr const char *NW_TEXT_IFC_STATE_NOT_SET =
-    "BMC_RPC_CallWithStruct Failed when setting interface state, iRet:%d.";
-
 #endif

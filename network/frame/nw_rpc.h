@@ -23,6 +23,10 @@ struct NW_SETTER_S {
     NW_ANSWERS_E eAnswers = NW_ANSWERS_E::CHANNEL_RESULT;
 };
 
+/* Line of the interface-state family; prints the result. */
+inline constexpr const char *NW_TEXT_IFC_STATE_NOT_SET =
+    "BMC_RPC_CallWithStruct Failed when setting interface state, iRet:%d.";
+
 /* Sends the payload (at most NW_RPC_PAYLOAD_SIZE bytes; what is longer has no place) under the
  * setter's command and logs the setter's text when the channel reports a failure. The response is
  * zeroed first. Answers the channel's result. */

@@ -11,14 +11,15 @@ NW_RESULT NW_OpenStore(const NW_ACCESSOR_S &stAccessor, void *pArgument, void **
 {
     void *pEnvironment = pArgument;
 
-    if (stAccessor.ePath == NW_DB_PATH_E::OPEN_THEN_CURRENT) {
+    if (stAccessor.ePath != NW_DB_PATH_E::CURRENT_ONLY) {
         pEnvironment = DB_Open();
         if (pEnvironment == nullptr) {
             return NW_FailDb(stAccessor.stNoEnvironment, 0);
         }
     }
 
-    *ppDb = DB_GetCurrentDb(pEnvironment);
+    *ppDb =
+        stAccessor.ePath == NW_DB_PATH_E::OPEN_ONLY ? pEnvironment : DB_GetCurrentDb(pEnvironment);
     if (*ppDb == nullptr) {
         return NW_FailDb(stAccessor.stNoDatabase, 0);
     }

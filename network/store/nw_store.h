@@ -9,10 +9,14 @@
 enum class NW_DB_PATH_E {
     OPEN_THEN_CURRENT, /* DB_Open, then DB_GetCurrentDb of the environment */
     CURRENT_ONLY,      /* DB_GetCurrentDb of the accessor's own argument */
+    OPEN_ONLY,         /* the environment itself stands for the database */
 };
 
 /* Stands for a code that is passed through as the database gave it. */
 constexpr NW_RESULT NW_DB_OWN_CODE = NW_OK;
+
+inline constexpr const char *NW_TEXT_NO_ENVIRONMENT = "Failed to open lmdb database.";
+inline constexpr const char *NW_TEXT_NO_DATABASE = "Failed to create LMDB environment.";
 
 /* One way to fail: the line logged, which may print the database's code, and the result. */
 struct NW_DB_FAILURE_S {

@@ -1,0 +1,16 @@
+/* How the library looks up a message queue. */
+#ifndef NW_QUEUE_H
+#define NW_QUEUE_H
+
+#include <sys/ipc.h>
+#include <sys/msg.h>
+
+#include "nw_frame.h"
+
+/* Id of the existing queue of the key; negative when there is none. Never creates one. */
+inline int NW_FindQueue(key_t iKey)
+{
+    return msgget(iKey, IPC_EXCL);
+}
+
+#endif
