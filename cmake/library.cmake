@@ -9,7 +9,7 @@ function(nw_add_folder name)
     add_library(${name} OBJECT ${arg_SOURCES})
     target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
     target_link_libraries(${name} PUBLIC ${arg_USES} PRIVATE nw_options)
-    target_compile_definitions(${name} PRIVATE NW_UNIT_NAME="${arg_UNIT}")
+    target_compile_definitions(${name} PRIVATE NW_UNIT=${arg_UNIT})
     # Texts of the diagnostics stand in constant tables as well as in literals. The flag must follow
     # nw_options' -Wall, so it comes by way of a target linked behind it.
     target_link_libraries(${name} PRIVATE nw_table_texts)

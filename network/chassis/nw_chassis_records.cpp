@@ -6,18 +6,18 @@ namespace {
 
 /* The two ways to the database: the first two records ask for the current one, the others take the
  * environment's handle. Their texts and codes differ. */
-constexpr NW_ACCESSOR_S Current(uint32_t uiKey, uint32_t uiSize, NW_DIAG_SHAPE_S stOpenShape,
+constexpr NW_ACCESSOR_S Current(uint32_t uiKey, uint32_t uiSize, NW_DIAG_SHAPE_E eOpenShape,
                                 const char *pcNoDatabase, const char *pcNotDone, NW_RESULT uiCode)
 {
     return {uiKey,
             uiSize,
             NW_DB_PATH_E::OPEN_THEN_CURRENT,
-            {stOpenShape, NW_TEXT_NO_ENVIRONMENT, NW_ERR_GENERAL},
+            {eOpenShape, NW_TEXT_NO_ENVIRONMENT, NW_ERR_GENERAL},
             {NW_DIAG_ERROR, pcNoDatabase, NW_ERR_DB_ENVIRONMENT},
             {NW_DIAG_ERROR, pcNotDone, uiCode}};
 }
 
-constexpr NW_ACCESSOR_S Direct(uint32_t uiKey, uint32_t uiSize, NW_DIAG_SHAPE_S stShape,
+constexpr NW_ACCESSOR_S Direct(uint32_t uiKey, uint32_t uiSize, NW_DIAG_SHAPE_E eShape,
                                const char *pcNotDone, NW_RESULT uiCode)
 {
     return {uiKey,
@@ -25,7 +25,7 @@ constexpr NW_ACCESSOR_S Direct(uint32_t uiKey, uint32_t uiSize, NW_DIAG_SHAPE_S 
             NW_DB_PATH_E::OPEN_ONLY,
             {NW_DIAG_ERROR, NW_TEXT_NO_ENVIRONMENT, NW_ERR_DB_ENVIRONMENT},
             {},
-            {stShape, pcNotDone, uiCode}};
+            {eShape, pcNotDone, uiCode}};
 }
 
 constexpr const char *NW_TEXT_NO_DATABASE_TO_READ = "Failed to create LMDB environment!\n";

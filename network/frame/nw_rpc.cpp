@@ -131,7 +131,7 @@ NW_RESULT NW_SendRequest(const NW_SETTER_S &stSetter, const void *pPayload, uint
     memcpy(pstResponse, auiResponse, sizeof(*pstResponse));
 
     if (uiResult != NW_OK) {
-        NW_DIAG(stSetter.stFailShape, stSetter.pcFailText, uiResult);
+        NW_DIAG(stSetter.eFailShape, stSetter.pcFailText, uiResult);
     }
     return uiResult;
 }

@@ -17,7 +17,7 @@ constexpr uint32_t NW_NO_OPERATE_LOG = 0;
 struct NW_SETTER_S {
     NW_RESULT (*pfnChannel)(void *pstReqData, uint32_t *pstResData, uint32_t uiTimeout);
     uint8_t ucCommand;
-    NW_DIAG_SHAPE_S stFailShape;
+    NW_DIAG_SHAPE_E eFailShape;
     const char *pcFailText; /* takes the result as its only argument, or none */
     uint32_t uiLogModule = NW_NO_OPERATE_LOG;
     NW_ANSWERS_E eAnswers = NW_ANSWERS_E::CHANNEL_RESULT;

@@ -3,14 +3,14 @@
 
 namespace {
 
-constexpr NW_DB_FAILURE_S NoEnvironment(NW_DIAG_SHAPE_S stShape, NW_RESULT uiCode)
+constexpr NW_DB_FAILURE_S NoEnvironment(NW_DIAG_SHAPE_E eShape, NW_RESULT uiCode)
 {
-    return {stShape, NW_TEXT_NO_ENVIRONMENT, uiCode};
+    return {eShape, NW_TEXT_NO_ENVIRONMENT, uiCode};
 }
 
-constexpr NW_DB_FAILURE_S NoDatabase(NW_DIAG_SHAPE_S stShape, NW_RESULT uiCode)
+constexpr NW_DB_FAILURE_S NoDatabase(NW_DIAG_SHAPE_E eShape, NW_RESULT uiCode)
 {
-    return {stShape, NW_TEXT_NO_DATABASE, uiCode};
+    return {eShape, NW_TEXT_NO_DATABASE, uiCode};
 }
 
 /* A reader whose lines are ordinary failures; the codes of the first two differ between readers. */

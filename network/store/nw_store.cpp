@@ -3,7 +3,7 @@
 
 static NW_RESULT NW_FailDb(const NW_DB_FAILURE_S &stFailure, int iRet)
 {
-    NW_DIAG(stFailure.stShape, stFailure.pcText, iRet);
+    NW_DIAG(stFailure.eShape, stFailure.pcText, iRet);
     return stFailure.uiCode == NW_DB_OWN_CODE ? static_cast<NW_RESULT>(iRet) : stFailure.uiCode;
 }
 

@@ -20,7 +20,7 @@ inline constexpr const char *NW_TEXT_NO_DATABASE = "Failed to create LMDB enviro
 
 /* One way to fail: the line logged, which may print the database's code, and the result. */
 struct NW_DB_FAILURE_S {
-    NW_DIAG_SHAPE_S stShape;
+    NW_DIAG_SHAPE_E eShape;
     const char *pcText;
     NW_RESULT uiCode;
 };
