@@ -5,7 +5,10 @@
 #include <cstring>
 #include <fstream>
 #include <random>
+#include <set>
 #include <thread>
+
+#include <lmdb.h>
 
 #include "manager_system.hpp"
 #include "store.hpp"
@@ -30,6 +33,63 @@ LanRequest ipv6Change(LanRequest request, const std::string &address)
     put(request.port(1).aucIpv6Addr, address);
     return request;
 }
+
+/* A small file system for the database, in the place of the state directory. */
+class SmallDisk {
+public:
+    SmallDisk()
+    {
+        shell("mkdir -p /run/small && mount -t tmpfs -o size=256k small /run/small");
+        setenv("BMC_STATE_DIR", "/run/small/bmc", 1);
+    }
+
+    ~SmallDisk()
+    {
+        setenv("BMC_STATE_DIR", "/run/bmc", 1);
+        shell("umount -l /run/small");
+    }
+
+    SmallDisk(const SmallDisk &) = delete;
+    SmallDisk &operator=(const SmallDisk &) = delete;
+
+    /* Leaves that many pages free. */
+    void fill(unsigned pages) const
+    {
+        shell("dd if=/dev/zero of=/run/small/filler bs=4096 count=$(("
+              "$(stat -f -c %a /run/small) - " +
+              std::to_string(pages) + ")) 2>/dev/null");
+    }
+
+    void empty() const
+    {
+        shell("rm /run/small/filler");
+    }
+};
+
+/* A reader that stays: while it does, the database takes new room for every write. */
+class LongReader {
+public:
+    LongReader()
+    {
+        const std::string path = std::string(std::getenv("BMC_STATE_DIR")) + "/config-db";
+        EXPECT_EQ(mdb_env_create(&environment_), 0);
+        EXPECT_EQ(mdb_env_open(environment_, path.c_str(), MDB_NOTLS | MDB_RDONLY, 0), 0);
+        EXPECT_EQ(mdb_txn_begin(environment_, nullptr, MDB_RDONLY, &transaction_), 0);
+    }
+
+    ~LongReader()
+    {
+        mdb_txn_abort(transaction_);
+        mdb_env_close(environment_);
+    }
+
+    LongReader(const LongReader &) = delete;
+    LongReader &operator=(const LongReader &) = delete;
+
+private:
+    MDB_env *environment_ = nullptr;
+    MDB_txn *transaction_ = nullptr;
+};
 
 class Recovery : public ManagerTest {
 protected:
@@ -208,6 +268,43 @@ TEST_F(Recovery, RecordsHoldTheKernelsFacts)
         const std::uint32_t index = state.auiIfIndex[port];
         EXPECT_EQ(std::to_string(index) + "\n", shell("cat /sys/class/net/" + name + "/ifindex"));
     }
+}
+
+/* With more room each time, another of the change's writes is the first to fail. */
+TEST_F(Recovery, DatabaseWithoutRoom)
+{
+    constexpr std::uint32_t databaseFailed = 0x1E000003;
+    stopManager();
+    std::set<std::uint32_t> results;
+    std::string lines;
+    for (unsigned pages = 0; pages < 24; pages++) {
+        SCOPED_TRACE(pages);
+        shell("ip address flush dev eth1");
+        const SmallDisk disk;
+        EXPECT_EQ(runManager({"--init", "/run/config.json"}).status, 0);
+        startManager();
+
+        const LongReader reader;
+        disk.fill(pages);
+        const auto response = call(ipv4Change(1, "192.168.20.9").bytes());
+        ASSERT_TRUE(response.has_value());
+        results.insert(response->uiResult);
+        const std::string held =
+            response->uiResult == NW_OK ? "192.168.20.9/24" : "192.168.20.2/24";
+        EXPECT_EQ(kernelAddresses("eth1").front(), held);
+
+        /* What was answered is what a restart finds. */
+        stopManager();
+        lines += manager_->errorText();
+        disk.empty();
+        shell("ip address flush dev eth1");
+        startManager();
+        EXPECT_EQ(kernelAddresses("eth1").front(), held);
+        EXPECT_EQ(kernelAddresses("eth1").size(), 2U);
+        stopManager();
+    }
+    EXPECT_EQ(results, (std::set{std::uint32_t{NW_OK}, databaseFailed}));
+    EXPECT_NE(lines.find("write LAN configuration record"), std::string::npos) << lines;
 }
 
 /* The kernel may hold the old or the new configuration, or parts of both, when the manager dies. */
