@@ -152,24 +152,30 @@ void Manager::start()
 bool Manager::bringInLine(const NW_IFC_STATE_DB_INFO_S &state, const NW_LAN_CFG_DB_INFO_S &lan,
                           unsigned port, const std::vector<Address> &managed) const
 {
-    const auto interface = kernel_.find(nameOf(state, port));
+    const std::string name = nameOf(state, port);
+    const auto interface = kernel_.find(name);
+    if (!interface && isServed(state, port)) {
+        log(Level::error, "start: there is no interface " + name);
+    }
     if (!interface) {
-        if (isServed(state, port)) {
-            log(Level::error, "start: there is no interface " + nameOf(state, port));
-        }
         return !isServed(state, port);
     }
 
     bool isInLine = true;
-    for (const Change &change : planFor(*interface, wantedState(state, lan, port), managed)) {
-        const std::string what = nameOf(state, port) + ": " + textOf(change);
+    const auto attempt = [&](const std::string &what, const auto &step) {
         try {
-            kernel_.apply(*interface, change);
-            log(Level::information, "start: " + what);
+            step();
+            log(Level::information, "start: " + name + ": " + what);
         } catch (const KernelError &error) {
-            log(Level::error, "start: " + nameOf(state, port) + ": " + error.what());
+            log(Level::error, "start: " + name + ": " + error.what());
             isInLine = false;
         }
+    };
+    std::vector<Change> changes;
+    attempt("compare with the record",
+            [&] { changes = planFor(*interface, wantedState(state, lan, port), managed); });
+    for (const Change &change : changes) {
+        attempt(textOf(change), [&] { kernel_.apply(*interface, change); });
     }
     return isInLine;
 }

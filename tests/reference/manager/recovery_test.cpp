@@ -204,6 +204,24 @@ TEST_F(Recovery, ChangeSurvivesARestart)
               (std::vector<std::string>{"192.168.20.9/24", "2001:db8:20::9/64"}));
 }
 
+/* One refusal on start keeps neither the rest of the configuration nor the service away. */
+TEST_F(Recovery, StartWithoutWhatTheKernelRefuses)
+{
+    stopManager();
+    shell("ip link del eth0 && ip address flush dev eth1");
+    std::ofstream("/proc/sys/net/ipv6/conf/eth1/disable_ipv6") << 1;
+    startManager();
+    EXPECT_EQ(kernelAddresses("eth1"), std::vector<std::string>{"192.168.20.2/24"});
+    EXPECT_NE(manager_->errorText().find("there is no interface eth0"), std::string::npos);
+    EXPECT_NE(manager_->errorText().find("add address 2001:db8:20::2/64"), std::string::npos);
+
+    /* The next change of the port makes up for it. */
+    std::ofstream("/proc/sys/net/ipv6/conf/eth1/disable_ipv6") << 0;
+    expectAnswer(ipv4Change(1, "192.168.20.3"), NW_OK, 1);
+    EXPECT_EQ(kernelAddresses("eth1"),
+              (std::vector<std::string>{"192.168.20.3/24", "2001:db8:20::2/64"}));
+}
+
 TEST_F(Recovery, ReplacedConfigurationLeavesNoOldAddress)
 {
     LanRequest gateway;
