@@ -293,7 +293,8 @@ void ManagerTest::configure(const std::string &json)
 
 void ManagerTest::startManager()
 {
-    manager_.emplace(std::vector<std::string>{NWMANAGERD});
+    manager_.emplace(std::vector<std::string>{NWMANAGERD},
+                     std::vector<std::string>{"BMC_LOG_LEVEL=6", "BMC_LOG_TARGET=stderr"});
     /* A request that selects nothing changes nothing. */
     const bool isReady = waitUntil(
         [this] { return !manager_->isRunning() || call(LanRequest().bytes()).has_value(); });
