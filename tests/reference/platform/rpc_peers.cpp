@@ -25,6 +25,15 @@ void serve(std::uint32_t service, const Handler &handler, int ready)
     bus->enterEventLoop();
 }
 
+bool busAnswers()
+{
+    try {
+        return sdbus::createSystemBusConnection() != nullptr;
+    } catch (const sdbus::Error &) {
+        return false;
+    }
+}
+
 } // namespace
 
 PrivateBus::PrivateBus()
@@ -36,7 +45,7 @@ PrivateBus::PrivateBus()
         dup2(remarks, STDERR_FILENO);
         execlp("dbus-daemon", "dbus-daemon", option.c_str(), "--nofork", "--nosyslog", nullptr);
     });
-    eventually([this] { return std::filesystem::exists(m_directory.path() / "socket"); });
+    eventually(busAnswers);
 }
 
 PrivateBus::~PrivateBus() = default;

@@ -1,5 +1,5 @@
 /* RPC calls over D-Bus. */
-#include <array>
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstring>
@@ -47,8 +47,8 @@ void echo(sdbus::MethodCall &call)
     call >> number >> request;
     response.uiResult = number;
     response.uiDetail = static_cast<std::uint32_t>(request.size());
-    std::memcpy(response.aucResData, request.data(),
-                std::min(request.size(), sizeof(response.aucResData)));
+    std::copy_n(request.begin(), std::min(request.size(), sizeof(response.aucResData)),
+                response.aucResData);
 
     Bytes bytes(sizeof(response));
     std::memcpy(bytes.data(), &response, sizeof(response));
@@ -114,8 +114,9 @@ void expectEcho(const Bytes &request, std::uint32_t timeout = patience)
     const NW_RPC_RESPONSE_S response = call.response();
     EXPECT_EQ(function, response.uiResult);
     EXPECT_EQ(request.size(), response.uiDetail);
-    EXPECT_EQ(0, std::memcmp(response.aucResData, request.data(),
-                             std::min(request.size(), sizeof(response.aucResData))));
+    const auto head =
+        static_cast<std::ptrdiff_t>(std::min(request.size(), sizeof(response.aucResData)));
+    EXPECT_TRUE(std::equal(request.begin(), request.begin() + head, response.aucResData));
 }
 
 /* A failed call answers by a code, a line and no message. Returns how long it took. */

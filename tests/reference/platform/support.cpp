@@ -81,7 +81,7 @@ Child::Child(const std::function<void()> &function) : m_pid(fork())
     if (m_pid == 0) {
         alarm(childLifetime);
         const int before = failuresSoFar();
-        function();
+        EXPECT_NO_THROW(function());
         std::fflush(nullptr);
         _exit(failuresSoFar() == before ? 0 : 1);
     }
