@@ -105,9 +105,21 @@ std::string ownerOf(const std::string &name, sdbus::IConnection &bus, const Dead
     return owner;
 }
 
+/* Type of the reply's next part; empty behind the last. */
+std::string nextType(const sdbus::MethodReply &reply)
+{
+    std::string type;
+    std::string contents;
+    reply.peekType(type, contents);
+    return type == std::string(1, '\0') ? std::string() : type + contents;
+}
+
 /* The bytes of a reply "ay"; one more than a full response is enough to know it is none. */
 Bytes readBytes(sdbus::MethodReply &reply)
 {
+    if (nextType(reply) != "ay") {
+        throw Failure(EPROTO, "the answer is not bytes");
+    }
     Bytes bytes;
     std::uint8_t byte = 0;
     reply.enterContainer("y");
@@ -120,10 +132,7 @@ Bytes readBytes(sdbus::MethodReply &reply)
 
     reply.clearFlags();
     reply.exitContainer();
-    std::string type;
-    std::string contents;
-    reply.peekType(type, contents);
-    if (!type.empty() && type[0] != '\0') {
+    if (!nextType(reply).empty()) {
         throw Failure(EPROTO, "the answer has more than one part");
     }
     return bytes;

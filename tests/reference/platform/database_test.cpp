@@ -154,7 +154,7 @@ TEST_P(RecordSize, ComesBackByteForByteAndOnlyWhole)
 
 INSTANTIATE_TEST_SUITE_P(Sizes, RecordSize, ::testing::Values(1, 21, 84, 260, 604, 2377, 100000));
 
-TEST_F(Database, MissingRecordIsAnErrorWithoutALineOnlyForDebuggers)
+TEST_F(Database, MissingRecordIsAnErrorTheLogShowsFromLevel6)
 {
     inChild([] {
         Bytes buffer(4, 0xAA);

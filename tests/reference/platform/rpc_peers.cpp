@@ -13,11 +13,11 @@ namespace bmc::test {
 
 namespace {
 
-void serve(std::uint32_t service, const Handler &handler, int ready)
+void serve(std::uint32_t service, const Handler &handler, const std::string &signature, int ready)
 {
     const auto bus = sdbus::createSystemBusConnection();
     const auto object = sdbus::createObject(*bus, rpc::objectPath);
-    object->registerMethod(rpc::interfaceName, rpc::callMethod, "uay", "ay",
+    object->registerMethod(rpc::interfaceName, rpc::callMethod, "uay", signature,
                            [&](sdbus::MethodCall call) { handler(call); });
     object->finishRegistration();
     bus->requestName(rpc::busName(service));
@@ -68,13 +68,13 @@ void PrivateBus::writeConfiguration() const
         << startedFile().string() << "\n";
 }
 
-Peer::Peer(std::uint32_t service, Handler handler)
+Peer::Peer(std::uint32_t service, Handler handler, std::string signature)
 {
     std::array<int, 2> ready{};
     EXPECT_EQ(0, pipe(ready.data()));
     m_process = std::make_unique<Child>([&] {
         close(ready[0]);
-        serve(service, handler, ready[1]);
+        serve(service, handler, signature, ready[1]);
     });
     close(ready[1]);
     char byte = 0;

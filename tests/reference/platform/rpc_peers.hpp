@@ -44,7 +44,7 @@ using Handler = std::function<void(sdbus::MethodCall &call)>;
  */
 class Peer {
 public:
-    Peer(std::uint32_t service, Handler handler);
+    Peer(std::uint32_t service, Handler handler, std::string signature = "ay");
 
     pid_t pid() const
     {

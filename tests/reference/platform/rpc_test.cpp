@@ -119,9 +119,14 @@ void expectEcho(const Bytes &request, std::uint32_t timeout = patience)
     EXPECT_TRUE(std::equal(request.begin(), request.begin() + head, response.aucResData));
 }
 
-/* A failed call answers by a code, a line and no message. Returns how long it took. */
-Clock::duration expectFailure(std::uint32_t timeout = patience,
-                              std::uint32_t calledService = service)
+/* How long a failed call took and what it told. */
+struct Failed {
+    Clock::duration duration;
+    std::string line;
+};
+
+/* A failed call answers by a code, a line and no message. */
+Failed expectFailure(std::uint32_t timeout = patience, std::uint32_t calledService = service)
 {
     Clock::duration duration{};
     const std::string line = stderrOf([&] {
@@ -131,7 +136,7 @@ Clock::duration expectFailure(std::uint32_t timeout = patience,
         duration = call.duration;
     });
     EXPECT_TRUE(line.starts_with("<4>libbmc_platform:")) << line;
-    return duration;
+    return {duration, line};
 }
 
 TEST_F(Rpc, CarriesFunctionAndRequestThereAndTheResponseBack)
@@ -157,16 +162,19 @@ TEST_F(Rpc, EmptyAnswerIsAMessageWithoutData)
 
 struct Rubbish {
     const char *name;
+    const char *signature; /* of the answer */
     Handler handler;
+    const char *reason; /* part of the line */
 };
 
 class RubbishAnswer : public Rpc, public ::testing::WithParamInterface<Rubbish> {};
 
 TEST_P(RubbishAnswer, IsATransportFailure)
 {
-    const Peer peer(service, GetParam().handler);
-    EXPECT_LT(expectFailure(), 4s);
-    EXPECT_LT(expectFailure(), 4s);
+    const Peer peer(service, GetParam().handler, GetParam().signature);
+    const Failed failed = expectFailure();
+    EXPECT_LT(failed.duration, 4s);
+    EXPECT_NE(failed.line.npos, failed.line.find(GetParam().reason)) << failed.line;
 }
 
 Handler answering(const auto &...parts)
@@ -174,25 +182,38 @@ Handler answering(const auto &...parts)
     return [=](sdbus::MethodCall &call) { reply(call, parts...); };
 }
 
+void answerVariant(sdbus::MethodCall &call)
+{
+    reply(call, sdbus::Variant(Bytes(responseSize)));
+}
+
+void refuse(sdbus::MethodCall &)
+{
+    throw sdbus::Error("io.networkmng.Error.Refused", "refused");
+}
+
+constexpr const char *wrongLength = "neither no bytes nor those of a full response";
+constexpr const char *wrongType = "not bytes";
+constexpr const char *moreParts = "more than one part";
+
 /* clang-format off */
 INSTANTIATE_TEST_SUITE_P(Rows, RubbishAnswer, ::testing::Values(
-    Rubbish{"OneByte",     answering(Bytes(1))},
-    Rubbish{"ByteMissing", answering(Bytes(responseSize - 1))},
-    Rubbish{"ByteTooMany", answering(Bytes(responseSize + 1))},
-    Rubbish{"Twice",       answering(Bytes(2 * responseSize))},
-    Rubbish{"Huge",        answering(Bytes(1U << 20))},
-    Rubbish{"Nothing",     answering()},
-    Rubbish{"Text",        answering(std::string("done"))},
-    Rubbish{"Number",      answering(std::uint32_t{0})},
-    Rubbish{"Words",       answering(std::vector<std::uint32_t>(66))},
-    Rubbish{"NoWords",     answering(std::vector<std::uint32_t>())},
-    Rubbish{"Variant",     [](sdbus::MethodCall &call) {
-        reply(call, sdbus::Variant(Bytes(responseSize))); }},
-    Rubbish{"FurtherPart", answering(Bytes(responseSize), std::uint32_t{0})},
-    Rubbish{"EmptyAndFurtherPart", answering(Bytes(), Bytes(responseSize))},
-    Rubbish{"Error", [](sdbus::MethodCall &) {
-        throw sdbus::Error("io.networkmng.Error.Refused", "refused"); }},
-    Rubbish{"Death", die}),
+    Rubbish{"OneByte",     "ay", answering(Bytes(1)), wrongLength},
+    Rubbish{"ByteMissing", "ay", answering(Bytes(responseSize - 1)), wrongLength},
+    Rubbish{"ByteTooMany", "ay", answering(Bytes(responseSize + 1)), wrongLength},
+    Rubbish{"Twice",       "ay", answering(Bytes(2 * responseSize)), wrongLength},
+    Rubbish{"Huge",        "ay", answering(Bytes(1U << 20)), wrongLength},
+    Rubbish{"Nothing",     "",   answering(), wrongType},
+    Rubbish{"Text",        "s",  answering(std::string("done")), wrongType},
+    Rubbish{"Byte",        "y",  answering(std::uint8_t{0}), wrongType},
+    Rubbish{"Number",      "u",  answering(std::uint32_t{0}), wrongType},
+    Rubbish{"Words",       "au", answering(std::vector<std::uint32_t>(66)), wrongType},
+    Rubbish{"NoWords",     "au", answering(std::vector<std::uint32_t>()), wrongType},
+    Rubbish{"Variant",     "v",  answerVariant, wrongType},
+    Rubbish{"FurtherPart", "ayu", answering(Bytes(responseSize), std::uint32_t{0}), moreParts},
+    Rubbish{"EmptyAndFurtherPart", "ayay", answering(Bytes(), Bytes(responseSize)), moreParts},
+    Rubbish{"Error",       "ay", refuse, "refused"},
+    Rubbish{"Death",       "ay", die, "disconnected"}),
     [](const auto &row) { return row.param.name; });
 /* clang-format on */
 
@@ -200,18 +221,18 @@ TEST_F(Rpc, PeerWithoutTheObjectIsAFailure)
 {
     const auto connection = sdbus::createSystemBusConnection("io.networkmng.Service24");
     connection->enterEventLoopAsync();
-    EXPECT_LT(expectFailure(), 4s);
+    EXPECT_LT(expectFailure().duration, 4s);
 }
 
 TEST_F(Rpc, MissingServiceFailsFast)
 {
-    EXPECT_LT(expectFailure(), 2s);
-    EXPECT_LT(expectFailure(patience, UINT32_MAX), 2s);
+    EXPECT_LT(expectFailure().duration, 2s);
+    EXPECT_LT(expectFailure(patience, UINT32_MAX).duration, 2s);
 }
 
 TEST_F(Rpc, MissingServiceIsNotStarted)
 {
-    EXPECT_LT(expectFailure(patience, PrivateBus::startableService), 2s);
+    EXPECT_LT(expectFailure(patience, PrivateBus::startableService).duration, 2s);
     std::this_thread::sleep_for(200ms);
     EXPECT_FALSE(std::filesystem::exists(bus.startedFile()));
 
@@ -227,7 +248,7 @@ TEST_F(Rpc, SilentPeerIsWaitedForAsLongAsTheTimeOutSays)
 {
     for (const auto timeout : {300ms, 50ms}) {
         const Peer peer(service, stayBusy);
-        const auto duration = expectFailure(static_cast<std::uint32_t>(timeout.count()));
+        const auto duration = expectFailure(static_cast<std::uint32_t>(timeout.count())).duration;
         EXPECT_GE(duration, timeout - 5ms);
         EXPECT_LT(duration, timeout + 1500ms);
     }
@@ -236,7 +257,7 @@ TEST_F(Rpc, SilentPeerIsWaitedForAsLongAsTheTimeOutSays)
 TEST_F(Rpc, TimeOutOfZeroDoesNotWait)
 {
     const Peer peer(service, stayBusy);
-    EXPECT_LT(expectFailure(0), 1s);
+    EXPECT_LT(expectFailure(0).duration, 1s);
 }
 
 TEST_F(Rpc, PeerThatDiesDuringTheCallIsNoticedAtOnce)
@@ -246,7 +267,7 @@ TEST_F(Rpc, PeerThatDiesDuringTheCallIsNoticedAtOnce)
         std::this_thread::sleep_for(100ms);
         kill(peer.pid(), SIGKILL);
     });
-    EXPECT_LT(expectFailure(), 3s);
+    EXPECT_LT(expectFailure().duration, 3s);
 }
 
 TEST_F(Rpc, BusThatDiesDuringTheCallIsNoticedAtOnce)
@@ -256,15 +277,15 @@ TEST_F(Rpc, BusThatDiesDuringTheCallIsNoticedAtOnce)
         std::this_thread::sleep_for(100ms);
         bus.signal(SIGKILL);
     });
-    EXPECT_LT(expectFailure(), 3s);
-    EXPECT_LT(expectFailure(), 1s);
+    EXPECT_LT(expectFailure().duration, 3s);
+    EXPECT_LT(expectFailure().duration, 1s);
 }
 
 TEST_F(Rpc, BusThatHangsIsWaitedForAsLongAsTheTimeOutSays)
 {
     const Peer peer(service, echo);
     bus.signal(SIGSTOP);
-    const auto duration = expectFailure(200);
+    const auto duration = expectFailure(200).duration;
     EXPECT_GE(duration, 195ms);
     EXPECT_LT(duration, 1500ms);
     bus.signal(SIGCONT);
@@ -277,7 +298,7 @@ TEST_F(Rpc, UnusableBusAddressFailsFast)
          {"unix:path=/nonexistent/socket", "unix:abstract=/nonexistent", "unix:path=/", "rubbish",
           "tcp:host=127.0.0.1,port=1", "unix:path=/nonexistent/one;unix:path=/nonexistent/two"}) {
         const Environment variable("DBUS_SYSTEM_BUS_ADDRESS", address);
-        EXPECT_LT(expectFailure(), 2s) << address;
+        EXPECT_LT(expectFailure().duration, 2s) << address;
     }
 }
 
@@ -308,7 +329,7 @@ auto entriesOf(const char *directory)
 TEST_F(Rpc, LeavesNeitherDescriptorsNorThreads)
 {
     const Peer good(service, echo);
-    const Peer bad(service + 1, answering(std::string("rubbish")));
+    const Peer bad(service + 1, answering(std::string("rubbish")), "s");
     const auto descriptors = entriesOf("/proc/self/fd");
     const auto threads = entriesOf("/proc/self/task");
 
