@@ -76,8 +76,7 @@ void awaitAnswer(const Descriptor &socket, const Deadline &deadline)
     pollfd waiting{socket.get(), POLLIN, 0};
     int ready = 0;
     while (ready == 0) {
-        const std::chrono::nanoseconds left = deadline.remaining();
-        const timespec timeout{left.count() / std::nano::den, left.count() % std::nano::den};
+        const timespec timeout = timespecOf(deadline.remaining());
         ready = ppoll(&waiting, 1, &timeout, nullptr);
         if (ready < 0 && errno == EINTR) {
             ready = 0;

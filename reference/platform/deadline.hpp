@@ -1,13 +1,18 @@
 /* The moment by which a call must be done. */
 #pragma once
 
-#include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <ctime>
 
 #include "failure.hpp"
 
 namespace bmc {
+
+inline timespec timespecOf(std::chrono::nanoseconds duration)
+{
+    return {duration.count() / std::nano::den, duration.count() % std::nano::den};
+}
 
 class Deadline {
 public:

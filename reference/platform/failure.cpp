@@ -16,8 +16,8 @@ void reportLine(Level level, std::uint32_t line, const char *text)
 
 } // namespace
 
-Failure::Failure(int code, const std::string &text, Level level, std::source_location where)
-    : std::runtime_error(text), m_code(code != 0 ? code : EIO), m_level(level), m_line(where.line())
+Failure::Failure(int code, const std::string &text, Level level, unsigned line)
+    : std::runtime_error(text), m_code(code != 0 ? code : EIO), m_level(level), m_line(line)
 {
 }
 
@@ -56,10 +56,10 @@ int reportCurrentException() noexcept
     }
 }
 
-void require(bool condition, const char *text, std::source_location where)
+void require(bool condition, const char *text, unsigned line)
 {
     if (!condition) {
-        throw Failure(EINVAL, text, Level::error, where);
+        throw Failure(EINVAL, text, Level::error, line);
     }
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <source_location>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -16,7 +15,7 @@ class Failure : public std::runtime_error {
 public:
     /* The code is the caller's answer and never 0. */
     Failure(int code, const std::string &text, Level level = Level::error,
-            std::source_location where = std::source_location::current());
+            unsigned line = __builtin_LINE());
 
     /* The same failure told in other words. */
     Failure(const Failure &failure, const std::string &text);
@@ -53,7 +52,6 @@ int guarded(Body &&body) noexcept
 }
 
 /* An argument that no caller may pass. */
-void require(bool condition, const char *text,
-             std::source_location where = std::source_location::current());
+void require(bool condition, const char *text, unsigned line = __builtin_LINE());
 
 } // namespace bmc

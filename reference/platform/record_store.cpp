@@ -43,12 +43,11 @@ private:
     std::array<std::uint8_t, 4> m_bytes;
 };
 
-void check(int code, const std::string &what,
-           std::source_location where = std::source_location::current())
+void check(int code, const std::string &what, unsigned line = __builtin_LINE())
 {
     if (code != 0) {
         throw Failure(code, what + ": " + mdb_strerror(code),
-                      code == MDB_NOTFOUND ? Level::information : Level::error, where);
+                      code == MDB_NOTFOUND ? Level::information : Level::error, line);
     }
 }
 

@@ -2,13 +2,16 @@
  *
  * Each call has a connection of its own, so that threads and forked children never share one and
  * nothing is left open behind it. */
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
+#include <poll.h>
 #include <sdbus-c++/sdbus-c++.h>
 
 #include "bmc_platform.h"
@@ -36,6 +39,58 @@ struct Answer {
 };
 static_assert(offsetof(Answer, message) == 0);
 
+/* Connects to the bus. A signal may interrupt that, and it is begun anew. */
+std::unique_ptr<sdbus::IConnection> connect(const Deadline &deadline)
+{
+    bmc::probeBus(deadline);
+    while (true) {
+        try {
+            return sdbus::createSystemBusConnection();
+        } catch (const sdbus::Error &error) {
+            if (error.getName() != "System.Error.EINTR") {
+                throw;
+            }
+            deadline.remaining();
+        }
+    }
+}
+
+/* Waits until the bus has something to be processed, or a signal arrives. */
+void waitFor(const sdbus::IConnection &bus, const Deadline &deadline)
+{
+    const auto wanted = bus.getEventLoopPollData();
+    const std::chrono::microseconds left = deadline.remaining();
+    pollfd waiting{wanted.fd, wanted.events, 0};
+    const timespec timeout =
+        bmc::timespecOf(std::min(left, wanted.getRelativeTimeout().value_or(left)));
+    ppoll(&waiting, 1, &timeout, nullptr);
+}
+
+/* Calls a method and processes the connection here until the answer has come, since a signal would
+ * end a blocking call and lose its answer. */
+sdbus::MethodReply callMethod(sdbus::IConnection &bus, sdbus::IProxy &proxy,
+                              const sdbus::MethodCall &call, const Deadline &deadline)
+{
+    std::optional<sdbus::MethodReply> reply;
+    std::optional<sdbus::Error> refusal;
+    proxy.callMethod(
+        call,
+        [&](sdbus::MethodReply &answer, const sdbus::Error *error) {
+            error != nullptr ? void(refusal.emplace(*error)) : void(reply.emplace(answer));
+        },
+        deadline.remaining());
+
+    while (!reply && !refusal) {
+        if (!bus.processPendingRequest()) {
+            waitFor(bus, deadline);
+        }
+    }
+    if (refusal) {
+        throw *refusal;
+    }
+    return *reply;
+}
+
 /* The connection that owns the name now. A call to it cannot start a service that is not there,
  * nor reach another that takes the name over. */
 std::string ownerOf(const std::string &name, sdbus::IConnection &bus, const Deadline &deadline)
@@ -44,15 +99,27 @@ std::string ownerOf(const std::string &name, sdbus::IConnection &bus, const Dead
     auto query = proxy->createMethodCall(busService, "GetNameOwner");
     query << name;
 
-    auto reply = proxy->callMethod(query, deadline.remaining());
+    auto reply = callMethod(bus, *proxy, query, deadline);
     std::string owner;
     reply >> owner;
     return owner;
 }
 
+/* Type of the reply's next part; empty behind the last. */
+std::string nextType(const sdbus::MethodReply &reply)
+{
+    std::string type;
+    std::string contents;
+    reply.peekType(type, contents);
+    return type == std::string(1, '\0') ? std::string() : type + contents;
+}
+
 /* The bytes of a reply "ay"; one more than a full response is enough to know it is none. */
 Bytes readBytes(sdbus::MethodReply &reply)
 {
+    if (nextType(reply) != "ay") {
+        throw Failure(EPROTO, "the answer is not bytes");
+    }
     Bytes bytes;
     std::uint8_t byte = 0;
     reply.enterContainer("y");
@@ -65,10 +132,7 @@ Bytes readBytes(sdbus::MethodReply &reply)
 
     reply.clearFlags();
     reply.exitContainer();
-    std::string type;
-    std::string contents;
-    reply.peekType(type, contents);
-    if (!type.empty() && type[0] != '\0') {
+    if (!nextType(reply).empty()) {
         throw Failure(EPROTO, "the answer has more than one part");
     }
     return bytes;
@@ -77,14 +141,13 @@ Bytes readBytes(sdbus::MethodReply &reply)
 Bytes exchange(const std::string &name, std::uint32_t function,
                std::span<const std::uint8_t> request, const Deadline &deadline)
 {
-    bmc::probeBus(deadline);
-    const auto bus = sdbus::createSystemBusConnection();
+    const auto bus = connect(deadline);
     const auto proxy =
         sdbus::createProxy(*bus, ownerOf(name, *bus, deadline), bmc::rpc::objectPath);
 
     auto call = proxy->createMethodCall(bmc::rpc::interfaceName, bmc::rpc::callMethod);
     call << function << Bytes(request.begin(), request.end());
-    auto reply = proxy->callMethod(call, deadline.remaining());
+    auto reply = callMethod(*bus, *proxy, call, deadline);
     return readBytes(reply);
 }
 
