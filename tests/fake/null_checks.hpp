@@ -1,7 +1,8 @@
 /* Table-driven tests of null checks: a row is one call with a null argument.
  *
- *     TEST_P(NullArgument, IsLoggedAndAnswered) { expectNullCheck(); }
- *     INSTANTIATE_TEST_SUITE_P(Rpc, NullArgument, testing::ValuesIn(rows), fake::RowName()); */
+ *     class RpcNull : public fake::NullArgument {};
+ *     TEST_P(RpcNull, IsLoggedAndAnswered) { expectNullCheck(); }
+ *     INSTANTIATE_TEST_SUITE_P(Rpc, RpcNull, testing::ValuesIn(rows), fake::RowName()); */
 #ifndef NULL_CHECKS_HPP
 #define NULL_CHECKS_HPP
 

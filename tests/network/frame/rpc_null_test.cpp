@@ -4,7 +4,6 @@
 
 namespace {
 
-using fake::NullArgument;
 using fake::NullRow;
 
 std::uint8_t request[3074];
@@ -35,11 +34,13 @@ const NullRow rows[] = {
 };
 /* clang-format on */
 
-TEST_P(NullArgument, IsLoggedAndAnsweredBeforeSending)
+class RpcNull : public fake::NullArgument {};
+
+TEST_P(RpcNull, IsLoggedAndAnsweredBeforeSending)
 {
     expectNullCheck();
 }
 
-INSTANTIATE_TEST_SUITE_P(Rpc, NullArgument, testing::ValuesIn(rows), fake::RowName());
+INSTANTIATE_TEST_SUITE_P(Rpc, RpcNull, testing::ValuesIn(rows), fake::RowName());
 
 } // namespace

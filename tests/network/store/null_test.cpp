@@ -4,7 +4,6 @@
 
 namespace {
 
-using fake::NullArgument;
 using fake::NullRow;
 
 /* clang-format off */
@@ -35,11 +34,13 @@ const NullRow rows[] = {
 };
 /* clang-format on */
 
-TEST_P(NullArgument, IsLoggedAndAnsweredBeforeTheDatabaseIsOpened)
+class AccessorNull : public fake::NullArgument {};
+
+TEST_P(AccessorNull, IsLoggedAndAnsweredBeforeTheDatabaseIsOpened)
 {
     expectNullCheck();
 }
 
-INSTANTIATE_TEST_SUITE_P(Store, NullArgument, testing::ValuesIn(rows), fake::RowName());
+INSTANTIATE_TEST_SUITE_P(Store, AccessorNull, testing::ValuesIn(rows), fake::RowName());
 
 } // namespace

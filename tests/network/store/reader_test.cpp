@@ -106,6 +106,11 @@ struct Buffer {
         return Bytes(bytes.begin() + static_cast<long>(lead), bytes.end());
     }
 
+    Bytes leadBytes() const
+    {
+        return Bytes(bytes.begin(), bytes.begin() + static_cast<long>(lead));
+    }
+
     std::size_t lead;
     Bytes bytes;
 };
@@ -179,9 +184,7 @@ TEST_P(ReaderTest, CopiesTheRecordAtAnyAlignment)
         EXPECT_EQ(reader.read(buffer.record()), 0U);
 
         EXPECT_EQ(buffer.contents(), counted(reader.size));
-        EXPECT_THAT(
-            Bytes(misalignment, poison),
-            Bytes(buffer.bytes.begin(), buffer.bytes.begin() + static_cast<long>(misalignment)));
+        EXPECT_THAT(buffer.leadBytes(), Each(poison));
         EXPECT_THAT(lines(), IsEmpty());
         expectDatabaseCalls({"DB_GetCurrentDb", "DB_Get"});
         expectCurrentDbHandle(buffer.record());
