@@ -1,6 +1,7 @@
 // The live address states, from scripted datagrams.
 #include <map>
 
+#include "captured_dump.hpp"
 #include "query_fixture.hpp"
 
 namespace {
@@ -360,6 +361,40 @@ TEST_F(LanQuerySocket, ServesTheInterfaceIndexOfItsPort)
         EXPECT_EQ(query::difference(query::getLanConfig("eth1", before()).view, expected.bytes()),
                   "");
     }
+}
+
+TEST_F(LanQuerySocket, UnderstandsWhatAKernelSent)
+{
+    support::putU32(board_.ifc, 12, 5);
+    support::put(board_.lan.bytes(), 4 + 791 + at::ipv6LinkLocal, support::ipv6("fe80::ff:fe00:1"));
+    board_.lan.port(1)
+        .ipv6Address("2001:db8:2::1", 64)
+        .ipv6Further(0, "2001:db8:2::f", 64)
+        .ipv6Further(1, "2001:db8:2::2", 64);
+    query::prepare(board_);
+    kernel::script().datagram.assign(std::begin(capturedDump), std::end(capturedDump));
+
+    query::View expected = query::expectedView(board_, 1, before());
+    const std::pair<std::size_t, std::uint8_t> states[] = {{0, 3}, {1, 3}, {2, 2}, {3, 1}};
+    for (const auto &[slot, state] : states) {
+        expected.state(slot, state);
+    }
+    EXPECT_EQ(query::difference(query::getLanConfig("eth1", before()).view, expected.bytes()), "");
+
+    const Lines attributes = {addressLine, typeLine(6), flagsLine};
+    const auto message = [&](int flagsByte, unsigned word, const std::string &text, int left,
+                             const Lines &more = {}) {
+        return Lines{headLine(5, flagsByte), infoLine} + attributes + more +
+               Lines{flagLine(word, text), leftLine(left)};
+    };
+    EXPECT_EQ(support::loggedLines(),
+              query::exchangeLines(Lines{headLine(1, 0x80, 128), headLine(4, 0x82), headLine(4)} +
+                                   message(0xC0, 0xC0, "2001:db8:2::2", 316) +
+                                   message(0xC8, 0xC8, "2001:db8:2::f", 244) +
+                                   message(0x82, 0x82, "2001:db8:2::1", 172) +
+                                   message(0x80, 0x80, "fe80::ff:fe00:1", 100, {typeLine(11)}) +
+                                   Lines{endOfDump}) +
+                  query::expectedEndLines(board_));
 }
 
 } // namespace
