@@ -173,6 +173,7 @@ int DB_Get(void *pDb, uint32_t uiKey, uint32_t uiSize, void *pBuffer)
     call.key = uiKey;
     call.size = uiSize;
     call.buffer = pBuffer;
+    call.data = copyOf(pBuffer, uiSize);
 
     if (const auto failed = state().failedGets.find(uiKey); failed != state().failedGets.end()) {
         fill(pBuffer, failed->second.scribble, uiSize);

@@ -59,7 +59,7 @@ struct Call {
     bool messagePresent = false;  /* MRPC_*: *ppstMessage was not null on entry */
     std::string text;             /* path, command, capability group, source file, log text */
     std::string item;             /* capability name */
-    Bytes data;                   /* MRPC_Call: request; DB_PutInternal, NW_WriteProc: data */
+    Bytes data;                   /* bytes passed; DB_Get: the buffer's before the read */
 };
 
 struct LogLine {
