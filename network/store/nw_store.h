@@ -1,0 +1,57 @@
+/* One reader and one writer behind all accessors; what differs is a row of data. */
+#ifndef NW_STORE_H
+#define NW_STORE_H
+
+#include "network_mng/store.h"
+#include "nw_frame.h"
+
+/* How an accessor comes by its database handle. */
+enum class NW_DB_PATH_E {
+    OPEN_THEN_CURRENT, /* DB_Open, then DB_GetCurrentDb of the environment */
+    CURRENT_ONLY,      /* DB_GetCurrentDb of the accessor's own argument */
+};
+
+/* Stands for a code that is passed through as the database gave it. */
+constexpr NW_RESULT NW_DB_OWN_CODE = NW_OK;
+
+/* One way to fail: the line logged, which may print the database's code, and the result. */
+struct NW_DB_FAILURE_S {
+    NW_DIAG_SHAPE_S stShape;
+    const char *pcText;
+    NW_RESULT uiCode;
+};
+
+struct NW_ACCESSOR_S {
+    uint32_t uiKey;
+    uint32_t uiSize;
+    NW_DB_PATH_E ePath;
+    NW_DB_FAILURE_S stNoEnvironment;
+    NW_DB_FAILURE_S stNoDatabase;
+    NW_DB_FAILURE_S stNotDone; /* the read or write itself */
+};
+
+/* Handle of the accessor's database in *ppDb. pArgument: the caller's argument of the accessor. */
+NW_RESULT NW_OpenStore(const NW_ACCESSOR_S &stAccessor, void *pArgument, void **ppDb);
+
+/* Reads the record from an open database straight into pBuffer, which a failure may change. */
+NW_RESULT NW_FetchRecord(const NW_ACCESSOR_S &stAccessor, void *pDb, void *pBuffer);
+
+/* Both steps. */
+NW_RESULT NW_ReadRecord(const NW_ACCESSOR_S &stAccessor, void *pArgument, void *pBuffer);
+NW_RESULT NW_WriteRecord(const NW_ACCESSOR_S &stAccessor, const void *pData);
+
+/* Reads into a zeroed local record and copies it to the caller on success only. */
+template <typename RECORD>
+NW_RESULT NW_ReadRecordCopied(const NW_ACCESSOR_S &stAccessor, RECORD *pstRecord)
+{
+    RECORD stLocal{};
+    const NW_RESULT uiResult = NW_ReadRecord(stAccessor, pstRecord, &stLocal);
+    if (uiResult != NW_OK) {
+        return uiResult;
+    }
+
+    memcpy(pstRecord, &stLocal, sizeof(stLocal));
+    return NW_OK;
+}
+
+#endif
