@@ -7,7 +7,6 @@ function(nw_add_folder name)
     target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
     target_link_libraries(${name} PUBLIC ${arg_USES} PRIVATE nw_options)
     target_compile_definitions(${name} PRIVATE NW_UNIT_NAME="${arg_UNIT}")
-    # Formats come from constant tables as well as from literals.
     target_compile_options(${name} PRIVATE
         -fno-exceptions -fno-rtti -fno-threadsafe-statics -ffunction-sections -fdata-sections
         -fno-asynchronous-unwind-tables -fno-unwind-tables)

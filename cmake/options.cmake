@@ -2,7 +2,7 @@
 add_library(nw_options INTERFACE)
 target_compile_options(nw_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
-    -Wformat=2 -Wno-format-nonliteral -Wno-format-security -Wcast-qual -Wundef -Wvla -Werror
+    -Wcast-qual -Wundef -Wvla -Werror
     $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual>
     -fstack-protector-strong)
 if(NW_SANITIZE)
