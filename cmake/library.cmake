@@ -9,7 +9,7 @@ function(nw_add_folder name)
     target_compile_definitions(${name} PRIVATE NW_UNIT_NAME="${arg_UNIT}")
     # Formats come from constant tables as well as from literals.
     target_compile_options(${name} PRIVATE
-        -Wno-format-security -fno-exceptions -fno-rtti -fno-threadsafe-statics -ffunction-sections -fdata-sections
+        -fno-exceptions -fno-rtti -fno-threadsafe-statics -ffunction-sections -fdata-sections
         -fno-asynchronous-unwind-tables -fno-unwind-tables)
     set_property(GLOBAL APPEND PROPERTY NW_LIBRARY_FOLDERS ${name})
 endfunction()

@@ -1,8 +1,8 @@
 # nw_options: warnings and sanitizers for every target of the project.
 add_library(nw_options INTERFACE)
 target_compile_options(nw_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wformat=2 -Wno-format-nonliteral
-    -Wcast-qual -Wundef -Wvla -Werror
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
+    -Wformat=2 -Wno-format-nonliteral -Wno-format-security -Wcast-qual -Wundef -Wvla -Werror
     $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual>
     -fstack-protector-strong)
 if(NW_SANITIZE)
