@@ -2,12 +2,14 @@
 #include "system.hpp"
 
 #include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
 
 namespace e2e {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 class Change : public System {};
 

@@ -2,6 +2,7 @@
 #include "system.hpp"
 
 #include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
 
 namespace e2e {
 
@@ -107,7 +108,7 @@ const Row rows[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Rows, RefusedCommand, ::testing::ValuesIn(rows),
-                         [](const auto &info) { return info.param.name; });
+                         [](const auto &test) { return test.param.name; });
 
 TEST_F(CommandLine, TellsThatTheManagerIsMissing)
 {

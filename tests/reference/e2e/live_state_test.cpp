@@ -10,16 +10,26 @@ protected:
     void SetUp() override
     {
         System::SetUp();
+        /* A manager notes the link-local address that it finds when it starts. */
+        ASSERT_TRUE(eventually([] { return !kernelLinkLocal().empty(); }));
         stopManager();
-        outputOf("ip address flush dev eth1");
-        outputOf("ip address flush dev peer1");
+        startManager();
+        stopManager();
+        outputOf("ip address flush dev eth1 scope global");
+        outputOf("ip address flush dev peer1 scope global");
         outputOf("ip link set eth1 up");
     }
 
     void TearDown() override
     {
-        outputOf("ip address flush dev peer1");
+        outputOf("ip address flush dev peer1 scope global");
         outputOf("ip link set peer1 up");
+    }
+
+    static std::string kernelLinkLocal()
+    {
+        return run("ip -6 address show dev eth1 scope link | grep -o 'fe80[^/]*' | tr -d '\\n'")
+            .output;
     }
 
     static unsigned state()
@@ -64,6 +74,17 @@ TEST_F(LiveState, SameAddressOnAnotherInterfaceDoesNotCount)
 {
     outputOf("ip -6 address add 2001:db8:20::2/64 dev peer1 nodad");
 
+    EXPECT_EQ(state(), NW_IPV6_ADDR_TENTATIVE);
+}
+
+TEST_F(LiveState, OfTheLinkLocalAddressHasItsOwnPlace)
+{
+    ASSERT_TRUE(eventually([] {
+        const NW_ETHER_INS_INFO_S info = queryPort("eth1");
+        return info.astIpv6AddrState[NW_IPV6_STATE_LINK_LOCAL].ucState == NW_IPV6_ADDR_VALID;
+    }));
+    const NW_ETHER_INS_INFO_S info = queryPort("eth1");
+    EXPECT_EQ(info.aszIpv6Addr[NW_IPV6_SLOT_LINK_LOCAL], kernelLinkLocal());
     EXPECT_EQ(state(), NW_IPV6_ADDR_TENTATIVE);
 }
 

@@ -73,6 +73,23 @@ const Row rows[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Rows, Refusal, ::testing::ValuesIn(rows),
-                         [](const auto &info) { return info.param.name; });
+                         [](const auto &test) { return test.param.name; });
+
+/* Another program's address is in the way of the last step; the kernel refuses it when the others
+ * are done. */
+TEST_F(System, RefusalOfTheKernelTakesBackWhatWasApplied)
+{
+    outputOf("ip -6 address add 2001:db8:20::7/64 dev eth1 nodad");
+    const Picture before = takePicture();
+    LanChange change = changeEth1();
+
+    const NW_RESULT result =
+        change.ipv4("192.168.20.7", "255.255.255.0").ipv6("2001:db8:20::7", 64).send();
+
+    EXPECT_EQ(result & 0xFFFFF000U, 0x1E000000U);
+    EXPECT_STREQ(change.log().szOperLog, "Failed to configure LAN settings for shared port.");
+    EXPECT_EQ(takePicture(), before);
+    EXPECT_FALSE(changeIsInProgress());
+}
 
 } // namespace e2e

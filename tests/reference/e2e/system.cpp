@@ -90,9 +90,9 @@ NW_ETHER_INS_INFO_S queryPort(const std::string &interface)
 
 void System::SetUp()
 {
-    outputOf(NW_BINARY_DIR "/nwmanagerd --init " NW_CONFIG_FILE);
+    outputOf(NW_BINARY_DIR "/nwmanagerd --init " NW_CONFIG_FILE " --force");
     for (const std::string interface : {"eth0", "eth1", "bond0"}) {
-        outputOf("ip address flush dev " + interface);
+        outputOf("ip address flush dev " + interface + " scope global");
     }
     startManager();
 }

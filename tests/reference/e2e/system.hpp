@@ -29,7 +29,8 @@ NW_ETHER_INS_INFO_S queryPort(const std::string &interface);
 
 class System : public ::testing::Test {
 protected:
-    /* Stores the initial configuration, removes all addresses and starts the manager. */
+    /* Stores the initial configuration, takes what an earlier test left from the interfaces and
+     * starts the manager. */
     void SetUp() override;
 
     void startManager();
