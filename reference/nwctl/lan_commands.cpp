@@ -11,6 +11,7 @@ namespace {
 
 struct ShowArguments {
     std::string port;
+    bool allPorts = true;
 };
 
 struct SetArguments {
@@ -26,7 +27,7 @@ void show(const ShowArguments &arguments, Session &session)
     const NW_IFC_STATE_DB_INFO_S interfaces = readInterfaces();
     const auto served = portsServed(interfaces);
     std::vector<unsigned> ports(served.begin(), served.end());
-    if (!arguments.port.empty()) {
+    if (!arguments.allPorts) {
         ports = {findPort(interfaces, arguments.port)};
     }
 
@@ -120,10 +121,14 @@ void set(const SetArguments &arguments, Session &session)
 void declareShow(CLI::App &app, Session &session)
 {
     const auto arguments = std::make_shared<ShowArguments>();
-    app.add_option("PORT", arguments->port,
-                   std::string(portDescription) + "; without it, all ports of the present mode")
-        ->type_name("");
-    app.callback([arguments, &session] { show(*arguments, session); });
+    const CLI::Option *port =
+        app.add_option("PORT", arguments->port,
+                       std::string(portDescription) + "; without it, all ports of the present mode")
+            ->type_name("");
+    app.callback([arguments, port, &session] {
+        arguments->allPorts = port->empty();
+        show(*arguments, session);
+    });
 }
 
 void declareSet(CLI::App &app, Session &session)

@@ -88,6 +88,14 @@ TEST_F(Show, RefusesAPortThatDoesNotExist)
                        "2\n");
 }
 
+TEST_F(Show, RefusesAnEmptyPort)
+{
+    const auto ran = samples::run({"lan", "show", ""});
+
+    EXPECT_EQ(ran.status, Exit::usage);
+    EXPECT_THAT(ran.err, HasSubstr("PORT '': no such port"));
+}
+
 TEST_F(Show, SaysWhichRecordCannotBeRead)
 {
     platform.failGet(NW_KEY_LAN_CFG, -5);
