@@ -29,7 +29,7 @@ void addCheckCommands(std::vector<Command> &commands)
     for (const CheckKind &kind : checkKinds()) {
         const auto declare = [&kind](CLI::App &app, Session &session) {
             const auto text = std::make_shared<std::string>();
-            app.add_option("TEXT", *text, kind.description)->required();
+            app.add_option("TEXT", *text, kind.description)->required()->type_name("");
             app.callback([&kind, text, &session] { check(kind, *text, session); });
         };
         commands.push_back({"check", kind.name,

@@ -6,8 +6,8 @@
 
 namespace nwctl {
 
-/* First conflict in the record as the change would leave it; NW_OK without one, and for a change
- * that no segment depends on. */
+/* First conflict in the record as the change would leave it. Only what the fields of the change
+ * call for is checked, as the network manager itself does; NW_OK without a conflict. */
 NW_RESULT checkSegments(const LanChange &change, const NW_IFC_STATE_DB_INFO_S &interfaces,
                         NW_LAN_CFG_DB_INFO_S record, const NW_WIFI_ADDR_S &wireless);
 

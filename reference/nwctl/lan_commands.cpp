@@ -1,4 +1,3 @@
-#include "addresses.hpp"
 #include "commands.hpp"
 #include "lan_check.hpp"
 #include "lan_options.hpp"
@@ -12,6 +11,7 @@ namespace {
 
 struct ShowArguments {
     std::string port;
+    bool allPorts = true;
 };
 
 struct SetArguments {
@@ -27,7 +27,7 @@ void show(const ShowArguments &arguments, Session &session)
     const NW_IFC_STATE_DB_INFO_S interfaces = readInterfaces();
     const auto served = portsServed(interfaces);
     std::vector<unsigned> ports(served.begin(), served.end());
-    if (!arguments.port.empty()) {
+    if (!arguments.allPorts) {
         ports = {findPort(interfaces, arguments.port)};
     }
 
@@ -61,7 +61,7 @@ std::vector<GivenOption> givenOptions(const SetArguments &arguments)
 Failure changeFailure(Exit status, NW_RESULT result, const std::string &reason,
                       const std::string &port, std::span<const GivenOption> given)
 {
-    const GivenOption *option = optionAbout(describeResult(result).subject, given);
+    const GivenOption *option = optionAbout(result, given);
     return option != nullptr ? Failure(status, option->name, option->value, reason, result)
                              : Failure(status, "PORT", port, reason, result);
 }
@@ -121,20 +121,26 @@ void set(const SetArguments &arguments, Session &session)
 void declareShow(CLI::App &app, Session &session)
 {
     const auto arguments = std::make_shared<ShowArguments>();
-    app.add_option("PORT", arguments->port,
-                   std::string(portDescription) + "; without it, all ports of the present mode");
-    app.callback([arguments, &session] { show(*arguments, session); });
+    const CLI::Option *port =
+        app.add_option("PORT", arguments->port,
+                       std::string(portDescription) + "; without it, all ports of the present mode")
+            ->type_name("");
+    app.callback([arguments, port, &session] {
+        arguments->allPorts = port->empty();
+        show(*arguments, session);
+    });
 }
 
 void declareSet(CLI::App &app, Session &session)
 {
     const auto arguments = std::make_shared<SetArguments>();
     arguments->values.resize(lanOptions().size());
-    app.add_option("PORT", arguments->port, portDescription)->required();
+    app.add_option("PORT", arguments->port, portDescription)->required()->type_name("");
 
     for (std::size_t row = 0; row < lanOptions().size(); ++row) {
         const LanOption &option = lanOptions()[row];
         app.add_option(option.name, arguments->values[row], option.description)
+            ->type_name(option.valueName)
             ->option_text(option.valueName)
             ->allow_extra_args(false);
     }

@@ -1,10 +1,10 @@
 #include "lan_options.hpp"
 
 #include <algorithm>
-#include <cstring>
 
 #include "addresses.hpp"
 #include "failure.hpp"
+#include "manager_results.hpp"
 
 namespace nwctl {
 
@@ -67,16 +67,20 @@ void store(const Address &address, std::uint8_t (&field)[std::tuple_size_v<Addre
     std::ranges::copy(address, field);
 }
 
-/* ADDR/LEN with a prefix length of 1 to max. */
+template <typename Address>
+using Parse = std::optional<Address> (*)(const std::string &);
+template <typename Address>
+using WhyNot = std::optional<std::string> (*)(const Address &);
+
 template <typename Address>
 struct Prefixed {
     Address address;
     unsigned prefix;
 };
 
+/* The host address and prefix length (1 to all bits) of ADDR/LEN. */
 template <typename Address>
-Prefixed<Address> parsePrefixed(const GivenOption &given,
-                                std::optional<Address> (*parse)(const std::string &))
+Prefixed<Address> prefixedHost(const GivenOption &given, Parse<Address> parse)
 {
     constexpr unsigned max = std::tuple_size_v<Address> * 8;
     const auto slash = given.value.find('/');
@@ -92,23 +96,31 @@ Prefixed<Address> parsePrefixed(const GivenOption &given,
     if (!prefix || *prefix == 0) {
         misused(given, "the prefix length is not a number from 1 to " + std::to_string(max));
     }
+    refuseFor(given, whyNotHost(*address));
     return {*address, *prefix};
 }
 
 /* ADDR, or "off" for the all-zero address. */
 template <typename Address>
-Address parseGateway(const GivenOption &given, std::optional<Address> (*parse)(const std::string &),
-                     std::optional<std::string> (*whyNot)(const Address &))
+void setGateway(const GivenOption &given, LanChange &change, std::uint32_t bit,
+                std::uint8_t (&field)[std::tuple_size_v<Address>], Parse<Address> parse,
+                WhyNot<Address> whyNot)
 {
-    if (given.value == "off") {
-        return Address{};
-    }
-    const auto address = parse(given.value);
+    const bool off = given.value == "off";
+    const auto address = off ? Address{} : parse(given.value);
     if (!address) {
         misused(given, "expected an address of the family or off");
     }
-    refuseFor(given, whyNot(*address));
-    return *address;
+    if (!off) {
+        refuseFor(given, whyNot(*address));
+    }
+    select(given, change, bit);
+    store(*address, field);
+}
+
+bool isSwitch(const GivenOption &given)
+{
+    return findWord(switchWords, given.value) != nullptr;
 }
 
 void setLan(const GivenOption &given, LanChange &change)
@@ -118,25 +130,24 @@ void setLan(const GivenOption &given, LanChange &change)
 
 void setIpv4(const GivenOption &given, LanChange &change)
 {
-    if (findWord(switchWords, given.value) != nullptr) {
-        setWord(given, change, NW_LAN_BIT_IPV4_ENABLE, change.fields.ucIpv4Enable, switchWords);
+    NW_LAN_SET_PORT_S &fields = change.fields;
+    if (isSwitch(given)) {
+        setWord(given, change, NW_LAN_BIT_IPV4_ENABLE, fields.ucIpv4Enable, switchWords);
         return;
     }
-    const auto [address, prefix] = parsePrefixed(given, parseIpv4);
+    const auto [address, prefix] = prefixedHost(given, parseIpv4);
     const Ipv4 mask = maskOfPrefix(prefix);
-    refuseFor(given, whyNotHost(address));
     refuseFor(given, whyNotMask(mask));
 
     select(given, change, NW_LAN_BIT_IPV4_ADDR | NW_LAN_BIT_IPV4_MASK);
-    store(address, change.fields.aucIpv4Addr);
-    store(mask, change.fields.aucIpv4Mask);
+    store(address, fields.aucIpv4Addr);
+    store(mask, fields.aucIpv4Mask);
 }
 
 void setIpv4Gateway(const GivenOption &given, LanChange &change)
 {
-    const Ipv4 gateway = parseGateway<Ipv4>(given, parseIpv4, whyNotHost);
-    select(given, change, NW_LAN_BIT_IPV4_GATEWAY);
-    store(gateway, change.fields.aucIpv4Gateway);
+    setGateway<Ipv4>(given, change, NW_LAN_BIT_IPV4_GATEWAY, change.fields.aucIpv4Gateway,
+                     parseIpv4, whyNotHost);
 }
 
 void setIpv4Origin(const GivenOption &given, LanChange &change)
@@ -146,23 +157,21 @@ void setIpv4Origin(const GivenOption &given, LanChange &change)
 
 void setIpv6(const GivenOption &given, LanChange &change)
 {
-    if (findWord(switchWords, given.value) != nullptr) {
-        setWord(given, change, NW_LAN_BIT_IPV6_ENABLE, change.fields.ucIpv6Enable, switchWords);
+    NW_LAN_SET_PORT_S &fields = change.fields;
+    if (isSwitch(given)) {
+        setWord(given, change, NW_LAN_BIT_IPV6_ENABLE, fields.ucIpv6Enable, switchWords);
         return;
     }
-    const auto [address, prefix] = parsePrefixed(given, parseIpv6);
-    refuseFor(given, whyNotHost(address));
-
+    const auto [address, prefix] = prefixedHost(given, parseIpv6);
     select(given, change, NW_LAN_BIT_IPV6_ADDR | NW_LAN_BIT_IPV6_PREFIX);
-    store(address, change.fields.aucIpv6Addr);
-    change.fields.ucIpv6Prefix = static_cast<std::uint8_t>(prefix);
+    store(address, fields.aucIpv6Addr);
+    fields.ucIpv6Prefix = static_cast<std::uint8_t>(prefix);
 }
 
 void setIpv6Gateway(const GivenOption &given, LanChange &change)
 {
-    const Ipv6 gateway = parseGateway<Ipv6>(given, parseIpv6, whyNotRouter);
-    select(given, change, NW_LAN_BIT_IPV6_GATEWAY);
-    store(gateway, change.fields.aucIpv6Gateway);
+    setGateway<Ipv6>(given, change, NW_LAN_BIT_IPV6_GATEWAY, change.fields.aucIpv6Gateway,
+                     parseIpv6, whyNotRouter);
 }
 
 void setIpv6Origin(const GivenOption &given, LanChange &change)
@@ -172,13 +181,16 @@ void setIpv6Origin(const GivenOption &given, LanChange &change)
 
 void setVlan(const GivenOption &given, LanChange &change)
 {
-    const bool off = given.value == "off";
-    const auto id = off ? 0U : parseNumber(given.value, vlanIdMax);
-    if (!id || (*id == 0 && !off)) {
+    if (given.value == "off") {
+        select(given, change, NW_LAN_BIT_VLAN_ENABLE);
+        return;
+    }
+    const auto id = parseNumber(given.value, vlanIdMax);
+    if (!id || *id == 0) {
         misused(given, "expected off or a number from 1 to " + std::to_string(vlanIdMax));
     }
     select(given, change, NW_LAN_BIT_VLAN_ENABLE | NW_LAN_BIT_VLAN_ID);
-    change.fields.ucVlanEnable = off ? 0 : 1;
+    change.fields.ucVlanEnable = 1;
     change.fields.usVlanid = static_cast<std::uint16_t>(*id);
 }
 
@@ -206,6 +218,36 @@ constexpr LanOption rows[] = {
 };
 /* clang-format on */
 
+/* What the network manager found wrong, and the option that would have said so. */
+struct Cause {
+    NW_RESULT result;
+    const char *option;
+};
+
+constexpr Cause cause(bmc::manager::Result result, const char *option)
+{
+    return {static_cast<NW_RESULT>(result), option};
+}
+
+using bmc::manager::Result;
+constexpr Cause causes[] = {
+    cause(Result::badIpv4Address, "--ipv4"),
+    cause(Result::badIpv4Mask, "--ipv4"),
+    cause(Result::badIpv4Gateway, "--ipv4-gateway"),
+    cause(Result::gatewayOutside, "--ipv4-gateway"),
+    cause(Result::badIpv6Address, "--ipv6"),
+    cause(Result::badIpv6Prefix, "--ipv6"),
+    cause(Result::badIpv6Gateway, "--ipv6-gateway"),
+    cause(Result::badVlanId, "--vlan"),
+    cause(Result::badVlanPriority, "--vlan-priority"),
+};
+
+const GivenOption *findGiven(std::span<const GivenOption> given, const char *name)
+{
+    const auto option = std::ranges::find(given, name, &GivenOption::name);
+    return option == given.end() ? nullptr : &*option;
+}
+
 } // namespace
 
 std::span<const LanOption> lanOptions()
@@ -229,15 +271,22 @@ LanChange buildLanChange(unsigned port, std::span<const GivenOption> given)
     return change;
 }
 
-const GivenOption *optionAbout(Subject subject, std::span<const GivenOption> given)
+const GivenOption *optionAbout(NW_RESULT result, std::span<const GivenOption> given)
 {
-    for (const LanOption &row : rows) {
-        if (subject == Subject::none || row.subject != subject) {
-            continue;
+    Subject subject = describeResult(result).subject;
+    const auto cause = std::ranges::find(causes, result, &Cause::result);
+    if (cause != std::end(causes)) {
+        if (const GivenOption *option = findGiven(given, cause->option)) {
+            return option;
         }
-        const auto option = std::ranges::find(given, row.name, &GivenOption::name);
-        if (option != given.end()) {
-            return &*option;
+        subject =
+            std::ranges::find(rows, std::string_view(cause->option), &LanOption::name)->subject;
+    }
+
+    for (const LanOption &row : rows) {
+        const GivenOption *option = findGiven(given, row.name);
+        if (subject != Subject::none && row.subject == subject && option != nullptr) {
+            return option;
         }
     }
     return nullptr;

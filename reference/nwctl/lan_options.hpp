@@ -30,7 +30,7 @@ std::span<const LanOption> lanOptions();
 /* The change that the options make. Throws Failure as above, usage when there is none. */
 LanChange buildLanChange(unsigned port, std::span<const GivenOption> given);
 
-/* The option that a result about the subject is most likely due to; null when none was given. */
-const GivenOption *optionAbout(Subject subject, std::span<const GivenOption> given);
+/* The option that the result is most likely due to; null when none of those given is. */
+const GivenOption *optionAbout(NW_RESULT result, std::span<const GivenOption> given);
 
 } // namespace nwctl

@@ -93,11 +93,11 @@ std::string conflictRows(const PortView &view)
 {
     std::string rows;
     if (view.ipv4Conflict) {
-        rows += row("Conflict", "IPv4 addresses of two ports, or of a port and the wireless "
-                                "interface, share a segment");
+        rows += row("Conflict",
+                    "IPv4: two ports, or a port and the wireless interface, share a segment");
     }
     if (view.ipv6Conflict) {
-        rows += row("Conflict", "IPv6 addresses of two ports share a segment");
+        rows += row("Conflict", "IPv6: two ports share a segment");
     }
     return rows.empty() ? row("Conflicts", "none") : rows;
 }

@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <optional>
 #include <span>
+
+#include "manager_results.hpp"
 
 namespace nwctl {
 
@@ -14,8 +17,15 @@ namespace {
         code, subject, #code, meaning                                                              \
     }
 
+struct Row {
+    NW_RESULT code;
+    Subject subject;
+    std::string_view name;
+    std::string_view meaning;
+};
+
 /* clang-format off */
-constexpr ResultInfo rows[] = {
+constexpr Row rows[] = {
     NAMED(NW_OK,                       Subject::none, "success"),
     NAMED(NW_ERR_GENERAL,              Subject::none, "general failure"),
     NAMED(NW_ERR_NULL_POINTER,         Subject::none, "null pointer argument"),
@@ -55,14 +65,14 @@ constexpr ResultInfo rows[] = {
 #undef NAMED
 
 /* Codes of the network manager's own: their IPMI completion code tells the kind of refusal. */
-constexpr ResultInfo refusals[] = {
+constexpr Row refusals[] = {
     {NW_IPMI_CC_INVALID_DATA, Subject::none, "NW_MANAGER_INVALID_DATA", "refused by the network manager: invalid data field"},
     {NW_IPMI_CC_OUT_OF_RANGE, Subject::none, "NW_MANAGER_OUT_OF_RANGE", "refused by the network manager: parameter out of range"},
     {NW_IPMI_CC_NOT_IN_STATE, Subject::none, "NW_MANAGER_NOT_IN_STATE", "refused by the network manager: not supported in the present state"},
 };
 
 /* Everything else, by the family in the code's upper half. */
-constexpr ResultInfo families[] = {
+constexpr Row families[] = {
     {0x1E000000, Subject::none, "NW_MANAGER_OTHER", "refused by the network manager for a reason without a name here"},
     {0x9E000000, Subject::none, "NW_MANAGER_OTHER", "refused by the network manager for a reason without a name here"},
     {0x81000000, Subject::none, "NW_ERR_OTHER",     "library failure without a name here"},
@@ -73,25 +83,39 @@ constexpr NW_RESULT familyBits = 0xFFFF0000;
 constexpr NW_RESULT networkFamily = 0x1E000000;
 constexpr NW_RESULT markBits = 0x00000E00;
 
-const ResultInfo *find(std::span<const ResultInfo> table, NW_RESULT code)
+const Row *find(std::span<const Row> table, NW_RESULT code)
 {
-    const auto row = std::ranges::find(table, code, &ResultInfo::code);
+    const auto row = std::ranges::find(table, code, &Row::code);
     return row == table.end() ? nullptr : &*row;
 }
 
-const ResultInfo *findNamed(NW_RESULT code)
+const Row *findNamed(NW_RESULT code)
 {
-    if (const ResultInfo *row = find(rows, code)) {
+    if (const Row *row = find(rows, code)) {
         return row;
     }
     if ((code & familyBits) != networkFamily) {
         return nullptr;
     }
-    const auto sameError = [code](const ResultInfo &row) {
+    const auto sameError = [code](const Row &row) {
         return (row.code & ~markBits) == (code & ~markBits);
     };
     const auto row = std::ranges::find_if(rows, sameError);
     return row == std::end(rows) ? nullptr : row;
+}
+
+/* The network manager's own words for what it answers. */
+std::optional<std::string> managersMeaning(NW_RESULT code)
+{
+    using bmc::manager::resultMeanings;
+    const auto sameCode = [code](const auto &row) {
+        return code != NW_OK && static_cast<NW_RESULT>(row.result) == code;
+    };
+    const auto row = std::ranges::find_if(resultMeanings, sameCode);
+    if (row == std::end(resultMeanings)) {
+        return std::nullopt;
+    }
+    return "refused by the network manager: " + std::string(row->meaning);
 }
 
 std::string hexText(const char *format, std::uint32_t number)
@@ -105,18 +129,19 @@ std::string hexText(const char *format, std::uint32_t number)
 
 ResultInfo describeResult(NW_RESULT code)
 {
-    const ResultInfo *row = findNamed(code);
+    const Row *row = findNamed(code);
     if (row == nullptr) {
         row = find(refusals, LIB_NW_ChangeInvErr2IpmiCC(code));
     }
     if (row == nullptr) {
         row = find(families, code & familyBits);
     }
-
-    ResultInfo info =
-        row != nullptr ? *row : ResultInfo{code, Subject::none, "UNKNOWN", "unknown result"};
-    info.code = code;
-    return info;
+    if (row == nullptr) {
+        return {code, Subject::none, "PLATFORM",
+                "a code of the platform's own, such as the configuration database's"};
+    }
+    return {code, row->subject, row->name,
+            managersMeaning(code).value_or(std::string(row->meaning))};
 }
 
 std::string codeText(NW_RESULT code)

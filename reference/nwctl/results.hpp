@@ -15,7 +15,7 @@ struct ResultInfo {
     NW_RESULT code;
     Subject subject;
     std::string_view name;
-    std::string_view meaning;
+    std::string meaning;
 };
 
 /* Row of the code; a code that differs from a row in the family's mark bits alone has that row's

@@ -47,8 +47,7 @@ std::string errorText(const Failure &failure)
     if (failure.result) {
         const ResultInfo info = describeResult(*failure.result);
         text += "nwctl: result " + codeText(info.code) + " (" + std::string(info.name) +
-                "): " + std::string(info.meaning) + "; IPMI completion code " +
-                completionText(info.code) + "\n";
+                "): " + info.meaning + "; IPMI completion code " + completionText(info.code) + "\n";
     }
     return text;
 }
