@@ -1,3 +1,6 @@
+add_library(nw_table_texts INTERFACE)
+target_compile_options(nw_table_texts INTERFACE -Wno-format-security)
+
 # nw_add_folder(<name> UNIT <unit> SOURCES <file>... USES <target>...)
 # One folder of the library: its files, what it may use, and the source unit's name that its
 # diagnostics carry. Needs nothing but libc.
@@ -7,6 +10,9 @@ function(nw_add_folder name)
     target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
     target_link_libraries(${name} PUBLIC ${arg_USES} PRIVATE nw_options)
     target_compile_definitions(${name} PRIVATE NW_UNIT_NAME="${arg_UNIT}")
+    # Texts of the diagnostics stand in constant tables as well as in literals. The flag must follow
+    # nw_options' -Wall, so it comes by way of a target linked behind it.
+    target_link_libraries(${name} PRIVATE nw_table_texts)
     target_compile_options(${name} PRIVATE
         -fno-exceptions -fno-rtti -fno-threadsafe-statics -ffunction-sections -fdata-sections
         -fno-asynchronous-unwind-tables -fno-unwind-tables)
@@ -40,6 +46,6 @@ function(nw_link_library)
         SOVERSION ${PROJECT_VERSION_MAJOR}
         LINK_DEPENDS ${version_script})
     target_link_options(network_mng PRIVATE -nostartfiles
-        -Wl,--version-script=${version_script} -Wl,--gc-sections -Wl,--as-needed
+        -Wl,--version-script=${version_script} -Wl,--gc-sections -Wl,-Bsymbolic-functions -Wl,--as-needed
         -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
 endfunction()

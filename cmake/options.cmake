@@ -5,8 +5,6 @@ target_compile_options(nw_options INTERFACE
     -Wcast-qual -Wundef -Wvla -Werror
     $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual>
     -fstack-protector-strong)
-# Texts of the diagnostics stand in constant tables as well as in literals.
-target_compile_options(nw_options INTERFACE -Wno-format-security)
 if(NW_SANITIZE)
     set(nw_sanitizers -fsanitize=address,undefined -fno-sanitize=vptr -fno-sanitize-recover=all
         -fno-omit-frame-pointer)

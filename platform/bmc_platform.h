@@ -58,15 +58,16 @@ int DB_PutInternal(const char *pcFile, uint32_t uiLine, void *pDb, uint32_t uiKe
 
 /* ---- RPC service ---- */
 
-/* Answer to a call. pData is null for an empty answer, otherwise it refers to the full response of
- * the called service. */
+/* Answer to a call. pData is null for an empty answer, otherwise it refers to at least 264 readable
+ * bytes, whatever the service: the response record of the library's requests. */
 typedef struct MRPC_MSG {
     void *pData;
 } MRPC_MSG;
 
 /* Calls a function of a service and waits up to uiTimeoutMs milliseconds. 0 when the call was
  * answered: *ppstMessage is then null or an answer that the caller releases. Non-zero when it could
- * not be delivered or was not answered properly. The caller sets *ppstMessage to null first. */
+ * not be delivered or was not answered properly; *ppstMessage is then null or releasable too. The
+ * caller sets *ppstMessage to null first. */
 int MRPC_Call(uint32_t uiService, uint32_t uiFunction, uint32_t uiLength, const void *pRequest,
               uint32_t uiTimeoutMs, MRPC_MSG **ppstMessage);
 

@@ -28,6 +28,8 @@ typedef struct NW_PACKED {
     uint8_t ucState; /* NW_IPV6_ADDR_STATE_E */
     uint8_t aucZero[3];
 } NW_IPV6_ADDR_STATE_S;
+NW_ASSERT_AT(NW_IPV6_ADDR_STATE_S, ucState, 0);
+NW_ASSERT_AT(NW_IPV6_ADDR_STATE_S, aucZero, 1);
 NW_ASSERT_SIZE(NW_IPV6_ADDR_STATE_S, 4);
 
 /* Bits of ucSameSegment. */
@@ -95,21 +97,62 @@ typedef struct NW_PACKED {
     uint8_t ucCfgByte42;
     uint8_t ucPad2798; /* never written */
 } NW_ETHER_INS_INFO_S;
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, ucChannel, 0);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, ucSameSegment, 1);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, ucLanEnable, 2);
 NW_ASSERT_AT(NW_ETHER_INS_INFO_S, szEthName, 3);
 NW_ASSERT_AT(NW_ETHER_INS_INFO_S, szMacAddr, 19);
 NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucMacAddr, 83);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, ucIpv4Enable, 89);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, ucIpv4Type, 90);
 NW_ASSERT_AT(NW_ETHER_INS_INFO_S, szIpv4Addr, 91);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, szIpv4Mask, 155);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, szIpv4Gateway, 219);
 NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucIpv4Addr, 283);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucIpv4Mask, 287);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucIpv4Gateway, 291);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, szIpv4Addr2, 295);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucIpv4Addr2, 359);
 NW_ASSERT_AT(NW_ETHER_INS_INFO_S, ucIpv4Route1State, 363);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucIpv4Route1Addr, 364);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucIpv4Route1Mask, 368);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucIpv4Route1Gateway, 372);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, szIpv4Route1Addr, 376);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, szIpv4Route1Mask, 440);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, szIpv4Route1Gateway, 504);
 NW_ASSERT_AT(NW_ETHER_INS_INFO_S, ucIpv4Route2State, 568);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucIpv4Route2Addr, 569);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucIpv4Route2Mask, 573);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucIpv4Route2Gateway, 577);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, szIpv4Route2Addr, 581);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, szIpv4Route2Mask, 645);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, szIpv4Route2Gateway, 709);
 NW_ASSERT_AT(NW_ETHER_INS_INFO_S, ucIpv6Enable, 773);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, ucIpv6Type, 774);
 NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aszIpv6Addr, 775);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, szIpv6Gateway, 1927);
 NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aaucIpv6Addr, 1991);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucIpv6Gateway, 2279);
 NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucIpv6PrefixLen, 2295);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, ucIpv6AddrCount, 2312);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, szIpv6Gateway2, 2313);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucIpv6Gateway2, 2377);
 NW_ASSERT_AT(NW_ETHER_INS_INFO_S, astIpv6AddrState, 2393);
 NW_ASSERT_AT(NW_ETHER_INS_INFO_S, ucIpv6Route1State, 2465);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucIpv6Route1Addr, 2466);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, ucIpv6Route1Prefix, 2482);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucIpv6Route1Gateway, 2483);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, szIpv6Route1Addr, 2499);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, szIpv6Route1Gateway, 2563);
 NW_ASSERT_AT(NW_ETHER_INS_INFO_S, ucIpv6Route2State, 2627);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucIpv6Route2Addr, 2628);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, ucIpv6Route2Prefix, 2644);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucIpv6Route2Gateway, 2645);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, szIpv6Route2Addr, 2661);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, szIpv6Route2Gateway, 2725);
 NW_ASSERT_AT(NW_ETHER_INS_INFO_S, aucCfgTail, 2789);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, ucCfgByte40, 2796);
+NW_ASSERT_AT(NW_ETHER_INS_INFO_S, ucCfgByte42, 2797);
 NW_ASSERT_AT(NW_ETHER_INS_INFO_S, ucPad2798, 2798);
 NW_ASSERT_SIZE(NW_ETHER_INS_INFO_S, 2799);
 
@@ -215,7 +258,9 @@ typedef struct NW_PACKED {
     uint8_t ucReserved156;
     uint8_t ucVlanPriority;
 } NW_LAN_SET_PORT_S;
+NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucReserved0, 0);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucLanEnable, 1);
+NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucReserved2, 2);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucIpv4Type, 3);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucIpv4Enable, 4);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, aucIpv4Addr, 5);
@@ -233,6 +278,7 @@ NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucIpv6Enable, 45);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, aucIpv6Addr, 46);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, aucIpv6Gateway, 62);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucIpv6Prefix, 78);
+NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucReserved79, 79);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, astIpv6Route[0].aucAddr, 80);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, astIpv6Route[0].ucPrefix, 96);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, astIpv6Route[0].aucGateway, 97);
@@ -245,7 +291,9 @@ NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucArpControl, 148);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucArpInterval, 149);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucArpSuspend, 150);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucVlanEnable, 151);
+NW_ASSERT_AT(NW_LAN_SET_PORT_S, aucReserved152, 152);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, usVlanid, 154);
+NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucReserved156, 156);
 NW_ASSERT_AT(NW_LAN_SET_PORT_S, ucVlanPriority, 157);
 NW_ASSERT_SIZE(NW_LAN_SET_PORT_S, 158);
 
@@ -301,7 +349,9 @@ NW_EXPORT NW_RESULT LIB_NW_GetLanConfig(const char *pcEthName,
 NW_EXPORT NW_RESULT LIB_NW_GetAllLanConfig(NW_LAN_CFG_DB_INFO_S *pstLanCfgDbInfo);
 
 /* Sends the change to the network manager and answers its result. On success the three LAN slots of
- * pstOperLog receive their texts, on failure the main slot; all records are the caller's. */
+ * pstOperLog receive their texts, the two route slots with the other changed fields as well, and
+ * the rest of it stays as it is; on failure the main slot receives the text. All records are the
+ * caller's. */
 NW_EXPORT NW_RESULT LIB_NW_SetLanConfig(NW_LAN_BITMAP_S *pstLanBitmap,
                                         NW_LAN_SET_CFG_S *pstLanConfig, NW_OPER_LOG_S *pstOperLog);
 

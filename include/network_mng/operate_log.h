@@ -28,7 +28,7 @@ typedef struct NW_PACKED {
     char szLanIpv6RouteLog[NW_OPER_LOG_SLOT_SIZE]; /* LAN, IPv6 static routes */
     char szDnsLog[NW_OPER_LOG_SLOT_SIZE];          /* DNS of the combined set */
     char szNetModeLog[NW_OPER_LOG_SLOT_SIZE];      /* network port mode of the combined set */
-    uint8_t ucLogLevel;                            /* NW_OPER_LOG_LEVEL once a text was built */
+    uint8_t ucLogLevel; /* NW_OPER_LOG_LEVEL once a text was built here */
 } NW_OPER_LOG_S;
 NW_ASSERT_AT(NW_OPER_LOG_S, szOperLog, 0);
 NW_ASSERT_AT(NW_OPER_LOG_S, szLanOtherLog, 512);
@@ -83,6 +83,7 @@ typedef struct __attribute__((packed, aligned(4))) {
 } NW_OPERATE_LOG_SUB_MODULE_S;
 NW_ASSERT_AT(NW_OPERATE_LOG_SUB_MODULE_S, uiModuleBit, 0);
 NW_ASSERT_AT(NW_OPERATE_LOG_SUB_MODULE_S, ucSkipHead, 4);
+NW_ASSERT_AT(NW_OPERATE_LOG_SUB_MODULE_S, aucZero5, 5);
 NW_ASSERT_AT(NW_OPERATE_LOG_SUB_MODULE_S, pfnBuild, 8);
 NW_ASSERT_AT(NW_OPERATE_LOG_SUB_MODULE_S, acHeadDesc, 8 + sizeof(void *));
 NW_ASSERT_SIZE(NW_OPERATE_LOG_SUB_MODULE_S, 520 + sizeof(void *));

@@ -1,7 +1,7 @@
 /* Records of the configuration database and their accessors.
  *
  * Records are packed, little-endian and of fixed size; addresses are raw bytes in network order.
- * Every accessor opens the database afresh, logs one line on failure and keeps no state. */
+ * Accessors open the database afresh, log their failure and keep no state. */
 #ifndef NETWORK_MNG_STORE_H
 #define NETWORK_MNG_STORE_H
 
@@ -125,7 +125,7 @@ typedef struct NW_PACKED {
     uint8_t ucIpv6Prefix; /* of the static address */
     uint8_t aucIpv6FurtherPrefix[NW_IPV6_FURTHER_COUNT];
     uint8_t aucReserved593[31];
-    uint8_t ucIpv6FurtherCount; /* trusted as stored, even above NW_IPV6_FURTHER_COUNT */
+    uint8_t ucIpv6FurtherCount; /* may exceed NW_IPV6_FURTHER_COUNT */
     uint8_t aucIpv6Gateway2[NW_IPV6_SIZE];
     NW_LAN_CFG_IPV6_ROUTE_S astIpv6Route[NW_ROUTE_COUNT];
     uint8_t aucReserved775[5];
@@ -155,10 +155,12 @@ NW_ASSERT_AT(NW_LAN_CFG_PORT_S, astIpv4Route[1].aucGateway, 117);
 NW_ASSERT_AT(NW_LAN_CFG_PORT_S, ucIpv6Type, 269);
 NW_ASSERT_AT(NW_LAN_CFG_PORT_S, aucIpv6Addr, 272);
 NW_ASSERT_AT(NW_LAN_CFG_PORT_S, aaucIpv6FurtherAddr, 288);
+NW_ASSERT_AT(NW_LAN_CFG_PORT_S, aaucIpv6FurtherAddr[15], 528);
 NW_ASSERT_AT(NW_LAN_CFG_PORT_S, stLinkLocal.aucAddr, 528);
 NW_ASSERT_AT(NW_LAN_CFG_PORT_S, aucIpv6Gateway, 544);
 NW_ASSERT_AT(NW_LAN_CFG_PORT_S, ucIpv6Prefix, 576);
 NW_ASSERT_AT(NW_LAN_CFG_PORT_S, aucIpv6FurtherPrefix, 577);
+NW_ASSERT_AT(NW_LAN_CFG_PORT_S, aucIpv6FurtherPrefix[15], 592);
 NW_ASSERT_AT(NW_LAN_CFG_PORT_S, ucIpv6FurtherCount, 624);
 NW_ASSERT_AT(NW_LAN_CFG_PORT_S, aucIpv6Gateway2, 625);
 NW_ASSERT_AT(NW_LAN_CFG_PORT_S, astIpv6Route[0].ucState, 641);
@@ -221,6 +223,8 @@ NW_ASSERT_SIZE(NW_DNS_PORT_S, 592);
 typedef struct NW_PACKED {
     NW_DNS_PORT_S astPort[NW_PORT_COUNT];
 } NW_DNS_DB_INFO_S;
+NW_ASSERT_AT(NW_DNS_DB_INFO_S, astPort[1], 592);
+NW_ASSERT_AT(NW_DNS_DB_INFO_S, astPort[2], 1184);
 NW_ASSERT_SIZE(NW_DNS_DB_INFO_S, 1776);
 
 typedef struct NW_PACKED {
@@ -285,6 +289,8 @@ NW_ASSERT_SIZE(NW_AN_CFG_PORT_S, 7);
 typedef struct NW_PACKED {
     NW_AN_CFG_PORT_S astPort[NW_PORT_COUNT];
 } NW_AN_CFG_DB_INFO_S;
+NW_ASSERT_AT(NW_AN_CFG_DB_INFO_S, astPort[1], 7);
+NW_ASSERT_AT(NW_AN_CFG_DB_INFO_S, astPort[2], 14);
 NW_ASSERT_SIZE(NW_AN_CFG_DB_INFO_S, 21);
 
 NW_EXTERN_C_BEGIN

@@ -7,15 +7,16 @@ struct NW_CHANNEL_S {
     uint32_t uiService;
     uint32_t uiFunction;
     uint32_t uiRequestSize;
+    const char *pcFailText; /* logged when the call fails; null: the caller's business */
 };
 
-constexpr NW_CHANNEL_S s_stNetwork{NW_RPC_SERVICE_NETWORK, NW_RPC_FUNCTION_NETWORK,
-                                   sizeof(NW_RPC_REQUEST_S)};
-constexpr NW_CHANNEL_S s_stChassis{NW_RPC_SERVICE_CHASSIS, NW_RPC_FUNCTION_CHASSIS,
-                                   sizeof(NW_RPC_REQUEST_S)};
-constexpr NW_CHANNEL_S s_stBladeConfig{NW_RPC_SERVICE_CHASSIS, NW_RPC_FUNCTION_BLADE_CONFIG, 1};
-constexpr NW_CHANNEL_S s_stIpmi{NW_RPC_SERVICE_IPMI, NW_RPC_FUNCTION_IPMI,
-                                sizeof(NW_RPC_REQUEST_S)};
+/* clang-format off */
+constexpr NW_CHANNEL_S s_stNetwork    {NW_RPC_SERVICE_NETWORK, NW_RPC_FUNCTION_NETWORK,      sizeof(NW_RPC_REQUEST_S), nullptr};
+constexpr NW_CHANNEL_S s_stChassis    {NW_RPC_SERVICE_CHASSIS, NW_RPC_FUNCTION_CHASSIS,      sizeof(NW_RPC_REQUEST_S), nullptr};
+constexpr NW_CHANNEL_S s_stBladeConfig{NW_RPC_SERVICE_CHASSIS, NW_RPC_FUNCTION_BLADE_CONFIG, 1,                        nullptr};
+constexpr NW_CHANNEL_S s_stIpmi       {NW_RPC_SERVICE_IPMI,    NW_RPC_FUNCTION_IPMI,         sizeof(NW_RPC_REQUEST_S),
+                                       "Send IPMI rpc call with struct faild."};
+/* clang-format on */
 
 /* What an answered call brought back. */
 enum class NW_ANSWER_E { NO_MESSAGE, NO_DATA, DATA };
@@ -36,6 +37,8 @@ int NW_Call(const NW_CHANNEL_S &stChannel, const void *pRequest, uint32_t uiTime
         if (*peAnswer == NW_ANSWER_E::DATA && pResponse != nullptr) {
             memcpy(pResponse, pstMessage->pData, sizeof(NW_RPC_RESPONSE_S));
         }
+    } else if (stChannel.pcFailText != nullptr) {
+        NW_DIAG(NW_DIAG_ERROR, stChannel.pcFailText);
     }
     MRPC_MsgFree(&pstMessage);
     return iRet;
@@ -99,11 +102,7 @@ NW_RESULT NW_SendIpmiRpc(void *pstReqData, uint32_t uiTimeout)
     NW_CHECK_NULL(pstReqData, NW_ERR_NULL_POINTER);
 
     NW_ANSWER_E eAnswer;
-    const int iRet = NW_Call(s_stIpmi, pstReqData, uiTimeout, nullptr, &eAnswer);
-    if (iRet != 0) {
-        NW_DIAG(NW_DIAG_ERROR, "Send IPMI rpc call with struct faild.");
-    }
-    return static_cast<NW_RESULT>(iRet);
+    return static_cast<NW_RESULT>(NW_Call(s_stIpmi, pstReqData, uiTimeout, nullptr, &eAnswer));
 }
 
 NW_RESULT LIB_NW_SetNetworkRestart(uint32_t uiRestart)
