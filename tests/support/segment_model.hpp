@@ -1,0 +1,38 @@
+// What the same-segment check must answer and log, written down a second time in another way.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "lan_record.hpp"
+
+namespace support {
+
+struct SegmentVerdict {
+    std::uint32_t result = 0;
+    std::vector<std::string> lines; // all of level 7
+};
+
+struct Wifi {
+    std::uint8_t enable = 0;
+    Ipv4 address{};
+};
+
+struct Ipv4Net {
+    const std::uint8_t *address;
+    const std::uint8_t *mask;
+};
+struct Ipv6Net {
+    const std::uint8_t *address;
+    std::uint32_t prefix;
+};
+
+bool sameIpv4Segment(Ipv4Net first, Ipv4Net second, std::vector<std::string> &lines);
+// Prefix lengths up to 255: what is logged for longer ones is nobody's promise.
+bool sameIpv6Segment(Ipv6Net first, Ipv6Net second, std::vector<std::string> &lines);
+
+SegmentVerdict sameSegment(std::uint32_t standby, std::uint32_t portSet, std::uint32_t checkType,
+                           const Wifi &wifi, LanRecord &record);
+
+} // namespace support
