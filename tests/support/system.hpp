@@ -53,6 +53,14 @@ inline void bindOver(const std::filesystem::path &source, const std::filesystem:
     }
 }
 
+// Lays an empty file system in memory over a directory; behind separateMounts.
+inline void mountMemory(const std::filesystem::path &target)
+{
+    if (mount("tmpfs", target.c_str(), "tmpfs", 0, "mode=755") != 0) {
+        throw std::runtime_error("cannot mount over " + target.string());
+    }
+}
+
 class TemporaryDirectory {
 public:
     TemporaryDirectory()
