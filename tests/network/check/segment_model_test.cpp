@@ -27,8 +27,8 @@ const WholeCheck checks[] = {
     {"RouteSameSegment", LIB_NW_CheckIPv4v6RouteSameSegment, support::routeSegment, 256, 9},
 };
 
-constexpr std::uint32_t seeds = 16;
-constexpr std::size_t recordsOfSeed = 32500; // 520000 for each check
+constexpr std::uint32_t seeds = 32;
+constexpr std::size_t recordsOfSeed = 16250; // 520000 for each check
 
 using Figures = std::map<std::uint32_t, std::size_t>; // records by result
 std::map<std::string, Figures> figuresOfChecks;

@@ -1,5 +1,6 @@
 #include "gateway_script.hpp"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -161,7 +162,7 @@ ssize_t __wrap_recvfrom(int fd, void *buffer, size_t size, int flags, sockaddr *
     note("recvfrom", fd, size, flags, *length);
     const gateway::Bytes &packet = script().current.packet;
     std::memset(address, 0, *length);
-    std::memcpy(buffer, packet.data(), std::min(size, packet.size()));
+    std::copy_n(packet.begin(), std::min(size, packet.size()), static_cast<std::uint8_t *>(buffer));
     return gateway::failUnless(!script().current.fails, static_cast<int>(packet.size()), ENETDOWN);
 }
 
