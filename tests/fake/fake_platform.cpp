@@ -179,6 +179,11 @@ void Platform::setLogResult(int result)
     current.logResult = result;
 }
 
+void Platform::setRecording(bool on)
+{
+    current.recording = on;
+}
+
 const std::vector<Call> &Platform::calls() const
 {
     return current.calls;

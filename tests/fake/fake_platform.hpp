@@ -133,6 +133,7 @@ public:
     void setPathExists(const std::string &path);
     void setCommandStatus(int status);
     void setLogResult(int result); /* answer of BMC_DiagLogOut */
+    void setRecording(bool on);    /* off: neither calls nor lines are kept, for benchmarks */
 
     /* ---- Record ---- */
 
@@ -192,6 +193,7 @@ struct Platform::State {
     std::set<std::string> paths;
     int commandStatus = 0;
     int logResult = 0;
+    bool recording = true;
 
     std::vector<Call> calls;
     std::vector<LogLine> lines;

@@ -49,7 +49,9 @@ NullRow rowOf(const std::string &name, const std::string &function, const std::s
 std::vector<NullRow> formatterRows()
 {
     std::vector<NullRow> rows;
-    for (const auto &[name, format] : formatters) {
+    for (const Formatter &formatter : formatters) {
+        const std::string &name = formatter.name;
+        const auto format = formatter.format;
         rows.push_back(rowOf(name + "_Value", name, "pucNwCfg",
                              [=] { format(nullptr, sizeof(output), output); }));
         rows.push_back(rowOf(name + "_Output", name, "pcOperLogDesc",

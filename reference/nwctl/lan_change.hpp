@@ -1,0 +1,20 @@
+/* A change of one port's LAN settings: the fields to change and their new values. */
+#pragma once
+
+#include <cstdint>
+
+#include "network_mng/lan.h"
+
+namespace nwctl {
+
+struct LanChange {
+    unsigned port = 0;
+    std::uint32_t bits[NW_LAN_WORD_COUNT]{}; /* NW_LAN_BIT_* by word */
+    NW_LAN_SET_PORT_S fields{};
+};
+
+/* The records that carry the change to the network manager. */
+NW_LAN_BITMAP_S bitmapOf(const LanChange &change);
+NW_LAN_SET_CFG_S configOf(const LanChange &change);
+
+} // namespace nwctl

@@ -1,0 +1,310 @@
+#include "manager_system.hpp"
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <cstring>
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <nlohmann/json.hpp>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "bmc_platform.h"
+#include "store.hpp"
+
+namespace nwtest {
+
+namespace {
+
+using nlohmann::json;
+
+std::string newErrorFile()
+{
+    std::string path = "/run/stderr-XXXXXX";
+    close(mkstemp(path.data()));
+    return path;
+}
+
+std::string contentOf(const std::string &path)
+{
+    std::stringstream content;
+    content << std::ifstream(path).rdbuf();
+    return content.str();
+}
+
+[[noreturn]] void become(const std::vector<std::string> &command,
+                         const std::vector<std::string> &environment, const std::string &errorFile)
+{
+    std::vector<std::string> words = command;
+    std::vector<char *> arguments;
+    for (std::string &word : words) {
+        arguments.push_back(word.data());
+    }
+    arguments.push_back(nullptr);
+
+    std::vector<std::string> variables = environment;
+    for (std::string &variable : variables) {
+        putenv(variable.data());
+    }
+    dup2(open(errorFile.c_str(), O_WRONLY | O_TRUNC), STDERR_FILENO);
+    execvp(arguments[0], arguments.data());
+    _exit(127);
+}
+
+int statusOf(int waited)
+{
+    return WIFEXITED(waited) ? WEXITSTATUS(waited) : 128 + WTERMSIG(waited);
+}
+
+/* Members of the tool's answer about one interface. */
+json ipJson(const std::string &arguments)
+{
+    const std::string text = shell("ip -j " + arguments);
+    return text.empty() ? json::array() : json::parse(text);
+}
+
+} // namespace
+
+Process::Process(const std::vector<std::string> &command,
+                 const std::vector<std::string> &environment)
+    : errorFile_(newErrorFile())
+{
+    process_ = fork();
+    if (process_ == 0) {
+        become(command, environment, errorFile_);
+    }
+}
+
+Process::~Process()
+{
+    if (isRunning()) {
+        signal(SIGKILL);
+        wait();
+    }
+    unlink(errorFile_.c_str());
+}
+
+void Process::signal(int number) const
+{
+    kill(process_, number);
+}
+
+bool Process::isRunning()
+{
+    int waited = 0;
+    if (!status_ && waitpid(process_, &waited, WNOHANG) == process_) {
+        status_ = statusOf(waited);
+    }
+    return !status_;
+}
+
+int Process::wait()
+{
+    const bool ended = waitUntil([this] { return !isRunning(); });
+    EXPECT_TRUE(ended) << "the process doesn't end";
+    return status_.value_or(-1);
+}
+
+std::string Process::errorText() const
+{
+    return contentOf(errorFile_);
+}
+
+Outcome runManager(const std::vector<std::string> &arguments,
+                   const std::vector<std::string> &environment)
+{
+    std::vector<std::string> command{NWMANAGERD};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    Process process(command, environment);
+    const int status = process.wait();
+    return {status, process.errorText()};
+}
+
+std::string shell(const std::string &command)
+{
+    std::FILE *pipe = popen(command.c_str(), "r");
+    std::string output;
+    std::array<char, 4096> piece;
+    for (std::size_t got; (got = fread(piece.data(), 1, piece.size(), pipe)) > 0;) {
+        output.append(piece.data(), got);
+    }
+    EXPECT_EQ(pclose(pipe), 0) << command;
+    return output;
+}
+
+bool waitUntil(const std::function<bool()> &holds, std::chrono::milliseconds limit)
+{
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (!holds()) {
+        if (std::chrono::steady_clock::now() > end) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    return true;
+}
+
+LanRequest &LanRequest::select(unsigned port, std::uint32_t word0, std::uint32_t word1)
+{
+    payload_.stBitmap.aauiWord[port][0] |= word0;
+    payload_.stBitmap.aauiWord[port][1] |= word1;
+    return *this;
+}
+
+NW_LAN_SET_PORT_S &LanRequest::port(unsigned port)
+{
+    return payload_.stConfig.astPort[port];
+}
+
+std::vector<std::uint8_t> LanRequest::bytes() const
+{
+    std::vector<std::uint8_t> request(sizeof(NW_RPC_REQUEST_S));
+    request[1] = NW_CMD_SET_LAN;
+    std::memcpy(request.data() + 2, &payload_, sizeof(payload_));
+    return request;
+}
+
+std::vector<std::uint8_t> raw(const std::string &text)
+{
+    const bool isV6 = text.find(':') != std::string::npos;
+    std::vector<std::uint8_t> bytes(isV6 ? NW_IPV6_SIZE : NW_IPV4_SIZE);
+    EXPECT_EQ(inet_pton(isV6 ? AF_INET6 : AF_INET, text.c_str(), bytes.data()), 1) << text;
+    return bytes;
+}
+
+void put(std::uint8_t *field, const std::string &address)
+{
+    std::ranges::copy(raw(address), field);
+}
+
+std::optional<NW_RPC_RESPONSE_S> call(std::span<const std::uint8_t> request, std::uint32_t function)
+{
+    MRPC_MSG *message = nullptr;
+    std::optional<NW_RPC_RESPONSE_S> response;
+    if (MRPC_Call(NW_RPC_SERVICE_NETWORK, function, static_cast<std::uint32_t>(request.size()),
+                  request.data(), NW_RPC_TIMEOUT_MS, &message) == 0 &&
+        message != nullptr && message->pData != nullptr) {
+        response.emplace();
+        std::memcpy(&*response, message->pData, sizeof(*response));
+    }
+    MRPC_MsgFree(&message);
+    return response;
+}
+
+void expectAnswer(const LanRequest &request, std::uint32_t result, std::uint32_t detail)
+{
+    const auto response = call(request.bytes());
+    ASSERT_TRUE(response.has_value());
+    const std::uint32_t gotResult = response->uiResult;
+    const std::uint32_t gotDetail = response->uiDetail;
+    EXPECT_EQ(gotResult, result) << std::hex << gotResult;
+    EXPECT_EQ(gotDetail, detail);
+}
+
+NW_LAN_CFG_DB_INFO_S storedLan()
+{
+    return bmc::manager::Store().read(bmc::manager::lanRecord);
+}
+
+NW_IFC_STATE_DB_INFO_S storedState()
+{
+    return bmc::manager::Store().read(bmc::manager::ifcStateRecord);
+}
+
+std::uint8_t storedStatus()
+{
+    return bmc::manager::Store().read(bmc::manager::netStatusRecord).ucSetInProgress;
+}
+
+void putLan(const NW_LAN_CFG_DB_INFO_S &lan)
+{
+    bmc::manager::Store().put(bmc::manager::lanRecord, lan);
+}
+
+std::vector<std::string> kernelAddresses(const std::string &interface)
+{
+    std::vector<std::string> addresses;
+    for (const json &link : ipJson("address show dev " + interface)) {
+        for (const json &address : link["addr_info"]) {
+            if (address["scope"] == "global") {
+                addresses.push_back(address["local"].get<std::string>() + "/" +
+                                    std::to_string(address["prefixlen"].get<int>()));
+            }
+        }
+    }
+    std::ranges::sort(addresses);
+    return addresses;
+}
+
+std::vector<std::string> kernelGateways(const std::string &interface)
+{
+    std::vector<std::string> gateways;
+    for (const char *family : {"-4", "-6"}) {
+        for (const json &route :
+             ipJson(std::string(family) + " route show default dev " + interface)) {
+            gateways.push_back(route["gateway"].get<std::string>() + " " +
+                               std::to_string(route["metric"].get<int>()));
+        }
+    }
+    std::ranges::sort(gateways);
+    return gateways;
+}
+
+bool isUp(const std::string &interface)
+{
+    const json links = ipJson("link show dev " + interface);
+    return std::ranges::any_of(links.at(0)["flags"], [](const json &flag) { return flag == "UP"; });
+}
+
+std::string kernelSnapshot()
+{
+    return shell("ip -o link | sed 's/ state [A-Z]*//; s/,LOWER_UP//; s/NO-CARRIER,//' &&"
+                 "ip -o address | sed 's/ tentative//; s/ dadfailed//' | grep -v 'inet6 fe80' &&"
+                 "ip -4 route show table all | sed 's/ linkdown//' | sort &&"
+                 "ip -6 route show table main | sed 's/ linkdown//' | grep -v fe80::/64 | sort");
+}
+
+void ManagerTest::SetUp()
+{
+    for (const char *name : {"eth0 peer0", "eth1 peer1", "bond0 peer2"}) {
+        std::string near;
+        std::string far;
+        std::istringstream(name) >> near >> far;
+        shell("ip link del " + near + " 2>/dev/null; ip link add " + near +
+              " type veth peer name " + far + " && ip link set " + far + " up");
+    }
+    unlink((std::string(std::getenv("BMC_STATE_DIR")) + "/wireless.json").c_str());
+    configure(separatePorts);
+    startManager();
+}
+
+void ManagerTest::configure(const std::string &json)
+{
+    const std::string path = "/run/config.json";
+    std::ofstream(path) << json;
+    const Outcome outcome = runManager({"--init", path, "--force"});
+    ASSERT_EQ(outcome.status, 0) << outcome.error;
+}
+
+void ManagerTest::startManager()
+{
+    manager_.emplace(std::vector<std::string>{NWMANAGERD},
+                     std::vector<std::string>{"BMC_LOG_LEVEL=6", "BMC_LOG_TARGET=stderr"});
+    /* A request that selects nothing changes nothing. */
+    const bool isReady = waitUntil(
+        [this] { return !manager_->isRunning() || call(LanRequest().bytes()).has_value(); });
+    ASSERT_TRUE(isReady && manager_->isRunning()) << manager_->errorText();
+}
+
+void ManagerTest::stopManager()
+{
+    manager_->signal(SIGTERM);
+    EXPECT_EQ(manager_->wait(), 0) << manager_->errorText();
+}
+
+} // namespace nwtest

@@ -1,0 +1,122 @@
+/* A running manager for tests, and independent views of what it changed. */
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+
+#include <gtest/gtest.h>
+
+#include "network_mng/lan.h"
+#include "network_mng/rpc.h"
+#include "network_mng/store.h"
+
+namespace nwtest {
+
+/* A process whose stderr is kept. Killed when the object goes. */
+class Process {
+public:
+    Process(const std::vector<std::string> &command,
+            const std::vector<std::string> &environment = {});
+    ~Process();
+    Process(const Process &) = delete;
+    Process &operator=(const Process &) = delete;
+
+    void signal(int number) const;
+    bool isRunning();
+    /* Exit status, or 128 and the signal's number; fails the test after five seconds. */
+    int wait();
+    std::string errorText() const;
+
+private:
+    pid_t process_;
+    std::string errorFile_;
+    std::optional<int> status_;
+};
+
+/* Exit status and stderr of a command that ends by itself. */
+struct Outcome {
+    int status;
+    std::string error;
+};
+Outcome runManager(const std::vector<std::string> &arguments,
+                   const std::vector<std::string> &environment = {});
+
+/* Standard output of a shell command, which must succeed. */
+std::string shell(const std::string &command);
+
+bool waitUntil(const std::function<bool()> &holds,
+               std::chrono::milliseconds limit = std::chrono::seconds(5));
+
+/* A request of command 3, put together field by field. */
+class LanRequest {
+public:
+    LanRequest &select(unsigned port, std::uint32_t word0, std::uint32_t word1 = 0);
+    NW_LAN_SET_PORT_S &port(unsigned port);
+    std::vector<std::uint8_t> bytes() const;
+
+private:
+    NW_LAN_SET_REQ_S payload_{};
+};
+
+/* An address as raw bytes. */
+std::vector<std::uint8_t> raw(const std::string &text);
+void put(std::uint8_t *field, const std::string &address);
+
+/* Answer of the manager; nothing for a failed call. */
+std::optional<NW_RPC_RESPONSE_S> call(std::span<const std::uint8_t> request,
+                                      std::uint32_t function = NW_RPC_FUNCTION_NETWORK);
+/* Result and detail must be these. */
+void expectAnswer(const LanRequest &request, std::uint32_t result, std::uint32_t detail);
+
+NW_LAN_CFG_DB_INFO_S storedLan();
+NW_IFC_STATE_DB_INFO_S storedState();
+std::uint8_t storedStatus();
+void putLan(const NW_LAN_CFG_DB_INFO_S &lan);
+
+/* Global addresses of an interface as the kernel's own tool shows them, sorted. */
+std::vector<std::string> kernelAddresses(const std::string &interface);
+/* "GATEWAY METRIC" of its default routes, sorted. */
+std::vector<std::string> kernelGateways(const std::string &interface);
+bool isUp(const std::string &interface);
+/* All links, addresses and routes, without what changes by itself. */
+std::string kernelSnapshot();
+
+/* Interfaces as the sandbox makes them, a fresh configuration and a manager that is ready. */
+class ManagerTest : public ::testing::Test {
+protected:
+    void SetUp() override;
+
+    void configure(const std::string &json);
+    void startManager();
+    /* SIGTERM; the exit status must be 0. */
+    void stopManager();
+
+    std::optional<Process> manager_;
+};
+
+inline constexpr const char *separatePorts = R"({
+  "mode": "separate",
+  "ports": [
+    {"name": "eth0", "channel": 1, "enabled": true,
+     "ipv4": {"enabled": true, "origin": "static", "address": "192.168.10.2/24"}},
+    {"name": "eth1", "channel": 8, "enabled": true,
+     "ipv4": {"enabled": true, "origin": "static", "address": "192.168.20.2/24"},
+     "ipv6": {"enabled": true, "origin": "static", "address": "2001:db8:20::2/64"}},
+    {"name": "bond0", "channel": 1, "enabled": false}]})";
+
+inline constexpr const char *bondedPorts = R"({
+  "mode": "bonded",
+  "ports": [
+    {"name": "eth0", "channel": 1, "enabled": true},
+    {"name": "eth1", "channel": 8, "enabled": true},
+    {"name": "bond0", "channel": 1, "enabled": true,
+     "ipv4": {"enabled": true, "address": "192.168.30.2/24", "gateway": "192.168.30.1"}}]})";
+
+} // namespace nwtest

@@ -1,0 +1,214 @@
+#include "lan_options.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "failure.hpp"
+#include "samples.hpp"
+
+namespace nwctl {
+namespace {
+
+/* Runs a test's own expectation on the failure that the options end in. */
+void expectFailure(const std::vector<GivenOption> &given,
+                   const std::function<void(const Failure &)> &expect)
+{
+    try {
+        buildLanChange(0, given);
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (const Failure &failure) {
+        expect(failure);
+    }
+}
+
+struct Built {
+    const char *name;
+    GivenOption given;
+    std::uint32_t bits;
+    std::function<void(NW_LAN_SET_PORT_S &)> fill;
+};
+
+class BuiltChange : public ::testing::TestWithParam<Built> {};
+
+TEST_P(BuiltChange, SelectsAndFillsTheFieldsOfTheOption)
+{
+    const Built &row = GetParam();
+    const LanChange change = buildLanChange(2, std::vector{row.given});
+    NW_LAN_SET_PORT_S expected{};
+    row.fill(expected);
+
+    EXPECT_EQ(change.port, 2U);
+    EXPECT_EQ(change.bits[0], row.bits);
+    EXPECT_EQ(change.bits[1], 0U);
+    EXPECT_EQ(fake::bytesOf(change.fields), fake::bytesOf(expected));
+}
+
+using Port = NW_LAN_SET_PORT_S;
+/* clang-format off */
+const Built builtRows[] = {
+    {"LanOn",      {"--lan", "on"},   0x1,    [](Port &port) { port.ucLanEnable = 1; }},
+    {"LanOff",     {"--lan", "off"},  0x1,    [](Port &) {}},
+    {"Ipv4On",     {"--ipv4", "on"},  0x2,    [](Port &port) { port.ucIpv4Enable = 1; }},
+    {"Ipv4Off",    {"--ipv4", "off"}, 0x2,    [](Port &) {}},
+    {"Ipv4",       {"--ipv4", "10.1.2.3/20"}, 0x18, [](Port &port) {
+        samples::storeIpv4(port.aucIpv4Addr, "10.1.2.3");
+        samples::storeIpv4(port.aucIpv4Mask, "255.255.240.0");
+    }},
+    {"Ipv4Gateway",    {"--ipv4-gateway", "10.1.2.1"}, 0x20,
+        [](Port &port) { samples::storeIpv4(port.aucIpv4Gateway, "10.1.2.1"); }},
+    {"Ipv4GatewayOff", {"--ipv4-gateway", "off"},  0x20, [](Port &) {}},
+    {"Ipv4Static",     {"--ipv4-origin", "static"}, 0x4, [](Port &port) { port.ucIpv4Type = 1; }},
+    {"Ipv4Dhcp",       {"--ipv4-origin", "dhcp"},   0x4, [](Port &port) { port.ucIpv4Type = 2; }},
+    {"Ipv6On",     {"--ipv6", "on"},  0x40,   [](Port &port) { port.ucIpv6Enable = 1; }},
+    {"Ipv6Off",    {"--ipv6", "off"}, 0x40,   [](Port &) {}},
+    {"Ipv6",       {"--ipv6", "2001:db8::5/48"}, 0x500, [](Port &port) {
+        samples::storeIpv6(port.aucIpv6Addr, "2001:db8::5");
+        port.ucIpv6Prefix = 48;
+    }},
+    {"Ipv6Longest",    {"--ipv6", "2001:db8::5/128"}, 0x500, [](Port &port) {
+        samples::storeIpv6(port.aucIpv6Addr, "2001:db8::5");
+        port.ucIpv6Prefix = 128;
+    }},
+    {"Ipv6Gateway",    {"--ipv6-gateway", "fe80::1"}, 0x200,
+        [](Port &port) { samples::storeIpv6(port.aucIpv6Gateway, "fe80::1"); }},
+    {"Ipv6GatewayOff", {"--ipv6-gateway", "off"},   0x200, [](Port &) {}},
+    {"Ipv6Static",     {"--ipv6-origin", "static"}, 0x80, [](Port &port) { port.ucIpv6Type = 1; }},
+    {"Ipv6Dhcp",       {"--ipv6-origin", "dhcp"},   0x80, [](Port &port) { port.ucIpv6Type = 2; }},
+    {"Vlan",       {"--vlan", "4094"}, 0x18000, [](Port &port) {
+        port.ucVlanEnable = 1;
+        port.usVlanid = 4094;
+    }},
+    {"VlanOff",      {"--vlan", "off"},        0x8000, [](Port &) {}},
+    {"VlanPriority", {"--vlan-priority", "7"}, 0x20000, [](Port &port) { port.ucVlanPriority = 7; }},
+};
+/* clang-format on */
+INSTANTIATE_TEST_SUITE_P(Rows, BuiltChange, ::testing::ValuesIn(builtRows), fake::RowName());
+
+TEST(BuildLanChange, ComposesSeveralOptions)
+{
+    const LanChange change = buildLanChange(
+        1, std::vector<GivenOption>{{"--ipv4", "on"}, {"--ipv4", "10.0.0.2/8"}, {"--lan", "on"}});
+    EXPECT_EQ(change.bits[0], NW_LAN_BIT_LAN_ENABLE | NW_LAN_BIT_IPV4_ENABLE |
+                                  NW_LAN_BIT_IPV4_ADDR | NW_LAN_BIT_IPV4_MASK);
+}
+
+struct Rejection {
+    const char *name;
+    GivenOption given;
+    const char *reason;
+};
+
+/* The failure names the option, its value and the reason. */
+void expectRejection(const Rejection &row, Exit status, std::optional<NW_RESULT> code)
+{
+    expectFailure({row.given}, [&](const Failure &failure) {
+        EXPECT_EQ(failure.status, status);
+        EXPECT_EQ(failure.optionName, row.given.name);
+        EXPECT_EQ(failure.optionValue, row.given.value);
+        EXPECT_STREQ(failure.what(), row.reason);
+        EXPECT_EQ(failure.result, code);
+    });
+}
+
+class MisusedOption : public ::testing::TestWithParam<Rejection> {};
+
+TEST_P(MisusedOption, IsAUsageErrorWithoutACode)
+{
+    expectRejection(GetParam(), Exit::usage, std::nullopt);
+}
+
+/* clang-format off */
+const Rejection misusedRows[] = {
+    {"Lan",              {"--lan", "yes"},                 "expected off or on"},
+    {"LanEmpty",         {"--lan", ""},                    "expected off or on"},
+    {"Ipv4Text",         {"--ipv4", "host/24"},            "expected ADDR/LEN, on or off"},
+    {"Ipv4Empty",        {"--ipv4", ""},                   "expected ADDR/LEN, on or off"},
+    {"Ipv4WrongFamily",  {"--ipv4", "2001:db8::1/64"},     "expected ADDR/LEN, on or off"},
+    {"Ipv4NoPrefix",     {"--ipv4", "10.0.0.2"},           "the prefix length is missing, expected ADDR/LEN"},
+    {"Ipv4EmptyPrefix",  {"--ipv4", "10.0.0.2/"},          "the prefix length is not a number from 1 to 32"},
+    {"Ipv4ZeroPrefix",   {"--ipv4", "10.0.0.2/0"},         "the prefix length is not a number from 1 to 32"},
+    {"Ipv4LongPrefix",   {"--ipv4", "10.0.0.2/33"},        "the prefix length is not a number from 1 to 32"},
+    {"Ipv4Mask",         {"--ipv4", "10.0.0.2/255.0.0.0"}, "the prefix length is not a number from 1 to 32"},
+    {"Ipv4Gateway",      {"--ipv4-gateway", "router"},     "expected an address of the family or off"},
+    {"Ipv4Gateway6",     {"--ipv4-gateway", "fe80::1"},    "expected an address of the family or off"},
+    {"Ipv4Origin",       {"--ipv4-origin", "auto"},        "expected static or dhcp"},
+    {"Ipv6Text",         {"--ipv6", "x/64"},               "expected ADDR/LEN, on or off"},
+    {"Ipv6NoPrefix",     {"--ipv6", "2001:db8::1"},        "the prefix length is missing, expected ADDR/LEN"},
+    {"Ipv6ZeroPrefix",   {"--ipv6", "2001:db8::1/0"},      "the prefix length is not a number from 1 to 128"},
+    {"Ipv6LongPrefix",   {"--ipv6", "2001:db8::1/129"},    "the prefix length is not a number from 1 to 128"},
+    {"Ipv6Gateway",      {"--ipv6-gateway", "10.0.0.1"},   "expected an address of the family or off"},
+    {"Ipv6Origin",       {"--ipv6-origin", "slaac"},       "expected static or dhcp"},
+    {"VlanZero",         {"--vlan", "0"},                  "expected off or a number from 1 to 4094"},
+    {"VlanLarge",        {"--vlan", "4095"},               "expected off or a number from 1 to 4094"},
+    {"VlanText",         {"--vlan", "on"},                 "expected off or a number from 1 to 4094"},
+    {"VlanPriority",     {"--vlan-priority", "8"},         "expected a number from 0 to 7"},
+};
+/* clang-format on */
+INSTANTIATE_TEST_SUITE_P(Rows, MisusedOption, ::testing::ValuesIn(misusedRows), fake::RowName());
+
+TEST(BuildLanChange, RefusesTwoValuesForOneSetting)
+{
+    expectFailure({{"--ipv4", "10.0.0.2/8"}, {"--ipv4", "10.0.0.3/8"}}, [](const Failure &failure) {
+        EXPECT_EQ(failure.status, Exit::usage);
+        EXPECT_EQ(failure.optionName, "--ipv4");
+        EXPECT_EQ(failure.optionValue, "10.0.0.3/8");
+        EXPECT_STREQ(failure.what(), "contradicts another value for the same setting");
+    });
+}
+
+TEST(BuildLanChange, RefusesToChangeNothing)
+{
+    expectFailure({}, [](const Failure &failure) {
+        EXPECT_EQ(failure.status, Exit::usage);
+        EXPECT_STREQ(failure.what(), "nothing to change: give at least one setting");
+    });
+}
+
+class RefusedOption : public ::testing::TestWithParam<Rejection> {};
+
+TEST_P(RefusedOption, IsRefusedWithTheCodeOfAParameterOutOfRange)
+{
+    expectRejection(GetParam(), Exit::refused, NW_ERR_OUT_OF_RANGE);
+}
+
+/* clang-format off */
+const Rejection refusedRows[] = {
+    {"Ipv4Loopback",     {"--ipv4", "127.0.0.1/8"},           "a loopback address"},
+    {"Ipv4Multicast",    {"--ipv4", "224.0.0.1/24"},          "a multicast or reserved address"},
+    {"Ipv4Zero",         {"--ipv4", "0.0.0.0/24"},            "the all-zero address"},
+    {"Ipv4NetworkZero",  {"--ipv4", "0.1.2.3/24"},            "an address of network 0"},
+    {"Ipv4ShortMask",    {"--ipv4", "10.0.0.2/7"},            "the first byte of a mask is 255, or the mask is 0.0.0.0"},
+    {"Ipv4Gateway",      {"--ipv4-gateway", "224.0.0.1"},     "a multicast or reserved address"},
+    {"Ipv4GatewayZero",  {"--ipv4-gateway", "0.0.0.0"},       "the all-zero address"},
+    {"Ipv6LinkLocal",    {"--ipv6", "fe80::1/64"},            "a link-local address"},
+    {"Ipv6Multicast",    {"--ipv6", "ff02::1/64"},            "a multicast address"},
+    {"Ipv6Loopback",     {"--ipv6", "::1/128"},               "the loopback address"},
+    {"Ipv6Gateway",      {"--ipv6-gateway", "::"},            "the all-zero address"},
+};
+/* clang-format on */
+INSTANTIATE_TEST_SUITE_P(Rows, RefusedOption, ::testing::ValuesIn(refusedRows), fake::RowName());
+
+TEST(OptionAbout, FindsTheAddressBeforeOtherOptionsOfItsFamily)
+{
+    const std::vector<GivenOption> given{
+        {"--ipv6", "on"}, {"--ipv4-gateway", "10.0.0.1"}, {"--ipv4", "10.0.0.2/8"}};
+
+    EXPECT_EQ(optionAbout(NW_ERR_IPV4_SAME_SEGMENT, given), &given[2]);
+    EXPECT_EQ(optionAbout(NW_ERR_IPV6_SAME_SEGMENT, given), &given[0]);
+    EXPECT_EQ(optionAbout(NW_ERR_RPC_TRANSPORT, given), nullptr);
+}
+
+TEST(OptionAbout, FindsWhatTheManagerFoundWrong)
+{
+    constexpr NW_RESULT gatewayOutside = 0x1E00000E;
+    const std::vector<GivenOption> both{{"--ipv4", "10.0.0.2/8"}, {"--ipv4-gateway", "11.0.0.1"}};
+    const std::vector<GivenOption> address{{"--lan", "on"}, {"--ipv4", "10.0.0.2/8"}};
+
+    EXPECT_EQ(optionAbout(gatewayOutside, both), &both[1]);
+    EXPECT_EQ(optionAbout(gatewayOutside, address), &address[1]);
+}
+
+} // namespace
+} // namespace nwctl

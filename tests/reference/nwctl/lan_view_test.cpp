@@ -1,0 +1,262 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "lan_render.hpp"
+
+namespace nwctl {
+namespace {
+
+template <std::size_t Size>
+void put(char (&field)[Size], const char *text)
+{
+    std::strncpy(field, text, Size);
+}
+
+/* A port with everything that can be shown. */
+NW_ETHER_INS_INFO_S fullPort()
+{
+    NW_ETHER_INS_INFO_S info{};
+    info.ucChannel = 8;
+    info.ucSameSegment = NW_SAME_SEGMENT_IPV4 | NW_SAME_SEGMENT_IPV6;
+    info.ucLanEnable = 1;
+    put(info.szEthName, "eth1");
+    put(info.szMacAddr, "52:54:00:12:34:57");
+
+    info.ucIpv4Enable = 1;
+    info.ucIpv4Type = 2;
+    put(info.szIpv4Addr, "192.168.20.2");
+    put(info.szIpv4Mask, "255.255.255.0");
+    put(info.szIpv4Gateway, "192.168.20.1");
+    put(info.szIpv4Addr2, "192.168.21.2");
+    info.ucIpv4Route1State = 1;
+    put(info.szIpv4Route1Addr, "10.0.0.0");
+    put(info.szIpv4Route1Mask, "255.0.0.0");
+    put(info.szIpv4Route1Gateway, "192.168.20.254");
+    info.ucIpv4Route2State = 1;
+    put(info.szIpv4Route2Addr, "172.16.0.0");
+    put(info.szIpv4Route2Mask, "255.240.0.0");
+    put(info.szIpv4Route2Gateway, "0.0.0.0");
+
+    info.ucIpv6Enable = 1;
+    info.ucIpv6Type = 1;
+    put(info.aszIpv6Addr[NW_IPV6_SLOT_STATIC], "2001:db8:20::2");
+    info.aucIpv6PrefixLen[0] = 64;
+    info.astIpv6AddrState[NW_IPV6_STATE_STATIC].ucState = NW_IPV6_ADDR_VALID;
+    put(info.aszIpv6Addr[NW_IPV6_SLOT_LINK_LOCAL], "fe80::5054:ff:fe12:3457");
+    info.astIpv6AddrState[NW_IPV6_STATE_LINK_LOCAL].ucState = NW_IPV6_ADDR_TENTATIVE;
+    info.ucIpv6AddrCount = 1;
+    put(info.aszIpv6Addr[NW_IPV6_SLOT_FURTHER], "2001:db8:30::2");
+    info.aucIpv6PrefixLen[1] = 56;
+    info.astIpv6AddrState[NW_IPV6_STATE_FURTHER].ucState = NW_IPV6_ADDR_DAD_FAILED;
+    put(info.szIpv6Gateway, "fe80::1");
+    put(info.szIpv6Gateway2, "fe80::2");
+    info.ucIpv6Route1State = 1;
+    put(info.szIpv6Route1Addr, "2001:db8:40::");
+    info.ucIpv6Route1Prefix = 48;
+    put(info.szIpv6Route1Gateway, "2001:db8:20::1");
+    info.ucIpv6Route2State = 1;
+    info.ucIpv6Route2Prefix = 32;
+
+    info.aucCfgTail[3] = 0x2C;
+    info.aucCfgTail[4] = 0x01;
+    return info;
+}
+
+/* What the query fills for a port whose families are off. */
+NW_ETHER_INS_INFO_S barePort()
+{
+    NW_ETHER_INS_INFO_S info{};
+    put(info.szEthName, "bond0");
+    info.ucIpv4Type = 2;
+    put(info.szIpv4Addr, "192.168.20.2");
+    info.ucIpv4Route1State = 1;
+    put(info.aszIpv6Addr[NW_IPV6_SLOT_LINK_LOCAL], "fe80::1");
+    info.astIpv6AddrState[NW_IPV6_STATE_LINK_LOCAL].ucState = NW_IPV6_ADDR_TENTATIVE;
+    info.ucIpv6Route1State = 1;
+    return info;
+}
+
+TEST(PortTable, ShowsEverythingOfAFullPort)
+{
+    EXPECT_EQ(portTable(viewPort(1, fullPort())),
+              R"(Port eth1 (index 1, channel 8)
+  LAN           enabled
+  MAC           52:54:00:12:34:57
+  IPv4          enabled, dhcp
+    address     192.168.20.2
+    mask        255.255.255.0
+    gateway     192.168.20.1
+    address 2   192.168.21.2
+    route 1     10.0.0.0 mask 255.0.0.0 via 192.168.20.254
+    route 2     172.16.0.0 mask 255.240.0.0 via 0.0.0.0
+  IPv6          enabled, static
+    address     2001:db8:20::2/64            static      valid
+    address     2001:db8:30::2/56            further     duplicate
+    address     fe80::5054:ff:fe12:3457      link-local  tentative
+    gateway     fe80::1
+    gateway 2   fe80::2
+    route 1     2001:db8:40::/48 via 2001:db8:20::1
+    route 2     -/32 via -
+  VLAN          300
+  Conflict      IPv4: two ports, or a port and the wireless interface, share a segment
+  Conflict      IPv6: two ports share a segment
+)");
+}
+
+TEST(PortTable, ShowsLittleOfABarePort)
+{
+    EXPECT_EQ(portTable(viewPort(2, barePort())),
+              R"(Port bond0 (index 2, channel 0)
+  LAN           disabled
+  MAC           -
+  IPv4          disabled
+  IPv6          disabled
+    address     fe80::1                      link-local  not checked
+  VLAN          none
+  Conflicts     none
+)");
+}
+
+TEST(PortTable, EscapesWhatTheRecordHolds)
+{
+    NW_ETHER_INS_INFO_S info{};
+    std::memset(info.szEthName, '\x1b', sizeof(info.szEthName));
+    put(info.szMacAddr, "52\n  MAC");
+
+    const std::string table = portTable(viewPort(0, info));
+
+    std::string name;
+    for (std::size_t i = 0; i < NW_IFC_NAME_SIZE; ++i) {
+        name += R"(\x1b)";
+    }
+    EXPECT_THAT(table, ::testing::StartsWith("Port " + name + " (index 0"));
+    EXPECT_THAT(table, ::testing::HasSubstr(R"(52\x0a  MAC)"));
+}
+
+TEST(PortJson, HoldsEverythingOfAFullPort)
+{
+    EXPECT_EQ(portJson(viewPort(1, fullPort())).dump(2), R"({
+  "port": "eth1",
+  "index": 1,
+  "channel": 8,
+  "lan": true,
+  "mac": "52:54:00:12:34:57",
+  "ipv4": {
+    "enabled": true,
+    "origin": "dhcp",
+    "address": "192.168.20.2",
+    "mask": "255.255.255.0",
+    "gateway": "192.168.20.1",
+    "address2": "192.168.21.2",
+    "routes": [
+      {
+        "number": 1,
+        "destination": "10.0.0.0",
+        "mask": "255.0.0.0",
+        "gateway": "192.168.20.254"
+      },
+      {
+        "number": 2,
+        "destination": "172.16.0.0",
+        "mask": "255.240.0.0",
+        "gateway": "0.0.0.0"
+      }
+    ]
+  },
+  "ipv6": {
+    "enabled": true,
+    "origin": "static",
+    "addresses": [
+      {
+        "address": "2001:db8:20::2",
+        "prefix": 64,
+        "kind": "static",
+        "state": "valid"
+      },
+      {
+        "address": "2001:db8:30::2",
+        "prefix": 56,
+        "kind": "further",
+        "state": "duplicate"
+      },
+      {
+        "address": "fe80::5054:ff:fe12:3457",
+        "prefix": null,
+        "kind": "link-local",
+        "state": "tentative"
+      }
+    ],
+    "gateway": "fe80::1",
+    "gateway2": "fe80::2",
+    "routes": [
+      {
+        "number": 1,
+        "destination": "2001:db8:40::",
+        "prefix": 48,
+        "gateway": "2001:db8:20::1"
+      },
+      {
+        "number": 2,
+        "destination": null,
+        "prefix": 32,
+        "gateway": null
+      }
+    ]
+  },
+  "vlan": 300,
+  "conflicts": [
+    "ipv4",
+    "ipv6"
+  ]
+})");
+}
+
+TEST(PortJson, KeepsItsKeysWithoutValues)
+{
+    EXPECT_EQ(portJson(viewPort(2, barePort())).dump(),
+              R"({"port":"bond0","index":2,"channel":0,"lan":false,"mac":null,)"
+              R"("ipv4":{"enabled":false,"origin":null,"address":null,"mask":null,"gateway":null,)"
+              R"("address2":null,"routes":[]},)"
+              R"("ipv6":{"enabled":false,"origin":null,"addresses":[{"address":"fe80::1",)"
+              R"("prefix":null,"kind":"link-local","state":"not checked"}],"gateway":null,)"
+              R"("gateway2":null,"routes":[]},"vlan":null,"conflicts":[]})");
+}
+
+TEST(ViewPort, ReadsNoFurtherThanTheRecordHolds)
+{
+    NW_ETHER_INS_INFO_S info{};
+    info.ucIpv6Enable = 1;
+    info.ucIpv6AddrCount = 255;
+    for (auto &slot : info.aszIpv6Addr) {
+        std::memset(slot, 'f', sizeof(slot));
+    }
+
+    const PortView view = viewPort(0, info);
+
+    EXPECT_EQ(view.ipv6Addresses.size(), NW_IPV6_SLOT_COUNT);
+    for (const Ipv6Address &address : view.ipv6Addresses) {
+        EXPECT_EQ(address.address, std::string(NW_ADDR_TEXT_SIZE, 'f'));
+        EXPECT_EQ(address.state, "unknown");
+    }
+}
+
+TEST(ViewPort, TakesEverySlotsOwnState)
+{
+    NW_ETHER_INS_INFO_S info{};
+    info.ucIpv6Enable = 1;
+    info.ucIpv6AddrCount = 16;
+    put(info.aszIpv6Addr[17], "2001:db8::f");
+    info.aucIpv6PrefixLen[16] = 77;
+    info.astIpv6AddrState[17].ucState = NW_IPV6_ADDR_DAD_FAILED;
+
+    const PortView view = viewPort(0, info);
+
+    ASSERT_EQ(view.ipv6Addresses.size(), 1U);
+    EXPECT_EQ(view.ipv6Addresses[0].prefix, 77U);
+    EXPECT_EQ(view.ipv6Addresses[0].state, "duplicate");
+}
+
+} // namespace
+} // namespace nwctl

@@ -1,0 +1,58 @@
+/* A message bus and services on it, each in a process of its own. */
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <sdbus-c++/sdbus-c++.h>
+
+#include "support.hpp"
+
+namespace bmc::test {
+
+/* A bus of the test's own. It knows one service that it could start, startableService, which would
+ * make the file startedFile(). DBUS_SYSTEM_BUS_ADDRESS names it as long as it lives. */
+class PrivateBus {
+public:
+    static constexpr std::uint32_t startableService = 99;
+
+    PrivateBus();
+    ~PrivateBus();
+
+    std::filesystem::path startedFile() const
+    {
+        return m_directory.path() / "started";
+    }
+
+    void signal(int number) const;
+
+private:
+    void writeConfiguration() const;
+
+    TemporaryDirectory m_directory;
+    std::unique_ptr<Child> m_daemon;
+    Environment m_address{"DBUS_SYSTEM_BUS_ADDRESS",
+                          "unix:path=" + (m_directory.path() / "socket").string()};
+};
+
+/* Handles one call; what it throws is its answer. */
+using Handler = std::function<void(sdbus::MethodCall &call)>;
+
+/* A service that answers each call by its handler. It owns its name when the constructor returns.
+ */
+class Peer {
+public:
+    Peer(std::uint32_t service, Handler handler, std::string signature = "ay");
+
+    pid_t pid() const
+    {
+        return m_process->pid();
+    }
+
+private:
+    std::unique_ptr<Child> m_process;
+};
+
+} // namespace bmc::test
