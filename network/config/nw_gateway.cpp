@@ -10,6 +10,7 @@ namespace {
 
 constexpr const char *NW_ARP_CACHE_FILE = "/proc/net/arp";
 constexpr size_t NW_LINE_SIZE = 256;
+constexpr uint32_t NW_READ_FAILURES_MAX = 16; /* in a row, before the cache is given up */
 
 /* What a line of the cache must say. */
 struct NW_CACHE_KEY_S {
@@ -57,12 +58,17 @@ bool NW_TakeCacheLine(const char *pcLine, const NW_CACHE_KEY_S &stKey, uint8_t *
 bool NW_ScanCache(FILE *pstCache, const NW_CACHE_KEY_S &stKey, uint8_t *pucMacAddr)
 {
     bool bHeading = true;
+    uint32_t uiFailures = 0;
 
-    while (feof(pstCache) == 0 && ferror(pstCache) == 0) {
+    while (feof(pstCache) == 0 && uiFailures < NW_READ_FAILURES_MAX) {
         char szLine[NW_LINE_SIZE]{};
         if (fgets(szLine, sizeof(szLine), pstCache) == nullptr) {
             NW_DIAG(NW_DIAG_ERROR, "No data while scanning %s.", NW_ARP_CACHE_FILE);
-        } else if (bHeading) {
+            ++uiFailures;
+            continue;
+        }
+        uiFailures = 0;
+        if (bHeading) {
             NW_DIAG(NW_DIAG_INFO, "First line  while scanning %s.", NW_ARP_CACHE_FILE);
             bHeading = false;
         } else if (szLine[0] != '\0' && szLine[0] != '\n' &&
