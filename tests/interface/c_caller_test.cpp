@@ -1,0 +1,87 @@
+/* The public header in C: every record has the size that it must have, and calls arrive. */
+#include <map>
+#include <string>
+
+#include "c_caller.h"
+#include "fake_matchers.hpp"
+#include "tool_output.hpp"
+
+namespace {
+
+constexpr std::size_t pointer = sizeof(void *);
+
+const std::map<std::string, std::size_t> sizes{
+    {"NW_NET_STATUS_S", 1},
+    {"NW_IFC_STATE_DB_INFO_S", 84},
+    {"NW_LAN_CFG_IPV4_ROUTE_S", 25},
+    {"NW_LAN_CFG_IPV6_ROUTE_S", 67},
+    {"NW_LAN_CFG_LINK_LOCAL_S", 256},
+    {"NW_LAN_CFG_VLAN_S", 7},
+    {"NW_LAN_CFG_PORT_S", 791},
+    {"NW_LAN_CFG_DB_INFO_S", 2377},
+    {"NW_HOSTNAME_DB_INFO_S", 260},
+    {"NW_DNS_PORT_S", 592},
+    {"NW_DNS_DB_INFO_S", 1776},
+    {"NW_LLDP_PORT_S", 300},
+    {"NW_LLDP_DB_INFO_S", 604},
+    {"NW_NCSI_DB_INFO_S", 192},
+    {"NW_AN_CFG_PORT_S", 7},
+    {"NW_AN_CFG_DB_INFO_S", 21},
+    {"NW_WIFI_ADDR_S", 5},
+    {"NW_IPV6_ADDR_STATE_S", 4},
+    {"NW_ETHER_INS_INFO_S", 2799},
+    {"NW_LAN_BITMAP_S", 24},
+    {"NW_LAN_IPV4_HEADER_S", 3},
+    {"NW_LAN_SET_IPV4_ROUTE_S", 12},
+    {"NW_LAN_SET_IPV6_ROUTE_S", 33},
+    {"NW_LAN_SET_PORT_S", 158},
+    {"NW_LAN_SET_CFG_S", 478},
+    {"NW_LAN_SET_REQ_S", 506},
+    {"NW_SET_NETWORK_ALL_S", 2482},
+    {"NW_OPER_LOG_S", 3073},
+    {"NW_OPERATE_LOG_DESC_S", 152 + pointer},
+    {"NW_OPERATE_LOG_SUB_MODULE_S", 520 + pointer},
+    {"NW_RPC_REQUEST_S", 3074},
+    {"NW_RPC_RESPONSE_S", 264},
+    {"NW_LLDP_SET_S", 8},
+    {"NW_NET_MODE_SET_S", 8},
+    {"NW_LAN_REVERSE_SET_S", 8},
+    {"NW_AN_SET_PORT_S", 6},
+    {"NW_AN_SET_REQ_S", 28},
+};
+
+class CCaller : public fake::FakePlatformTest {};
+
+TEST_F(CCaller, SeesEveryRecordAtItsSize)
+{
+    std::size_t count = 0;
+    const C_RECORD_SIZE *records = cRecordSizes(&count);
+
+    std::map<std::string, std::size_t> seen;
+    for (std::size_t index = 0; index < count; ++index) {
+        seen[records[index].name] = records[index].size;
+    }
+    EXPECT_EQ(seen, sizes);
+}
+
+TEST_F(CCaller, KnowsEveryRecordOfTheHeader)
+{
+    const std::string header = interface::outputOf(NW_PREPROCESS_HEADER " " NW_HEADER_FILE);
+
+    std::set<std::string> known;
+    for (const auto &[name, size] : sizes) {
+        known.insert(name);
+    }
+    EXPECT_EQ(interface::allMatches(header, "\\}\\s*(NW_\\w+_S);"), known);
+}
+
+TEST_F(CCaller, ReachesTheLibrary)
+{
+    EXPECT_EQ(cCompletionCode(0x1E000E23), 0xC9U);
+
+    char text[128];
+    cBuildLldpText(text, sizeof(text));
+    EXPECT_STREQ(text, "Configured LLDP settings successfully, LLDP state: Enabled.");
+}
+
+} // namespace

@@ -1,0 +1,74 @@
+/* The library needs libc and a platform, and does nothing when it is loaded. */
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+
+#include "tool_output.hpp"
+
+namespace interface {
+namespace {
+
+TEST(Dependencies, AreLibcAndItsLoaderAlone)
+{
+    const auto needed = allMatches(outputOf(NW_READELF " -d " NW_LIBRARY_FILE),
+                                   "\\(NEEDED\\)[^\\[]*\\[([^\\]]+)\\]");
+    const std::set<std::string> allowed{"libc.so.6", "ld-linux-x86-64.so.2", "ld-linux-armhf.so.3"};
+
+    EXPECT_TRUE(needed.contains("libc.so.6"));
+    EXPECT_TRUE(std::includes(allowed.begin(), allowed.end(), needed.begin(), needed.end()))
+        << testing::PrintToString(needed);
+}
+
+TEST(Dependencies, HaveNoSearchPath)
+{
+    EXPECT_THAT(outputOf(NW_READELF " -d " NW_LIBRARY_FILE),
+                testing::Not(testing::ContainsRegex("RPATH|RUNPATH")));
+}
+
+/* What glibc does not give is asked of the platform, by names that it declares. */
+TEST(Dependencies, AreOtherwisePlatformFunctions)
+{
+    const auto asked =
+        allMatches(outputOf(NW_NM " -D --undefined-only " NW_LIBRARY_FILE), " U (\\w+)\n");
+    const auto offered = allMatches(outputOf(NW_PREPROCESS_PLATFORM), "(\\w+)\\(");
+
+    EXPECT_FALSE(asked.empty());
+    EXPECT_TRUE(std::includes(offered.begin(), offered.end(), asked.begin(), asked.end()))
+        << testing::PrintToString(asked);
+}
+
+TEST(Loading, RunsNothing)
+{
+    EXPECT_THAT(outputOf(NW_READELF " -d -SW " NW_LIBRARY_FILE),
+                testing::Not(testing::ContainsRegex("INIT|FINI|init_array|fini_array|[.]ctors")));
+}
+
+TEST(Loading, NeedsNeitherTextRelocationsNorAnExecutableStack)
+{
+    EXPECT_THAT(outputOf(NW_READELF " -d " NW_LIBRARY_FILE),
+                testing::Not(testing::HasSubstr("TEXTREL")));
+    EXPECT_THAT(outputOf(NW_READELF " -lW " NW_LIBRARY_FILE),
+                testing::ContainsRegex("GNU_STACK .* RW "));
+}
+
+/* The exported tables cannot be written once the loader has relocated them. */
+TEST(Loading, LeavesTheTablesReadOnly)
+{
+    const std::string sections = outputOf(NW_READELF " -SW " NW_LIBRARY_FILE);
+    const std::string symbols = outputOf(NW_READELF " --dyn-syms -W " NW_LIBRARY_FILE);
+    for (const std::string table :
+         {"g_astSuccessOperateLogDescTbl", "g_astFailureOperateLogDefault",
+          "g_astNwOperateLogSubModuleTbl"}) {
+        const auto index = allMatches(symbols, "OBJECT +GLOBAL +DEFAULT +(\\d+) +" + table);
+        ASSERT_EQ(index.size(), 1U) << table;
+        const auto section = allMatches(sections, "\\[ *" + *index.begin() + "\\] +(\\S+)");
+        EXPECT_THAT(section, testing::ElementsAre(testing::AnyOf(".rodata", ".data.rel.ro")))
+            << table;
+    }
+    EXPECT_THAT(outputOf(NW_READELF " -lW " NW_LIBRARY_FILE), testing::HasSubstr("GNU_RELRO"));
+}
+
+} // namespace
+} // namespace interface
