@@ -8,8 +8,7 @@
 #include <cstdint>
 #include <string>
 
-namespace bmc::rpc
-{
+namespace bmc::rpc {
 
 inline constexpr const char *objectPath = "/io/networkmng/Rpc";
 inline constexpr const char *interfaceName = "io.networkmng.Rpc1";

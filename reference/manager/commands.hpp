@@ -1,0 +1,12 @@
+/* The commands that the manager carries out. */
+#pragma once
+
+#include "manager.hpp"
+#include "rpc_server.hpp"
+
+namespace bmc::manager {
+
+/* Answers the response to one request of service 24, function 28. */
+rpc::Bytes answer(Manager &manager, rpc::Request request);
+
+} // namespace bmc::manager

@@ -1,0 +1,95 @@
+#include "lan_checks.hpp"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include <arpa/inet.h>
+
+#include "address.hpp"
+#include "bmc_platform.h"
+#include "network_mng/check.h"
+#include "refusal.hpp"
+
+namespace bmc::manager {
+
+namespace {
+
+void require(bool holds, Result refusal, const char *subject)
+{
+    if (!holds) {
+        throw Refusal(refusal, subject);
+    }
+}
+
+bool isZero(const std::uint8_t *bytes, std::size_t size)
+{
+    return LIB_NW_CheckIPIsZero(bytes, static_cast<std::int32_t>(size)) != 0;
+}
+
+void checkIpv4Gateway(const NW_LAN_CFG_PORT_S &port)
+{
+    const Address address = ipv4(port.aucIpv4Addr, prefixOf(port.aucIpv4Mask));
+    const Address gateway = ipv4(port.aucIpv4Gateway);
+    const bool applies = !isUnset(address) && !isUnset(gateway);
+    const bool fits = isInSubnetOf(gateway, address) && gateway.bytes != address.bytes;
+    require(!applies || fits, Result::gatewayOutside, "IPv4 gateway");
+}
+
+/* A destination needs an extent. */
+void checkRoutes(const NW_LAN_CFG_PORT_S &port)
+{
+    for (const NW_LAN_CFG_IPV4_ROUTE_S &route : port.astIpv4Route) {
+        require(route.ucState == 0 || !isZero(route.aucMask, sizeof(route.aucMask)),
+                Result::badIpv4Route, "IPv4 route mask");
+    }
+    for (const NW_LAN_CFG_IPV6_ROUTE_S &route : port.astIpv6Route) {
+        require(route.ucState == 0 || route.ucPrefix != 0, Result::badIpv6Route,
+                "IPv6 route prefix length");
+    }
+}
+
+/* As the LAN query reads it: unreadable counts as switched off. */
+NW_WIFI_ADDR_S wirelessAddress()
+{
+    std::array<char, BMC_WIRELESS_INFO_SIZE> info{};
+    NW_WIFI_ADDR_S wireless{};
+    if (USBMANAGE_GetWirelessServiceInfo(info.data()) != 0) {
+        return wireless;
+    }
+
+    const auto text = info.begin() + BMC_WIRELESS_IPV4_TEXT_OFFSET;
+    in_addr address{};
+    if (inet_pton(AF_INET, std::string(text, std::find(text, info.end(), '\0')).c_str(),
+                  &address) == 1) {
+        std::copy_n(reinterpret_cast<const std::uint8_t *>(&address), NW_IPV4_SIZE,
+                    wireless.aucIpv4Addr);
+    }
+    wireless.ucIpv4Enable = static_cast<std::uint8_t>(info[BMC_WIRELESS_ENABLE_OFFSET]);
+    return wireless;
+}
+
+} // namespace
+
+void checkPort(const NW_LAN_CFG_PORT_S &port)
+{
+    require(isZero(port.aucIpv4Addr, NW_IPV4_SIZE) || !isZero(port.aucIpv4Mask, NW_IPV4_SIZE),
+            Result::badIpv4Mask, "IPv4 mask");
+    checkIpv4Gateway(port);
+    require(isZero(port.aucIpv6Addr, NW_IPV6_SIZE) || port.ucIpv6Prefix != 0, Result::badIpv6Prefix,
+            "IPv6 prefix length");
+    checkRoutes(port);
+}
+
+void checkSegments(const NW_IFC_STATE_DB_INFO_S &state, const NW_LAN_CFG_DB_INFO_S &lan,
+                   std::uint32_t checks)
+{
+    const NW_WIFI_ADDR_S wireless = wirelessAddress();
+    const NW_RESULT verdict =
+        LIB_NW_CheckIPv4v6SameSegment(state.ucIfcState, NW_PORTSET_ALL, checks, &wireless, &lan);
+    if (verdict != NW_OK) {
+        throw Refusal(verdict, "two interfaces in the same segment");
+    }
+}
+
+} // namespace bmc::manager

@@ -1,0 +1,34 @@
+#include "store.hpp"
+
+#include <string>
+
+#include "bmc_platform.h"
+#include "refusal.hpp"
+
+namespace bmc::manager {
+
+Store::Store()
+{
+    void *environment = DB_Open();
+    database_ = environment == nullptr ? nullptr : DB_GetCurrentDb(environment);
+    if (database_ == nullptr) {
+        throw Refusal(Result::databaseFailed, "open");
+    }
+}
+
+bool Store::get(std::uint32_t key, std::uint32_t size, void *content) const
+{
+    return DB_Get(database_, key, size, content) == 0;
+}
+
+bool Store::put(std::uint32_t key, std::uint32_t size, const void *content) const
+{
+    return DB_PutInternal("nwmanagerd", __LINE__, database_, key, size, content) == 0;
+}
+
+void Store::failed(const char *operation, const char *name)
+{
+    throw Refusal(Result::databaseFailed, std::string(operation) + " " + name + " record");
+}
+
+} // namespace bmc::manager

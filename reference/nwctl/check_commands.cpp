@@ -1,0 +1,41 @@
+#include "commands.hpp"
+#include "text.hpp"
+#include "verdict.hpp"
+
+namespace nwctl {
+
+namespace {
+
+void check(const CheckKind &kind, const std::string &text, Session &session)
+{
+    const Verdict verdict = kind.check(text);
+
+    if (session.json()) {
+        session.print(Json{{"kind", kind.name},
+                           {"text", text},
+                           {"valid", verdict.valid},
+                           {"detail", verdict.detail}});
+    } else {
+        session.print(escaped(text) + ": " + (verdict.valid ? "valid, " : "not valid, ") +
+                      escaped(verdict.detail) + "\n");
+    }
+    session.status = verdict.valid ? Exit::success : Exit::refused;
+}
+
+} // namespace
+
+void addCheckCommands(std::vector<Command> &commands)
+{
+    for (const CheckKind &kind : checkKinds()) {
+        const auto declare = [&kind](CLI::App &app, Session &session) {
+            const auto text = std::make_shared<std::string>();
+            app.add_option("TEXT", *text, kind.description)->required();
+            app.callback([&kind, text, &session] { check(kind, *text, session); });
+        };
+        commands.push_back({"check", kind.name,
+                            std::string("Is the text ") + kind.description + "?",
+                            std::string("check ") + kind.name + " " + kind.example, declare});
+    }
+}
+
+} // namespace nwctl

@@ -1,0 +1,17 @@
+#include <cstdlib>
+#include <iostream>
+#include <vector>
+
+#include "run.hpp"
+
+int main(int argc, char **argv)
+{
+    /* The program itself says why something failed; the library's diagnostics on the same stream
+     * are for those who ask for them. */
+    constexpr int keepUsersChoice = 0;
+    setenv("BMC_LOG_LEVEL", "2", keepUsersChoice);
+
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    const auto status = nwctl::run(arguments, std::cout, std::cerr);
+    return static_cast<int>(status);
+}

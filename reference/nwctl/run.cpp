@@ -1,0 +1,108 @@
+#include "run.hpp"
+
+#include <algorithm>
+#include <map>
+
+#include "commands.hpp"
+
+namespace nwctl {
+
+namespace {
+
+constexpr const char *statusHelp = "Exit status:\n"
+                                   "  0  success\n"
+                                   "  1  internal failure, or the configuration cannot be read\n"
+                                   "  2  usage error\n"
+                                   "  3  refused by a check, nothing was sent\n"
+                                   "  4  refused by the network manager\n"
+                                   "  5  the network manager cannot be reached";
+
+/* --json is known before the command line is understood, since errors obey it too. */
+bool wantsJson(std::span<const std::string> arguments)
+{
+    const auto end = std::ranges::find(arguments, "--");
+    return std::find(arguments.begin(), end, "--json") != end;
+}
+
+void addGlobals(CLI::App &app)
+{
+    app.add_flag("--json")->description("Answer with one JSON document, errors included");
+    app.set_version_flag("--version", "nwctl " NWCTL_VERSION);
+    app.footer(statusHelp);
+    app.require_subcommand(1);
+}
+
+void addCommands(CLI::App &app, Session &session)
+{
+    std::map<std::string, CLI::App *> parents{{"", &app}};
+    for (const Group &group : groups()) {
+        CLI::App *parent = app.add_subcommand(group.name, group.description);
+        parent->require_subcommand(1)->fallthrough();
+        parents[group.name] = parent;
+    }
+
+    for (const Command &command : commands()) {
+        CLI::App *child =
+            parents.at(command.group)->add_subcommand(command.name, command.description);
+        child->fallthrough();
+        child->footer("Example:\n  nwctl " + command.example);
+        command.declare(*child, session);
+    }
+}
+
+/* What CLI11 found wrong, with the option and the value that it is about. Its own texts begin with
+ * the option: "--vlan: 1 required ID missing", "PORT is required". */
+Failure misuse(const CLI::App &app, const CLI::ParseError &error)
+{
+    const std::vector<std::string> unknown = app.remaining(true);
+    if (!unknown.empty()) {
+        const bool option = unknown.front().starts_with('-');
+        return {Exit::usage, option ? unknown.front() : "argument",
+                option && unknown.size() > 1 ? unknown[1]
+                : option                     ? ""
+                                             : unknown.front(),
+                option ? "no such option" : "not expected here"};
+    }
+
+    const std::string text = error.what();
+    for (const std::string separator : {": ", " is required"}) {
+        const auto end = text.find(separator);
+        if (end != std::string::npos && text.find(' ') >= end) {
+            const std::string reason = separator == ": " ? text.substr(end + 2) : "is missing";
+            return {Exit::usage, text.substr(0, end), "", reason};
+        }
+    }
+    return {Exit::usage, "", "", text};
+}
+
+void parse(CLI::App &app, std::span<const std::string> arguments)
+{
+    /* CLI11 takes them from the back. */
+    app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+}
+
+} // namespace
+
+Exit run(std::span<const std::string> arguments, std::ostream &out, std::ostream &err)
+{
+    Session session(out, err, wantsJson(arguments));
+    CLI::App app("Reads and changes the network configuration of the management controller.",
+                 "nwctl");
+
+    try {
+        addGlobals(app);
+        addCommands(app, session);
+        parse(app, arguments);
+    } catch (const CLI::Success &success) {
+        app.exit(success, out, err);
+    } catch (const CLI::ParseError &error) {
+        session.report(misuse(app, error));
+    } catch (const Failure &failure) {
+        session.report(failure);
+    } catch (const std::exception &exception) {
+        session.report(Failure(Exit::internal, "", "", exception.what()));
+    }
+    return session.status;
+}
+
+} // namespace nwctl

@@ -1,0 +1,23 @@
+#include "text.hpp"
+
+namespace nwctl {
+
+std::string escaped(std::string_view text)
+{
+    constexpr char digits[] = "0123456789abcdef";
+    std::string safe;
+
+    for (const char character : text) {
+        const auto byte = static_cast<unsigned char>(character);
+        if (character == '\\') {
+            safe += "\\\\";
+        } else if (byte >= 0x20 && byte < 0x7F) {
+            safe += character;
+        } else {
+            safe += {'\\', 'x', digits[byte >> 4], digits[byte & 0xF]};
+        }
+    }
+    return safe;
+}
+
+} // namespace nwctl

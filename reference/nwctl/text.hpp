@@ -1,0 +1,22 @@
+/* Texts from records and users, safe to print. */
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+namespace nwctl {
+
+/* Text of a field that may lack its terminator. */
+template <std::size_t Size>
+std::string boundedText(const char (&field)[Size])
+{
+    return {field, strnlen(field, Size)};
+}
+
+/* The text with backslashes and everything that is not a printable ASCII character written as
+ * \\ and \xNN, so that nothing in it can act on a terminal or pass for another line. */
+std::string escaped(std::string_view text);
+
+} // namespace nwctl

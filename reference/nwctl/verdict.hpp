@@ -1,0 +1,24 @@
+/* What the library's checks say of a text. */
+#pragma once
+
+#include <span>
+#include <string>
+
+namespace nwctl {
+
+struct Verdict {
+    bool valid;
+    std::string detail; /* what the text is, or why it is refused */
+};
+
+/* A kind of text that can be checked. */
+struct CheckKind {
+    const char *name;
+    const char *description;
+    const char *example; /* a text to show in the help */
+    Verdict (*check)(const std::string &text);
+};
+
+std::span<const CheckKind> checkKinds();
+
+} // namespace nwctl

@@ -1,0 +1,13 @@
+/* Is the message bus alive? */
+#pragma once
+
+#include "deadline.hpp"
+
+namespace bmc {
+
+/* Returns once the system bus has answered a few bytes, so that connecting, which knows no time-out
+ * of its own, will not hang. Throws Failure when the bus is absent, or silent until the deadline.
+ * An address of an uncommon form is not probed. */
+void probeBus(const Deadline &deadline);
+
+} // namespace bmc

@@ -1,0 +1,123 @@
+/* The process's configuration database. */
+#include <cstdio>
+#include <mutex>
+
+#include <pthread.h>
+
+#include "bmc_platform.h"
+#include "environment.hpp"
+#include "failure.hpp"
+#include "record_store.hpp"
+
+namespace {
+
+using bmc::Failure;
+using bmc::RecordStore;
+
+constexpr std::uint32_t sizeLimit = 1U << 20;
+
+/* What callers hold: addresses that stay the same for the life of the process and its children.
+ * Which environment they stand for is looked up with each use. */
+char environmentHandle;
+char databaseHandle;
+
+std::mutex mutex;
+RecordStore *current;
+
+/* A child's copy of its parent's store. Closing it would withdraw the child's own locks, which
+ * belong to the same file; so it is kept and never touched. */
+RecordStore *inherited;
+
+void lockForFork()
+{
+    mutex.lock();
+}
+
+void unlockInParent()
+{
+    mutex.unlock();
+}
+
+void startAfreshInChild()
+{
+    if (current != nullptr) {
+        inherited = current;
+        current = nullptr;
+    }
+    mutex.unlock();
+}
+
+const int forkHandlers = pthread_atfork(lockForFork, unlockInParent, startAfreshInChild);
+
+/* The store of this process, opened by the first call. Never closed, so it may be used without the
+ * mutex. */
+const RecordStore &store()
+{
+    const std::lock_guard lock(mutex);
+    if (forkHandlers != 0) {
+        throw Failure(forkHandlers, "database: cannot watch for fork");
+    }
+    if (current == nullptr) {
+        current = new RecordStore(bmc::stateDirectory() / "config-db");
+    }
+    return *current;
+}
+
+void requireRecord(const void *database, std::uint32_t size, const void *record)
+{
+    bmc::require(database == &databaseHandle, "not a database handle");
+    bmc::require(record != nullptr, "null record");
+    bmc::require(size != 0 && size <= sizeLimit, "absurd record size");
+}
+
+std::string recordName(std::uint32_t key, const char *file, std::uint32_t line)
+{
+    char name[sizeof("0x12345678")];
+    std::snprintf(name, sizeof(name), "0x%08X", key);
+    return file == nullptr ? std::string(name)
+                           : std::string(name) + " of " + file + ":" + std::to_string(line);
+}
+
+/* Runs an access and names the record, and the caller when it is known, in whatever it throws. */
+template <typename Access>
+int access(std::uint32_t key, const char *file, std::uint32_t line, Access &&body)
+{
+    return bmc::guarded([&] {
+        try {
+            body();
+        } catch (const Failure &failure) {
+            throw Failure(failure, "record " + recordName(key, file, line) + ": " + failure.what());
+        }
+    });
+}
+
+} // namespace
+
+void *DB_Open(void)
+{
+    return bmc::guarded([] { store(); }) == 0 ? &environmentHandle : nullptr;
+}
+
+void *DB_GetCurrentDb(void *pEnv)
+{
+    static_cast<void>(pEnv);
+    const std::lock_guard lock(mutex);
+    return current != nullptr ? &databaseHandle : nullptr;
+}
+
+int DB_Get(void *pDb, uint32_t uiKey, uint32_t uiSize, void *pBuffer)
+{
+    return access(uiKey, nullptr, 0, [&] {
+        requireRecord(pDb, uiSize, pBuffer);
+        store().get(uiKey, {static_cast<std::byte *>(pBuffer), uiSize});
+    });
+}
+
+int DB_PutInternal(const char *pcFile, uint32_t uiLine, void *pDb, uint32_t uiKey, uint32_t uiSize,
+                   const void *pData)
+{
+    return access(uiKey, pcFile != nullptr ? pcFile : "?", uiLine, [&] {
+        requireRecord(pDb, uiSize, pData);
+        store().put(uiKey, {static_cast<const std::byte *>(pData), uiSize});
+    });
+}

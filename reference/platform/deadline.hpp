@@ -1,0 +1,34 @@
+/* The moment by which a call must be done. */
+#pragma once
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+
+#include "failure.hpp"
+
+namespace bmc {
+
+class Deadline {
+public:
+    explicit Deadline(std::chrono::milliseconds timeout)
+        : m_end(std::chrono::steady_clock::now() + timeout)
+    {
+    }
+
+    /* What is left, never 0; Failure when nothing is. */
+    std::chrono::microseconds remaining() const
+    {
+        const auto left = std::chrono::duration_cast<std::chrono::microseconds>(
+            m_end - std::chrono::steady_clock::now());
+        if (left.count() <= 0) {
+            throw Failure(ETIMEDOUT, errnoText(ETIMEDOUT));
+        }
+        return left;
+    }
+
+private:
+    std::chrono::steady_clock::time_point m_end;
+};
+
+} // namespace bmc

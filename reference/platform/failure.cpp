@@ -1,0 +1,66 @@
+#include "failure.hpp"
+
+#include <cerrno>
+#include <system_error>
+
+#include "bmc_platform.h"
+
+namespace bmc {
+
+namespace {
+
+void reportLine(Level level, std::uint32_t line, const char *text)
+{
+    BMC_DiagLogOut(0, 0, static_cast<std::uint32_t>(level), line, "libbmc_platform", "%s", text);
+}
+
+} // namespace
+
+Failure::Failure(int code, const std::string &text, Level level, std::source_location where)
+    : std::runtime_error(text), m_code(code != 0 ? code : EIO), m_level(level), m_line(where.line())
+{
+}
+
+Failure::Failure(const Failure &failure, const std::string &text)
+    : std::runtime_error(text), m_code(failure.m_code), m_level(failure.m_level),
+      m_line(failure.m_line)
+{
+}
+
+void Failure::report() const noexcept
+{
+    reportLine(m_level, m_line, what());
+}
+
+std::string errnoText(int error)
+{
+    return std::system_category().message(error);
+}
+
+int reportCurrentException() noexcept
+{
+    try {
+        throw;
+    } catch (const Failure &failure) {
+        failure.report();
+        return failure.code();
+    } catch (const std::bad_alloc &) {
+        reportLine(Level::error, 0, "out of memory");
+        return ENOMEM;
+    } catch (const std::exception &error) {
+        reportLine(Level::error, 0, error.what());
+        return EIO;
+    } catch (...) {
+        reportLine(Level::error, 0, "unknown failure");
+        return EIO;
+    }
+}
+
+void require(bool condition, const char *text, std::source_location where)
+{
+    if (!condition) {
+        throw Failure(EINVAL, text, Level::error, where);
+    }
+}
+
+} // namespace bmc

@@ -1,0 +1,59 @@
+/* The one way in which a platform function fails: a code for the caller and a line for a human. */
+#pragma once
+
+#include <cstdint>
+#include <source_location>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace bmc {
+
+/* Levels of diagnostic lines, as syslog priorities. */
+enum class Level : std::uint32_t { error = 4, information = 6, debug = 7 };
+
+class Failure : public std::runtime_error {
+public:
+    /* The code is the caller's answer and never 0. */
+    Failure(int code, const std::string &text, Level level = Level::error,
+            std::source_location where = std::source_location::current());
+
+    /* The same failure told in other words. */
+    Failure(const Failure &failure, const std::string &text);
+
+    int code() const noexcept
+    {
+        return m_code;
+    }
+
+    void report() const noexcept;
+
+private:
+    int m_code;
+    Level m_level;
+    std::uint32_t m_line;
+};
+
+/* errno as text, for example "No space left on device". */
+std::string errnoText(int error);
+
+/* Reports the exception that is being handled and answers its code. */
+int reportCurrentException() noexcept;
+
+/* Runs the body of an exported function: 0, or the code of what it threw. */
+template <typename Body>
+int guarded(Body &&body) noexcept
+{
+    try {
+        std::forward<Body>(body)();
+        return 0;
+    } catch (...) {
+        return reportCurrentException();
+    }
+}
+
+/* An argument that no caller may pass. */
+void require(bool condition, const char *text,
+             std::source_location where = std::source_location::current());
+
+} // namespace bmc

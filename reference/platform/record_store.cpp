@@ -1,0 +1,191 @@
+#include "record_store.hpp"
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include "failure.hpp"
+#include "files.hpp"
+
+namespace bmc {
+
+namespace {
+
+/* Two orders of magnitude above what all records take, small beside a 32-bit address space. */
+constexpr std::size_t mapSize = 16U << 20;
+
+/* Room for about a thousand readers at once. */
+constexpr off_t lockFileSize = 64 << 10;
+
+constexpr mode_t privateDirectory = 0700;
+constexpr mode_t privateFile = 0600;
+
+/* Stored most significant byte first: the database's order is the numbers' order, and a file means
+ * the same on every machine. */
+class Key {
+public:
+    explicit Key(std::uint32_t key)
+        : m_bytes{static_cast<std::uint8_t>(key >> 24), static_cast<std::uint8_t>(key >> 16),
+                  static_cast<std::uint8_t>(key >> 8), static_cast<std::uint8_t>(key)}
+    {
+    }
+
+    MDB_val value()
+    {
+        return {m_bytes.size(), m_bytes.data()};
+    }
+
+private:
+    std::array<std::uint8_t, 4> m_bytes;
+};
+
+void check(int code, const std::string &what,
+           std::source_location where = std::source_location::current())
+{
+    if (code != 0) {
+        throw Failure(code, what + ": " + mdb_strerror(code),
+                      code == MDB_NOTFOUND ? Level::information : Level::error, where);
+    }
+}
+
+/* A transaction; undone unless it is committed. */
+class Transaction {
+public:
+    Transaction(MDB_env *environment, unsigned flags)
+    {
+        int code = mdb_txn_begin(environment, nullptr, flags, &m_transaction);
+        if (code == MDB_READERS_FULL) {
+            /* Processes that died in a read still hold their places. */
+            int cleared = 0;
+            mdb_reader_check(environment, &cleared);
+            code = mdb_txn_begin(environment, nullptr, flags, &m_transaction);
+        }
+        check(code, "database transaction");
+    }
+
+    Transaction(const Transaction &) = delete;
+    Transaction &operator=(const Transaction &) = delete;
+
+    ~Transaction()
+    {
+        if (m_transaction != nullptr) {
+            mdb_txn_abort(m_transaction);
+        }
+    }
+
+    MDB_txn *get() const
+    {
+        return m_transaction;
+    }
+
+    void commit()
+    {
+        check(mdb_txn_commit(std::exchange(m_transaction, nullptr)), "database commit");
+    }
+
+private:
+    MDB_txn *m_transaction = nullptr;
+};
+
+void makeDirectory(const std::filesystem::path &directory)
+{
+    std::error_code error;
+    std::filesystem::create_directories(directory.parent_path(), error);
+    if (!error && mkdir(directory.c_str(), privateDirectory) != 0 && errno != EEXIST) {
+        error.assign(errno, std::system_category());
+    }
+    if (error) {
+        throw Failure(error.value(), directory.string() + ": " + error.message());
+    }
+}
+
+/* The lock table is written through a mapping, where a full disk would kill the process: its blocks
+ * are taken beforehand. A table that is in use already keeps its size. */
+void reserveLockFile(const std::filesystem::path &path)
+{
+    const Descriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, privateFile));
+    struct stat status {};
+    const bool failed = !file || fstat(file.get(), &status) != 0 ||
+                        (status.st_size == 0 && fallocate(file.get(), 0, 0, lockFileSize) != 0 &&
+                         errno != EOPNOTSUPP);
+    if (failed) {
+        throw Failure(errno, path.string() + ": " + errnoText(errno));
+    }
+}
+
+/* Names of new files outlive a power failure only when their directory is written, too. */
+void syncDirectory(const std::filesystem::path &directory)
+{
+    const Descriptor file(open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!file || fsync(file.get()) != 0) {
+        throw Failure(errno, directory.string() + ": " + errnoText(errno));
+    }
+}
+
+} // namespace
+
+RecordStore::RecordStore(const std::filesystem::path &directory)
+{
+    makeDirectory(directory);
+    reserveLockFile(directory / "lock.mdb");
+    check(mdb_env_create(&m_environment), "database environment");
+    try {
+        open(directory);
+        syncDirectory(directory);
+        syncDirectory(directory / "..");
+    } catch (...) {
+        mdb_env_close(m_environment);
+        throw;
+    }
+}
+
+RecordStore::~RecordStore()
+{
+    mdb_env_close(m_environment);
+}
+
+void RecordStore::open(const std::filesystem::path &directory)
+{
+    check(mdb_env_set_mapsize(m_environment, mapSize), "database size");
+    /* Readers belong to transactions, not to threads. */
+    check(mdb_env_open(m_environment, directory.c_str(), MDB_NOTLS, privateFile),
+          directory.string());
+
+    int cleared = 0;
+    check(mdb_reader_check(m_environment, &cleared), "database readers");
+
+    Transaction transaction(m_environment, MDB_RDONLY);
+    check(mdb_dbi_open(transaction.get(), nullptr, 0, &m_database), "database");
+    transaction.commit();
+}
+
+void RecordStore::get(std::uint32_t key, std::span<std::byte> buffer) const
+{
+    const Transaction transaction(m_environment, MDB_RDONLY);
+    Key bytes(key);
+    MDB_val name = bytes.value();
+    MDB_val record{};
+    check(mdb_get(transaction.get(), m_database, &name, &record), "read");
+
+    if (record.mv_size != buffer.size()) {
+        throw Failure(MDB_BAD_VALSIZE, "read: the record has " + std::to_string(record.mv_size) +
+                                           " bytes, not " + std::to_string(buffer.size()));
+    }
+    std::memcpy(buffer.data(), record.mv_data, buffer.size());
+}
+
+void RecordStore::put(std::uint32_t key, std::span<const std::byte> record) const
+{
+    Transaction transaction(m_environment, 0);
+    Key bytes(key);
+    MDB_val name = bytes.value();
+    MDB_val value{record.size(), const_cast<std::byte *>(record.data())};
+    check(mdb_put(transaction.get(), m_database, &name, &value, 0), "write");
+    transaction.commit();
+}
+
+} // namespace bmc

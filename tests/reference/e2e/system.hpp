@@ -1,0 +1,54 @@
+/* Fixture: a freshly configured system, and what its parts say about it. */
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "lan_change.hpp"
+#include "manager.hpp"
+#include "shell.hpp"
+
+namespace e2e {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/* The stored LAN record, byte for byte; throws when it cannot be read. */
+Bytes storedLanRecord();
+
+/* Addresses that the record says a port has, in the form of kernelAddresses. */
+std::vector<std::string> storedAddresses(std::uint32_t port);
+
+/* True while the stored status says that a change is in progress. */
+bool changeIsInProgress();
+
+/* What the library tells about a port; throws when it tells nothing. */
+NW_ETHER_INS_INFO_S queryPort(const std::string &interface);
+
+class System : public ::testing::Test {
+protected:
+    /* Stores the initial configuration, takes what an earlier test left from the interfaces and
+     * starts the manager. */
+    void SetUp() override;
+
+    void startManager();
+    Manager &manager()
+    {
+        return *manager_;
+    }
+    /* SIGTERM; the addresses stay with the kernel. */
+    void stopManager();
+
+private:
+    std::unique_ptr<Manager> manager_;
+};
+
+/* A change to make, and to name the port that has it. */
+inline LanChange changeEth1()
+{
+    return LanChange(NW_PORT_ETH1);
+}
+
+} // namespace e2e
