@@ -289,7 +289,7 @@ TEST_F(MessageQueue, KeepsAMessageLongerThanAskedFor)
     EXPECT_EQ(receive(tooSmall), failed);
     expectFailure("Msgrcv failed, iRet:%d\n", -1);
     EXPECT_EQ(tooSmall.text(), Bytes(8, Package::poison));
-    EXPECT_EQ(queue.count(), 1U);
+    ASSERT_EQ(queue.count(), 1U);
 
     Package enough(9);
     EXPECT_EQ(receive(enough), 0U);
