@@ -18,7 +18,6 @@ using ipc::RealQueue;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr std::uint32_t failed = 0x81000001;
 constexpr const char *keyFile = "/var/heartbeat.key";
 constexpr int project = 7;
 const std::string noKey = "In HeartbeatPostLogMsg, failed to ftok /var/heartbeat.key.";
