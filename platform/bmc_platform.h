@@ -46,7 +46,8 @@ void *DB_Open(void);
  * pointer: the process has one environment. */
 void *DB_GetCurrentDb(void *pEnv);
 
-/* Copies the record uiKey, exactly uiSize bytes, into pBuffer. 0, or the database's own non-zero
+/* Copies the record uiKey, exactly uiSize bytes, into pBuffer. pDb is a database, or an environment
+ * and then stands for its current database; likewise in DB_PutInternal. 0, or the database's own non-zero
  * code (a missing record and a record of another size included); on failure pBuffer may have
  * changed. */
 int DB_Get(void *pDb, uint32_t uiKey, uint32_t uiSize, void *pBuffer);

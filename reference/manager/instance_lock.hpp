@@ -1,4 +1,4 @@
-/* One manager for each state directory. */
+/* One process of a daemon for each state directory. */
 #pragma once
 
 #include <cerrno>
@@ -25,17 +25,18 @@ class InstanceLock {
 public:
     /* Makes the directory where it is missing. Throws std::runtime_error when another process holds
      * the lock. */
-    InstanceLock()
+    explicit InstanceLock(const std::string &program = "nwmanagerd")
     {
         std::filesystem::create_directories(stateDirectory());
-        const std::string path = stateDirectory() / "nwmanagerd.lock";
+        const std::string path = stateDirectory() / (program + ".lock");
         descriptor_ = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
         if (descriptor_ < 0) {
             throw std::system_error(errno, std::generic_category(), path);
         }
         if (flock(descriptor_, LOCK_EX | LOCK_NB) != 0) {
             close(descriptor_);
-            throw std::runtime_error("another nwmanagerd works on " + stateDirectory().string());
+            throw std::runtime_error("another " + program + " works on " +
+                                     stateDirectory().string());
         }
     }
 

@@ -7,6 +7,10 @@ namespace {
 constexpr Group groupRows[] = {
     {"lan", "LAN settings of the management ports"},
     {"check", "Check a text with the rules that a setting must obey"},
+    {"chassis", "Status exchanged with the chassis manager"},
+    {"lock", "The network lock"},
+    {"queue", "Message queues between local processes"},
+    {"heartbeat", "The platform's heartbeat queue"},
 };
 
 } // namespace
@@ -21,6 +25,10 @@ std::vector<Command> commands()
     std::vector<Command> rows;
     addLanCommands(rows);
     addCheckCommands(rows);
+    addChassisCommands(rows);
+    addLockCommands(rows);
+    addQueueCommands(rows);
+    addHeartbeatCommands(rows);
     return rows;
 }
 

@@ -30,5 +30,9 @@ std::vector<Command> commands();
 /* The commands of one subject each. */
 void addLanCommands(std::vector<Command> &commands);
 void addCheckCommands(std::vector<Command> &commands);
+void addChassisCommands(std::vector<Command> &commands);
+void addLockCommands(std::vector<Command> &commands);
+void addQueueCommands(std::vector<Command> &commands);
+void addHeartbeatCommands(std::vector<Command> &commands);
 
 } // namespace nwctl

@@ -33,7 +33,7 @@ constexpr Row rows[] = {
     NAMED(NW_ERR_DB_ENVIRONMENT,       Subject::none, "the configuration database has no environment"),
     NAMED(NW_ERR_DB_READ,              Subject::none, "a configuration record could not be read"),
     NAMED(NW_ERR_DB_WRITE,             Subject::none, "a configuration record could not be written"),
-    NAMED(NW_ERR_RPC_TRANSPORT,        Subject::none, "the network manager cannot be reached or did not answer properly"),
+    NAMED(NW_ERR_RPC_TRANSPORT,        Subject::none, "the service cannot be reached or did not answer properly"),
     NAMED(NW_ERR_MAC_NULL_POINTER,     Subject::none, "null pointer argument of the MAC conversion"),
     NAMED(NW_ERR_PORT_NOT_SUPPORTED,   Subject::none, "the port is not present on this board"),
     NAMED(NW_OPERLOG_LOCAL_FAIL,       Subject::none, "refused by the library before anything was sent"),

@@ -65,7 +65,8 @@ const RecordStore &store()
 
 void requireRecord(const void *database, std::uint32_t size, const void *record)
 {
-    bmc::require(database == &databaseHandle, "not a database handle");
+    bmc::require(database == &databaseHandle || database == &environmentHandle,
+                 "not a database handle");
     bmc::require(record != nullptr, "null record");
     bmc::require(size != 0 && size <= sizeLimit, "absurd record size");
 }

@@ -11,25 +11,35 @@
 
 namespace e2e {
 
-Manager::Manager()
+Manager::Manager(const std::vector<std::string> &command, std::uint32_t service) : command_(command)
 {
     pid_ = ::fork();
     if (pid_ == 0) {
-        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-        ::execl(NW_BINARY_DIR "/nwmanagerd", "nwmanagerd", nullptr);
-        ::_exit(127);
+        becomeProgram();
     }
-    const auto isReady = [this] {
+    const auto isReady = [this, service] {
         if (::waitpid(pid_, nullptr, WNOHANG) != 0) {
             pid_ = -1;
-            throw std::runtime_error("the network manager ended while it started");
+            throw std::runtime_error(command_[0] + " ended while it started");
         }
-        return managerOwnsItsName();
+        return isOnTheBus(service);
     };
     if (!eventually(isReady)) {
         kill();
-        throw std::runtime_error("the network manager doesn't become ready");
+        throw std::runtime_error(command_[0] + " doesn't become ready");
     }
+}
+
+void Manager::becomeProgram() const
+{
+    std::vector<char *> arguments;
+    for (const std::string &word : command_) {
+        arguments.push_back(const_cast<char *>(word.c_str()));
+    }
+    arguments.push_back(nullptr);
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    ::execv((NW_BINARY_DIR "/" + command_[0]).c_str(), arguments.data());
+    ::_exit(127);
 }
 
 Manager::~Manager()
@@ -66,9 +76,15 @@ int Manager::wait()
 
 bool managerOwnsItsName()
 {
+    return isOnTheBus(NW_RPC_SERVICE_NETWORK);
+}
+
+bool isOnTheBus(std::uint32_t service)
+{
     const CommandResult answer =
         run("dbus-send --system --print-reply --dest=org.freedesktop.DBus / "
-            "org.freedesktop.DBus.NameHasOwner string:io.networkmng.Service24");
+            "org.freedesktop.DBus.NameHasOwner string:io.networkmng.Service" +
+            std::to_string(service));
     return answer.output.find("boolean true") != std::string::npos;
 }
 

@@ -1,0 +1,39 @@
+#include "json_file.hpp"
+
+#include <fstream>
+#include <stdexcept>
+
+#include "chassis_log.hpp"
+
+namespace bmc::chassis {
+
+Json loadObject(const std::filesystem::path &path)
+{
+    std::ifstream file(path);
+    if (!file) {
+        return Json::object();
+    }
+
+    Json object = Json::parse(file, nullptr, false);
+    if (!object.is_object()) {
+        log(Level::error, path.string() + " holds no JSON object and is begun anew");
+        return Json::object();
+    }
+    return object;
+}
+
+void storeObject(const std::filesystem::path &path, const Json &object)
+{
+    constexpr int indentation = 2;
+    const std::filesystem::path draft = path.string() + ".new";
+
+    std::ofstream file(draft);
+    file << object.dump(indentation) << '\n';
+    file.close();
+    if (!file) {
+        throw std::runtime_error("cannot write " + draft.string());
+    }
+    std::filesystem::rename(draft, path);
+}
+
+} // namespace bmc::chassis

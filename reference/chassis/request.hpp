@@ -1,0 +1,39 @@
+/* Requests and responses as the services here take and give them. */
+#pragma once
+
+#include <functional>
+#include <stdexcept>
+
+#include "manager_results.hpp"
+#include "network_mng/rpc.h"
+#include "rpc_server.hpp"
+
+namespace bmc::chassis {
+
+using manager::Result;
+
+/* Why a request isn't carried out. */
+class Refused : public std::runtime_error {
+public:
+    Refused(Result result, const std::string &subject)
+        : std::runtime_error(subject + ": " + manager::meaningOf(result)), result_(result)
+    {
+    }
+
+    Result result() const
+    {
+        return result_;
+    }
+
+private:
+    Result result_;
+};
+
+/* Throws Refused when the bytes are no request. */
+NW_RPC_REQUEST_S parseRequest(rpc::Request bytes);
+
+/* Carries a request out and answers the response: 0, the code of what was refused, or that of a
+ * failed database for any other exception. name stands for the service in the log. */
+rpc::Bytes respond(const char *name, const std::function<void()> &carryOut);
+
+} // namespace bmc::chassis

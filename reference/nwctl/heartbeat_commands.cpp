@@ -1,0 +1,86 @@
+#include "answer.hpp"
+#include "commands.hpp"
+#include "exchange_values.hpp"
+#include "network_mng/message.h"
+#include "output_capture.hpp"
+#include "time_limit.hpp"
+
+namespace nwctl {
+
+namespace {
+
+constexpr unsigned idMax = 255;
+
+struct Arguments {
+    std::string id;
+    std::string payload;
+    std::string limit = "0";
+};
+
+/* The library prints why it failed; standard output is the answer's. */
+struct Posted {
+    NW_RESULT result;
+    bool isSupported;
+    bool isLimitOver;
+    std::string printed;
+};
+
+Posted post(const std::vector<std::uint8_t> &payload, int id, unsigned seconds)
+{
+    const OutputCapture capture;
+    const TimeLimit limit(seconds);
+    Posted posted{HeartbeatPostLogMsg(payload.data(), id), false, limit.isOver(), ""};
+    posted.printed = capture.text();
+
+    std::uint8_t support = 0;
+    posted.isSupported = NW_CheckKezCapability(&support) != NW_OK || support == 1;
+    return posted;
+}
+
+void requireDone(const Posted &posted)
+{
+    if (posted.result == NW_OK) {
+        return;
+    }
+    if (!posted.isSupported) {
+        throw Failure(Exit::refused, "", "", "the platform has no heartbeat: " + posted.printed,
+                      posted.result);
+    }
+    if (posted.isLimitOver) {
+        throw Failure(Exit::transport, "", "", "the time limit is over", posted.result);
+    }
+    throw Failure(Exit::internal, "", "", posted.printed, posted.result);
+}
+
+void send(const Arguments &arguments, Session &session)
+{
+    const auto id = static_cast<int>(numberIn("ID", arguments.id, 1, idMax));
+    const auto payload = bytesIn("BYTES", arguments.payload, NW_HEARTBEAT_PAYLOAD_SIZE);
+
+    requireDone(post(payload, id, limitIn(arguments.limit)));
+    answer(session, Json{{"id", id}, {"bytes", arguments.payload}}, "heartbeat sent\n");
+}
+
+void declareSend(CLI::App &app, Session &session)
+{
+    const auto arguments = std::make_shared<Arguments>();
+    app.add_option("ID", arguments->id, "project id of the heartbeat queue, 1 to 255")
+        ->required()
+        ->type_name("");
+    app.add_option("BYTES", arguments->payload, "8 bytes, two hexadecimal digits each")
+        ->required()
+        ->type_name("");
+    declareLimit(app, arguments->limit);
+    app.callback([arguments, &session] { send(*arguments, session); });
+}
+
+} // namespace
+
+void addHeartbeatCommands(std::vector<Command> &commands)
+{
+    commands.push_back({"heartbeat", "send",
+                        "Post a message to the queue of " NW_HEARTBEAT_KEY_FILE,
+                        "heartbeat send 1 0102030405060708", declareSend});
+}
+
+} // namespace nwctl
