@@ -1,6 +1,7 @@
 #include "answer.hpp"
 #include "commands.hpp"
 #include "exchange_values.hpp"
+#include "hex.hpp"
 #include "network_mng/message.h"
 #include "output_capture.hpp"
 #include "time_limit.hpp"
@@ -58,7 +59,7 @@ void send(const Arguments &arguments, Session &session)
     const auto payload = bytesIn("BYTES", arguments.payload, NW_HEARTBEAT_PAYLOAD_SIZE);
 
     requireDone(post(payload, id, limitIn(arguments.limit)));
-    answer(session, Json{{"id", id}, {"bytes", arguments.payload}}, "heartbeat sent\n");
+    answer(session, Json{{"id", id}, {"bytes", bmc::hexText(payload)}}, "heartbeat sent\n");
 }
 
 void declareSend(CLI::App &app, Session &session)

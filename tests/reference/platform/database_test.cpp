@@ -39,6 +39,19 @@ TEST_F(Database, GivesTheCurrentDatabaseForAnyHandle)
     });
 }
 
+TEST_F(Database, EnvironmentStandsForItsDatabase)
+{
+    inChild([] {
+        const Bytes bytes{1, 2, 3, 4};
+        EXPECT_EQ(0, DB_PutInternal("unit", 1, DB_Open(), 0x1061000C, 4, bytes.data()));
+        expectRecord(0x1061000C, bytes);
+
+        Bytes read(4);
+        EXPECT_EQ(0, DB_Get(DB_Open(), 0x1061000C, 4, read.data()));
+        EXPECT_EQ(bytes, read);
+    });
+}
+
 TEST_F(Database, MakesAPrivateDirectory)
 {
     const Environment deeper("BMC_STATE_DIR", (state() / "a/b").string());
@@ -161,7 +174,7 @@ TEST_F(Database, AbsurdArgumentsAreRefused)
         ASSERT_NE(nullptr, database);
         ASSERT_EQ(0, DB_PutInternal(nullptr, 1, database, key, 4, record.data()));
         stderrOf([&] {
-            for (void *bad : {static_cast<void *>(nullptr), DB_Open(), static_cast<void *>(&record),
+            for (void *bad : {static_cast<void *>(nullptr), static_cast<void *>(&record),
                               reinterpret_cast<void *>(1)}) {
                 EXPECT_NE(0, DB_Get(bad, key, 4, record.data()));
                 EXPECT_NE(0, DB_PutInternal("unit", 1, bad, key, 4, record.data()));
