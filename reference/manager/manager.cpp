@@ -108,6 +108,7 @@ void Manager::changeLan(const NW_LAN_CFG_DB_INFO_S &before, NW_LAN_CFG_DB_INFO_S
                         const std::set<unsigned> &ports)
 {
     NW_IFC_STATE_DB_INFO_S state = store_.read(ifcStateRecord);
+    repair(after);
     const StatusBracket busy;
     JournalEntry journal(store_, before, after);
     Transaction transaction;
@@ -194,12 +195,13 @@ void Manager::clearStaleStatus() const
 
 void Manager::repair(NW_LAN_CFG_DB_INFO_S &lan) const
 {
-    for (NW_LAN_CFG_PORT_S &port : lan.astPort) {
-        if (port.ucIpv6FurtherCount > NW_IPV6_FURTHER_COUNT) {
-            log(Level::error, "start: the LAN configuration counted " +
-                                  std::to_string(port.ucIpv6FurtherCount) +
+    for (unsigned port = 0; port < NW_PORT_COUNT; port++) {
+        std::uint8_t &count = lan.astPort[port].ucIpv6FurtherCount;
+        if (count > NW_IPV6_FURTHER_COUNT) {
+            log(Level::error, "port " + std::to_string(port) + ": the record counted " +
+                                  std::to_string(count) +
                                   " further IPv6 addresses where 16 fit; it now counts 16");
-            port.ucIpv6FurtherCount = NW_IPV6_FURTHER_COUNT;
+            count = NW_IPV6_FURTHER_COUNT;
         }
     }
 }

@@ -100,11 +100,11 @@ std::vector<std::string> send(const LanChange &change, const std::string &port,
     const NW_RESULT result = LIB_NW_SetLanConfig(&bitmap, &config, &log);
     if (result != NW_OK) {
         const bool unreached = result == NW_ERR_RPC_TRANSPORT;
-        Failure failure =
-            changeFailure(unreached ? Exit::transport : Exit::manager, result,
-                          unreached ? "the change could not be sent to the network manager"
-                                    : "the network manager refused the change",
-                          port, given);
+        Failure failure = changeFailure(
+            unreached ? Exit::transport : Exit::manager, result,
+            unreached ? "no answer from the network manager; the change may still take effect"
+                      : "the network manager refused the change",
+            port, given);
         failure.sentence = failureSentence(log);
         throw failure;
     }

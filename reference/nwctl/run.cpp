@@ -103,6 +103,10 @@ Exit run(std::span<const std::string> arguments, std::ostream &out, std::ostream
     } catch (const std::exception &exception) {
         session.report(Failure(Exit::internal, "", "", exception.what()));
     }
+    if (!out.flush()) {
+        err << "nwctl: the answer could not be written\n";
+        return Exit::internal;
+    }
     return session.status;
 }
 

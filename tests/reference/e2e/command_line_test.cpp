@@ -36,6 +36,14 @@ TEST_F(CommandLine, ShowsEveryPortOfTheModeAsOneDocument)
     EXPECT_EQ(document["ports"][1]["ipv4"]["mask"], "255.255.255.0");
 }
 
+TEST_F(CommandLine, AnswerThatCannotBeWrittenIsAFailure)
+{
+    const CommandResult result = nwctl("lan show >/dev/full");
+
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors, HasSubstr("could not be written"));
+}
+
 TEST_F(CommandLine, ChangesThePortAndSaysSo)
 {
     const CommandResult result = nwctl("lan set eth1 --ipv4 192.168.20.7/25");

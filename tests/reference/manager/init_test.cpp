@@ -50,6 +50,8 @@ struct Row {
 /* clang-format off */
 const Row portRows[] = {
     {R"(, "colour": 1)", "ports[0]: unknown key \"colour\""},
+    {R"(, "col\u001b[31m": 1)", "ports[0]: unknown key \"col\\u001b[31m\""},
+    {R"(, "ipv4": {"enabled": true, "address": "10.1.0.1\u0000/24"})", "ports[0].ipv4.address: \"10.1.0.1\\u0000/24\" holds a control character"},
     {R"(, "ipv4": 7)", "ports[0].ipv4: must be an object"},
     {R"(, "ipv4": {})", "ports[0].ipv4: key \"enabled\" is missing"},
     {R"(, "ipv4": {"enabled": 1})", "ports[0].ipv4.enabled: must be true or false"},
