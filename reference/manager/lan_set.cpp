@@ -47,7 +47,7 @@ void setLan(Manager &manager, const NW_RPC_REQUEST_S &request, NW_RPC_RESPONSE_S
     const auto state = manager.store().read(ifcStateRecord);
     const auto before = manager.store().read(lanRecord);
     NW_LAN_CFG_DB_INFO_S after = before;
-    std::uint32_t segmentChecks = 0;
+    SegmentChecks checks;
     for (const unsigned port : ports) {
         const PortBits bits(set.stBitmap, port);
         if (!isServed(state, port)) {
@@ -56,9 +56,9 @@ void setLan(Manager &manager, const NW_RPC_REQUEST_S &request, NW_RPC_RESPONSE_S
         checkFields(bits.words, set.stConfig.astPort[port]);
         applyFields(bits.words, set.stConfig.astPort[port], after.astPort[port]);
         checkPort(after.astPort[port]);
-        segmentChecks |= segmentChecksOf(bits.words);
+        addChecks(checks, port, bits.words);
     }
-    checkSegments(state, after, segmentChecks);
+    checkSegments(state, after, checks);
 
     manager.changeLan(before, after, ports);
 }

@@ -82,7 +82,7 @@ std::vector<Change> Manager::planFor(const Interface &interface, const PortState
 {
     kernel_.keepSecondaryAddresses(interface);
     return planChanges(
-        {interface.isUp, kernel_.addressesOf(interface), kernel_.gatewaysOf(interface)}, managed,
+        {interface.isUp, kernel_.addressesOf(interface), kernel_.routesOf(interface)}, managed,
         wanted);
 }
 

@@ -1,10 +1,8 @@
 #include "stored.hpp"
 
 #include <algorithm>
-#include <array>
 
 #include "addresses.hpp"
-#include "bmc_platform.h"
 #include "failure.hpp"
 #include "text.hpp"
 
@@ -59,21 +57,6 @@ NW_LAN_CFG_DB_INFO_S readLanRecord()
     return record;
 }
 
-NW_WIFI_ADDR_S readWireless()
-{
-    std::array<char, BMC_WIRELESS_INFO_SIZE + 1> info{};
-    NW_WIFI_ADDR_S wireless{};
-
-    if (USBMANAGE_GetWirelessServiceInfo(info.data()) != 0) {
-        return wireless;
-    }
-    if (const auto address = parseIpv4(&info[BMC_WIRELESS_IPV4_TEXT_OFFSET])) {
-        std::ranges::copy(*address, wireless.aucIpv4Addr);
-    }
-    wireless.ucIpv4Enable = static_cast<std::uint8_t>(info[BMC_WIRELESS_ENABLE_OFFSET]);
-    return wireless;
-}
-
 std::string portName(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
 {
     return boundedText(interfaces.acIfcName[port]);
@@ -106,16 +89,21 @@ std::string modeName(const NW_IFC_STATE_DB_INFO_S &interfaces)
     return findMode(interfaces).name;
 }
 
-NW_ETHER_INS_INFO_S readPort(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
+void requireServed(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
 {
-    const std::string name = portName(interfaces, port);
     if (std::ranges::count(portsServed(interfaces), port) == 0) {
-        throw Failure(Exit::refused, "PORT", name,
+        throw Failure(Exit::refused, "PORT", portName(interfaces, port),
                       "the port is not served in network mode " + modeName(interfaces));
     }
+}
+
+NW_ETHER_INS_INFO_S readPort(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
+{
+    requireServed(interfaces, port);
 
     NW_ETHER_INS_INFO_S info{};
-    requireRead(LIB_NW_GetLanConfig(name.c_str(), &info), "the port's LAN settings");
+    requireRead(LIB_NW_GetLanConfig(portName(interfaces, port).c_str(), &info),
+                "the port's LAN settings");
     return info;
 }
 

@@ -13,8 +13,6 @@ namespace nwctl {
 /* The readers throw Failure (internal) when a record cannot be read. */
 NW_IFC_STATE_DB_INFO_S readInterfaces();
 NW_LAN_CFG_DB_INFO_S readLanRecord();
-/* All zero when there is no wireless service. */
-NW_WIFI_ADDR_S readWireless();
 
 /* Name of the port, at most the field's width. */
 std::string portName(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port);
@@ -25,6 +23,9 @@ unsigned findPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &t
 std::span<const unsigned> portsServed(const NW_IFC_STATE_DB_INFO_S &interfaces);
 /* "separate" or "active-standby". Throws like portsServed. */
 std::string modeName(const NW_IFC_STATE_DB_INFO_S &interfaces);
+
+/* Throws Failure: refused for a port that does not answer in the record's network mode. */
+void requireServed(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port);
 
 /* Full view of the port. Throws Failure: refused for a port that is not served, internal when a
  * record cannot be read. */
