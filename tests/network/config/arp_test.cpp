@@ -47,9 +47,7 @@ TEST_P(ArpSuspend, StoresTheStatusAndTellsThePortAnswered)
     EXPECT_EQ(result, 0U);
     EXPECT_EQ(status, 0x13);
     EXPECT_THAT(setters::sentRequests(), ElementsAre(setters::requestOf(5, {0xC3, row.value})));
-    EXPECT_EQ(context.text(mainSlot), row.sentence);
-    EXPECT_EQ(context.level(), 6U);
-    context.expectUntouchedBut({mainSlot});
+    setters::expectSentence(context, row.sentence);
     EXPECT_THAT(lines(), ElementsAre(setters::operLogLine(row.sentence)));
 }
 
@@ -91,9 +89,7 @@ TEST_P(ArpSuspendFailure, HasOneCodeAndLeavesTheStatus)
     EXPECT_EQ(status, untouched);
     const std::string sentence =
         fake::formatted("Failed to configure LAN settings for %s.", row.port);
-    EXPECT_EQ(context.text(mainSlot), sentence);
-    EXPECT_EQ(context.level(), 6U);
-    context.expectUntouchedBut({mainSlot});
+    setters::expectSentence(context, sentence);
     EXPECT_THAT(lines(),
                 ElementsAre(setters::codeLine("BMC_RPC_CallWithStruct Failed when suspending BMC "
                                               "ARPs, iRet:%d",

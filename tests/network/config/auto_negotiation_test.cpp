@@ -32,9 +32,7 @@ TEST_P(AutoNegotiationSentence, TellsThePortsThatChange)
 
     EXPECT_EQ(setters::send(setters::named("AutoNegotiation"), {config, bitmap}, context), 0U);
 
-    EXPECT_EQ(context.text(mainSlot), GetParam().sentences);
-    EXPECT_EQ(context.level(), 6U);
-    context.expectUntouchedBut({mainSlot});
+    setters::expectSentence(context, GetParam().sentences);
     EXPECT_THAT(lines(), ElementsAre(setters::operLogLine(GetParam().sentences)));
 }
 
@@ -57,18 +55,6 @@ Bytes storedSettings(std::uint8_t firstOn)
     Bytes record = setters::pattern(21);
     record[0] = firstOn;
     return record;
-}
-
-struct Answer {
-    std::uint32_t result;
-    Bytes record;
-};
-
-Answer getSettings()
-{
-    const support::Guarded record(21, setters::poison);
-    const std::uint32_t result = LIB_NW_GetAnConfig(record.as<NW_AN_CFG_DB_INFO_S>());
-    return {result, Bytes(record.bytes().begin(), record.bytes().end())};
 }
 
 std::vector<std::uint32_t> portsAsked()
@@ -112,7 +98,7 @@ TEST_P(AutoNegotiation, ShowsTheLiveStateInTheStoredSettings)
     support::put(expected, 7, Bytes{0xB0, 0xB1, 0xB2});
     support::put(expected, 14, Bytes{0xC0, 0xC1, 0xC2});
 
-    const Answer answer = getSettings();
+    const setters::Answer answer = setters::get(LIB_NW_GetAnConfig);
 
     EXPECT_EQ(answer.result, 0U);
     EXPECT_EQ(answer.record, expected);
@@ -124,7 +110,7 @@ TEST_P(AutoNegotiation, IgnoresAFailedStatus)
 {
     platform.setRecord(NW_KEY_AN_CFG, storedSettings(GetParam().firstOn));
 
-    const Answer answer = getSettings();
+    const setters::Answer answer = setters::get(LIB_NW_GetAnConfig);
 
     EXPECT_EQ(answer.result, 0U);
     EXPECT_EQ(answer.record, storedSettings(GetParam().firstOn));
@@ -138,7 +124,7 @@ TEST_P(AutoNegotiation, TakesWhatAFailedStatusLeft)
     install();
     platform.setAnStatus(1, {.autoNegotiation = 0xB0, .duplex = 0xB1, .speed = 0xB2, .code = -1});
 
-    const Answer answer = getSettings();
+    const setters::Answer answer = setters::get(LIB_NW_GetAnConfig);
 
     EXPECT_EQ(answer.result, 0U);
     EXPECT_EQ(Bytes(answer.record.begin() + 7, answer.record.begin() + 10),
@@ -172,7 +158,7 @@ TEST_P(NoAutoNegotiation, LeavesTheRecordAndAsksNoPort)
     platform.setRecord(NW_KEY_AN_CFG, storedSettings(1));
     GetParam().script(platform);
 
-    const Answer answer = getSettings();
+    const setters::Answer answer = setters::get(LIB_NW_GetAnConfig);
 
     EXPECT_EQ(answer.result, GetParam().result);
     EXPECT_EQ(answer.record, Bytes(21, setters::poison));
@@ -200,7 +186,7 @@ TEST_F(AutoNegotiationRead, GoesIntoAZeroedRecord)
 {
     platform.setRecord(NW_KEY_AN_CFG, storedSettings(0));
 
-    getSettings();
+    setters::get(LIB_NW_GetAnConfig);
 
     ASSERT_EQ(setters::databaseReads().size(), 1U);
     EXPECT_EQ(setters::databaseReads()[0].data, Bytes(21));

@@ -140,9 +140,7 @@ TEST_P(CombinedSetFailure, IsToldForThePartThatFailed)
         context.expectUntouched();
         return;
     }
-    EXPECT_EQ(context.text(setters::mainSlot), row.sentence);
-    EXPECT_EQ(context.level(), 6U);
-    context.expectUntouchedBut({setters::mainSlot});
+    setters::expectSentence(context, row.sentence);
     EXPECT_THAT(lines(), ElementsAre(failure, setters::operLogLine(row.sentence)));
 }
 

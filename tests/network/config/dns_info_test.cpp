@@ -12,18 +12,6 @@ constexpr std::size_t viewEntrySize = 968;
 constexpr std::size_t viewSize = 3 * viewEntrySize;
 constexpr std::size_t textSize = 64;
 
-struct Answer {
-    std::uint32_t result;
-    Bytes view;
-};
-
-Answer getDnsInfo()
-{
-    const support::Guarded view(viewSize, setters::poison);
-    const std::uint32_t result = LIB_NW_GetAllDnsInfo(view.as<NW_DNS_INFO_S>());
-    return {result, Bytes(view.bytes().begin(), view.bytes().end())};
-}
-
 /* One family's part of a stored entry and of the view. */
 struct Family {
     int family;
@@ -102,10 +90,10 @@ TEST_P(DnsInfo, ShowsThePortsServedAndKeepsTheRest)
     }
     platform.setRecord(NW_KEY_DNS, record);
 
-    const Answer answer = getDnsInfo();
+    const setters::Answer answer = setters::get(LIB_NW_GetAllDnsInfo);
 
     EXPECT_EQ(answer.result, 0U);
-    EXPECT_EQ(withoutTails(answer.view), withoutTails(expected));
+    EXPECT_EQ(withoutTails(answer.record), withoutTails(expected));
     EXPECT_TRUE(lines().empty());
 }
 
@@ -154,10 +142,10 @@ TEST_P(DnsInfoFailure, LeavesTheRecordUntouched)
     platform.setRecord(NW_KEY_DNS, setters::pattern(1776));
     GetParam().script(platform);
 
-    const Answer answer = getDnsInfo();
+    const setters::Answer answer = setters::get(LIB_NW_GetAllDnsInfo);
 
     EXPECT_EQ(answer.result, GetParam().result);
-    EXPECT_EQ(answer.view, Bytes(viewSize, setters::poison));
+    EXPECT_EQ(answer.record, Bytes(viewSize, setters::poison));
     EXPECT_THAT(lines(), testing::ElementsAreArray(GetParam().lines));
 }
 

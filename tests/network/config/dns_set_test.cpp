@@ -49,9 +49,7 @@ TEST_P(DnsSentences, TellEveryPortThatTheRequestNames)
 
     EXPECT_EQ(setters::send(setters::named("Dns"), {changeOf(GetParam().bits)}, context), 0U);
 
-    EXPECT_EQ(context.text(mainSlot), GetParam().sentences);
-    EXPECT_EQ(context.level(), 6U);
-    context.expectUntouchedBut({mainSlot});
+    setters::expectSentence(context, GetParam().sentences);
     EXPECT_THAT(lines(), ElementsAre(setters::operLogLine(GetParam().sentences)));
 }
 

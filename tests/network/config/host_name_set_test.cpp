@@ -78,9 +78,7 @@ TEST_P(HostNameSentence, TellsWhatTheDatabaseHolds)
 
     EXPECT_EQ(setHostName(GetParam().mask, setters::pattern(confSize), context), 0U);
 
-    EXPECT_EQ(context.text(mainSlot), GetParam().sentence);
-    EXPECT_EQ(context.level(), 6U);
-    context.expectUntouchedBut({mainSlot});
+    setters::expectSentence(context, GetParam().sentence);
     EXPECT_THAT(lines(), ElementsAre(setters::operLogLine(GetParam().sentence)));
 }
 

@@ -18,18 +18,6 @@ fake::LineMatcher stateLine(const char *format)
     return fake::isLine(fake::networkUnit, fake::ifcFail, format);
 }
 
-struct Answer {
-    std::uint32_t result;
-    Bytes view;
-};
-
-Answer getInterfaceState()
-{
-    const support::Guarded view(viewSize, setters::poison);
-    const std::uint32_t result = LIB_NW_GetInterfaceState(view.as<NW_IFC_STATE_INFO_S>());
-    return {result, Bytes(view.bytes().begin(), view.bytes().end())};
-}
-
 using InterfaceState = fake::FakePlatformTest;
 
 TEST_F(InterfaceState, ShowsItsPartOfTheRecord)
@@ -41,10 +29,10 @@ TEST_F(InterfaceState, ShowsItsPartOfTheRecord)
     expected[5] = record[6];
     support::put(expected, 6, std::span(record).subspan(32, 51));
 
-    const Answer answer = getInterfaceState();
+    const setters::Answer answer = setters::get(LIB_NW_GetInterfaceState);
 
     EXPECT_EQ(answer.result, 0U);
-    EXPECT_EQ(answer.view, expected);
+    EXPECT_EQ(answer.record, expected);
     EXPECT_THAT(lines(), IsEmpty());
     ASSERT_EQ(setters::databaseReads().size(), 1U);
     EXPECT_EQ(setters::databaseReads()[0].data, Bytes(84)) << "not read into a zeroed record";
@@ -79,10 +67,10 @@ protected:
 
 TEST_P(NoInterfaceState, IsAnsweredWithTheAccessorsCode)
 {
-    const Answer answer = getInterfaceState();
+    const setters::Answer answer = setters::get(LIB_NW_GetInterfaceState);
 
     EXPECT_EQ(answer.result, GetParam().result);
-    EXPECT_EQ(answer.view, Bytes(viewSize, setters::poison));
+    EXPECT_EQ(answer.record, Bytes(viewSize, setters::poison));
     EXPECT_THAT(lines(), ElementsAre(stateLine(GetParam().line),
                                      stateLine("Failed to get interface state info.")));
 }

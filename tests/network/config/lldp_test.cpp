@@ -30,18 +30,6 @@ const char *const failedSentence = "Failed to configure LLDP settings.";
 
 /* ---- Reading ---- */
 
-struct Answer {
-    std::uint32_t result;
-    Bytes record;
-};
-
-Answer getLldp()
-{
-    const support::Guarded record(recordSize, setters::poison);
-    const std::uint32_t result = LIB_NW_GetLLDP(record.as<NW_LLDP_DB_INFO_S>());
-    return {result, Bytes(record.bytes().begin(), record.bytes().end())};
-}
-
 using Lldp = fake::FakePlatformTest;
 
 // What stands behind the names' terminators is the database's.
@@ -52,7 +40,7 @@ TEST_F(Lldp, IsReadWholeWithTheNamesOfTheTwoPorts)
     support::putText(expected, 8, std::string("eth0") + '\0');
     support::putText(expected, 308, std::string("eth1") + '\0');
 
-    const Answer answer = getLldp();
+    const setters::Answer answer = setters::get(LIB_NW_GetLLDP);
 
     EXPECT_EQ(answer.result, 0U);
     EXPECT_EQ(answer.record, expected);
@@ -87,7 +75,7 @@ protected:
 
 TEST_P(LldpReadFailure, AnswersTheAccessorsCodeAndLeavesTheRecord)
 {
-    const Answer answer = getLldp();
+    const setters::Answer answer = setters::get(LIB_NW_GetLLDP);
 
     EXPECT_EQ(answer.result, GetParam().result);
     EXPECT_EQ(answer.record, Bytes(recordSize, setters::poison));
@@ -103,9 +91,7 @@ TEST_P(LldpReadFailure, RefusesAChangeOfReception)
 
         EXPECT_EQ(LIB_NW_LLDPRxEnable(request, context.get()), 0x81000001U);
 
-        EXPECT_EQ(context.text(mainSlot), failedSentence);
-        EXPECT_EQ(context.level(), 6U);
-        context.expectUntouchedBut({mainSlot});
+        setters::expectSentence(context, failedSentence);
         EXPECT_THAT(setters::sentRequests(), IsEmpty());
         EXPECT_THAT(
             lines(),
@@ -136,9 +122,7 @@ TEST_P(LldpSentence, TellsWhatTheRequestChanges)
 
     EXPECT_EQ(setters::send(setters::named("Lldp"), {request}, context), 0U);
 
-    EXPECT_EQ(context.text(mainSlot), GetParam().sentence);
-    EXPECT_EQ(context.level(), 6U);
-    context.expectUntouchedBut({mainSlot});
+    setters::expectSentence(context, GetParam().sentence);
     EXPECT_THAT(lines(), ElementsAre(setters::operLogLine(GetParam().sentence)));
 }
 
@@ -208,18 +192,28 @@ protected:
     }
 };
 
-TEST_F(LldpSwitch, RefusesOtherReceptionValuesUnread)
+/* The two functions that make a request of one value. */
+struct Switch {
+    std::string name;
+    std::uint32_t (*call)(std::uint32_t value, NW_OPER_LOG_S *context);
+    std::vector<std::uint32_t> invalid;
+    const char *invalidLine;
+    const char *failedLine;
+    bool passesOn; /* the setter's code instead of the general one */
+};
+
+class LldpSwitches : public LldpSwitch, public testing::WithParamInterface<Switch> {};
+
+TEST_P(LldpSwitches, RefuseOtherValuesUnread)
 {
-    for (const std::uint32_t request : {2U, 256U, 0x80000000U, 0xFFFFFFFFU}) {
+    for (const std::uint32_t value : GetParam().invalid) {
         platform.clearCalls();
         Context context(setters::poison);
 
-        EXPECT_EQ(LIB_NW_LLDPRxEnable(request, context.get()), 0x81000001U);
+        EXPECT_EQ(GetParam().call(value, context.get()), 0x81000001U);
 
-        EXPECT_EQ(context.text(mainSlot), failedSentence);
-        EXPECT_EQ(context.level(), 6U);
-        context.expectUntouchedBut({mainSlot});
-        EXPECT_THAT(lines(), ElementsAre(setters::codeLine("invalid req value[%d].", request),
+        setters::expectSentence(context, failedSentence);
+        EXPECT_THAT(lines(), ElementsAre(setters::codeLine(GetParam().invalidLine, value),
                                          setters::operLogLine(failedSentence)));
         EXPECT_THAT(platform.callNames(), ElementsAre("BMC_DiagLogOut", "BMC_DiagLogOut"));
     }
@@ -233,54 +227,29 @@ const Refusal refusals[] = {{fake::RpcAnswer::response(0x1E000031, 2), 0x1E00003
                             {fake::RpcAnswer::failure(-1), setters::transportFailed}};
 
 // The setter has written the operation log; it is not written again.
-TEST_F(LldpSwitch, ReportsAFailedChangeOfReceptionOnce)
+TEST_P(LldpSwitches, ReportAFailedChangeOnce)
 {
     for (const auto &[answer, result] : refusals) {
         platform.clearCalls();
-        platform.answerRpc([&](const fake::Call &) { return answer; });
-        Context context;
-
-        EXPECT_EQ(LIB_NW_LLDPRxEnable(0, context.get()), 0x81000001U);
-
-        EXPECT_EQ(context.text(mainSlot), failedSentence);
-        EXPECT_THAT(lines(),
-                    ElementsAre(failedSet, setters::operLogLine(failedSentence),
-                                setters::codeLine("Set lldp rx enable failed: %d.", result)));
-    }
-}
-
-TEST_F(LldpSwitch, ReportsAFailedIpmiValueOnceAndUnchanged)
-{
-    for (const auto &[answer, result] : refusals) {
-        platform.clearCalls();
-        platform.answerRpc([&](const fake::Call &) { return answer; });
-        Context context;
-
-        EXPECT_EQ(LIB_NW_IPMI_LLDPEnable(7, context.get()), result);
-
-        EXPECT_EQ(context.text(mainSlot), failedSentence);
-        EXPECT_THAT(lines(),
-                    ElementsAre(failedSet, setters::operLogLine(failedSentence),
-                                setters::codeLine("Ipmi set lldp enable failed: %d.", result)));
-    }
-}
-
-TEST_F(LldpSwitch, RefusesIpmiValuesAboveSeven)
-{
-    for (const std::uint32_t value : {8U, 9U, 255U, 256U, 0x80000001U, 0xFFFFFFFFU}) {
-        platform.clearCalls();
+        platform.answerRpc([&answer](const fake::Call &) { return answer; });
         Context context(setters::poison);
 
-        EXPECT_EQ(LIB_NW_IPMI_LLDPEnable(value, context.get()), 0x81000001U);
+        EXPECT_EQ(GetParam().call(1, context.get()), GetParam().passesOn ? result : 0x81000001U);
 
-        EXPECT_EQ(context.text(mainSlot), failedSentence);
-        EXPECT_EQ(context.level(), 6U);
-        context.expectUntouchedBut({mainSlot});
-        EXPECT_THAT(lines(), ElementsAre(setters::codeLine("Lldp enable[%d] is invalid.", value),
-                                         setters::operLogLine(failedSentence)));
-        EXPECT_THAT(platform.callNames(), ElementsAre("BMC_DiagLogOut", "BMC_DiagLogOut"));
+        setters::expectSentence(context, failedSentence);
+        EXPECT_THAT(lines(), ElementsAre(failedSet, setters::operLogLine(failedSentence),
+                                         setters::codeLine(GetParam().failedLine, result)));
     }
 }
+
+/* clang-format off */
+INSTANTIATE_TEST_SUITE_P(Functions, LldpSwitches, testing::Values(
+    Switch{"Reception", LIB_NW_LLDPRxEnable, {2, 256, 257, 0x80000000, 0xFFFFFFFF},
+           "invalid req value[%d].", "Set lldp rx enable failed: %d.", false},
+    Switch{"Ipmi", LIB_NW_IPMI_LLDPEnable, {8, 9, 255, 256, 257, 0x80000001, 0xFFFFFFFF},
+           "Lldp enable[%d] is invalid.", "Ipmi set lldp enable failed: %d.", true}),
+    [](const auto &row) { return row.param.name; });
+/* clang-format on */
 
 /* ---- IPMI values ---- */
 

@@ -27,9 +27,7 @@ TEST_P(PlainSentence, TellsTheOneFieldOfTheRequest)
 
     EXPECT_EQ(setters::send(setters::named(row.setter), {request}, context), 0U);
 
-    EXPECT_EQ(context.text(mainSlot), row.sentence);
-    EXPECT_EQ(context.level(), 6U);
-    context.expectUntouchedBut({mainSlot});
+    setters::expectSentence(context, row.sentence);
     EXPECT_THAT(lines(), ElementsAre(setters::operLogLine(row.sentence)));
 }
 

@@ -141,6 +141,13 @@ void Context::expectUntouched() const
     EXPECT_TRUE(std::ranges::equal(buffer_.bytes(), before_)) << "the context changed";
 }
 
+void expectSentence(const Context &context, const std::string &sentence)
+{
+    EXPECT_EQ(context.text(mainSlot), sentence);
+    EXPECT_EQ(context.level(), 6U);
+    context.expectUntouchedBut({mainSlot});
+}
+
 std::uint32_t send(const Setter &setter, const std::vector<Bytes> &records, Context &context)
 {
     std::vector<std::unique_ptr<support::Guarded>> guarded;

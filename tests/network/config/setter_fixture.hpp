@@ -70,6 +70,22 @@ private:
 /* Calls the setter with records that end at guard pages and must come back unchanged. */
 std::uint32_t send(const Setter &setter, const std::vector<Bytes> &records, Context &context);
 
+/* What a success or failure leaves: the sentence in the main slot, the level, nothing else. */
+void expectSentence(const Context &context, const std::string &sentence);
+
+/* A getter's answer; its record ends at a guard page and was poisoned before. */
+struct Answer {
+    std::uint32_t result;
+    Bytes record;
+};
+template <typename Record>
+Answer get(NW_RESULT (*getter)(Record *))
+{
+    const support::Guarded record(sizeof(Record), poison);
+    const std::uint32_t result = getter(record.as<Record>());
+    return {result, Bytes(record.bytes().begin(), record.bytes().end())};
+}
+
 /* Every byte tells where it stands; none is zero. */
 Bytes pattern(std::size_t size, std::size_t seed = 0);
 
