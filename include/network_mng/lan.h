@@ -355,6 +355,11 @@ NW_EXPORT NW_RESULT LIB_NW_GetAllLanConfig(NW_LAN_CFG_DB_INFO_S *pstLanCfgDbInfo
 NW_EXPORT NW_RESULT LIB_NW_SetLanConfig(NW_LAN_BITMAP_S *pstLanBitmap,
                                         NW_LAN_SET_CFG_S *pstLanConfig, NW_OPER_LOG_S *pstOperLog);
 
+/* Sends LAN, DNS and network-mode changes in one request. On success every part's slots of
+ * pstOperLog receive their texts, on failure the main slot that of the part that failed. */
+NW_EXPORT NW_RESULT LIB_NW_SetNetWorkAll(const NW_SET_NETWORK_ALL_S *pstSetNetworkAll,
+                                         NW_OPER_LOG_S *pstOperLog);
+
 /* Narrows word ulWordIdx (0 or 1; another changes nothing) of all three ports to the bits of
  * ulMask. */
 NW_EXPORT void NW_DecomposeBitmap(NW_LAN_BITMAP_S *pstBitmap, uint32_t ulMask, uint32_t ulWordIdx);

@@ -5,12 +5,22 @@
 #include "network_mng/rpc.h"
 #include "nw_frame.h"
 
+/* What a setter answers. */
+enum class NW_ANSWERS_E {
+    CHANNEL_RESULT, /* the response's result word, or NW_ERR_RPC_TRANSPORT */
+    RESPONSE_WORD,  /* the result word alone, which stays 0 when the call failed */
+};
+
+constexpr uint32_t NW_NO_OPERATE_LOG = 0;
+
 /* What distinguishes one setter from another. */
 struct NW_SETTER_S {
     NW_RESULT (*pfnChannel)(void *pstReqData, uint32_t *pstResData, uint32_t uiTimeout);
     uint8_t ucCommand;
     NW_DIAG_SHAPE_S stFailShape;
     const char *pcFailText; /* takes the result as its only argument, or none */
+    uint32_t uiLogModule = NW_NO_OPERATE_LOG;
+    NW_ANSWERS_E eAnswers = NW_ANSWERS_E::CHANNEL_RESULT;
 };
 
 /* Sends the payload (at most NW_RPC_PAYLOAD_SIZE bytes; what is longer has no place) under the
@@ -18,5 +28,12 @@ struct NW_SETTER_S {
  * zeroed first. Answers the channel's result. */
 NW_RESULT NW_SendRequest(const NW_SETTER_S &stSetter, const void *pPayload, uint32_t uiLength,
                          NW_RPC_RESPONSE_S *pstResponse);
+
+/* What the setter answers, given what the channel reported. */
+inline NW_RESULT NW_AnswerOf(const NW_SETTER_S &stSetter, NW_RESULT uiResult,
+                             const NW_RPC_RESPONSE_S &stResponse)
+{
+    return stSetter.eAnswers == NW_ANSWERS_E::RESPONSE_WORD ? stResponse.uiResult : uiResult;
+}
 
 #endif

@@ -36,7 +36,7 @@ constexpr NW_ACCESSOR_S s_stGetDns       = Reader(NW_KEY_DNS,        sizeof(NW_D
 constexpr NW_ACCESSOR_S s_stGetLldp      = Reader(NW_KEY_LLDP,       sizeof(NW_LLDP_DB_INFO_S),
     NW_ERR_GENERAL,        "Get lldp info failed, Ret:%d");
 constexpr NW_ACCESSOR_S s_stGetLanCfg    = Reader(NW_KEY_LAN_CFG,    sizeof(NW_LAN_CFG_DB_INFO_S),
-    NW_ERR_GENERAL,        "Get lancfg info failed, Ret:%d");
+    NW_ERR_GENERAL,        NW_TEXT_LAN_CFG_NOT_READ);
 constexpr NW_ACCESSOR_S s_stGetAnCfg     = Reader(NW_KEY_AN_CFG,     sizeof(NW_AN_CFG_DB_INFO_S),
     NW_ERR_GENERAL,        "Get Ancfg info failed, Ret:%d");
 constexpr NW_ACCESSOR_S s_stGetHostName  = Reader(NW_KEY_HOSTNAME,   sizeof(NW_HOSTNAME_DB_INFO_S),
@@ -48,11 +48,15 @@ constexpr NW_ACCESSOR_S s_stPutNetStatus{
     NoDatabase(NW_DIAG_ERROR, NW_NET_STATUS_NOT_PUT),
     {NW_DIAG_ERROR, "Failed to put net status information to DB.", NW_NET_STATUS_NOT_PUT}};
 
-constexpr NW_ACCESSOR_S s_stGetIfcState{
+} // namespace
+
+extern constexpr NW_ACCESSOR_S g_stGetIfcState{
     NW_KEY_IFC_STATE, sizeof(NW_IFC_STATE_DB_INFO_S), NW_DB_PATH_E::OPEN_THEN_CURRENT,
     NoEnvironment(NW_DIAG_IFC_FAIL, NW_ERR_GENERAL),
     {NW_DIAG_IFC_FAIL, "Failed to get interface state lmdb information!\n", NW_ERR_GENERAL},
     {NW_DIAG_IFC_FAIL, "Get interface state info failed!\n", NW_DB_OWN_CODE}};
+
+namespace {
 
 constexpr NW_ACCESSOR_S s_stPutIfcState{
     NW_KEY_IFC_STATE, sizeof(NW_IFC_STATE_DB_INFO_S), NW_DB_PATH_E::OPEN_THEN_CURRENT,
@@ -114,7 +118,7 @@ NW_RESULT NW_LMDB_Get_IfcState(NW_IFC_STATE_DB_INFO_S *pstIfcStateDbInfo)
 {
     NW_CHECK_NULL(pstIfcStateDbInfo, NW_ERR_NULL_POINTER);
 
-    return NW_ReadRecordCopied(s_stGetIfcState, pstIfcStateDbInfo);
+    return NW_ReadRecordCopied(g_stGetIfcState, pstIfcStateDbInfo);
 }
 
 NW_RESULT NW_LMDB_Put_IfcState(const NW_IFC_STATE_DB_INFO_S *pstIfcStateDbInfo)

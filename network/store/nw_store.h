@@ -30,6 +30,11 @@ struct NW_ACCESSOR_S {
     NW_DB_FAILURE_S stNotDone; /* the read or write itself */
 };
 
+/* Line of a failed read of the LAN configuration; prints the database's code. */
+inline constexpr const char *NW_TEXT_LAN_CFG_NOT_READ = "Get lancfg info failed, Ret:%d";
+
+extern const NW_ACCESSOR_S g_stGetIfcState;
+
 /* Handle of the accessor's database in *ppDb. pArgument: the caller's argument of the accessor. */
 NW_RESULT NW_OpenStore(const NW_ACCESSOR_S &stAccessor, void *pArgument, void **ppDb);
 
