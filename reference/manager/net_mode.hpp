@@ -1,0 +1,12 @@
+/* Commands 4 and 11: separate ports or a bond, and which interface is which port. */
+#pragma once
+
+#include "draft.hpp"
+
+namespace bmc::manager {
+
+/* Check a request and note what it asks for; throw Refusal. */
+void editNetMode(Draft &draft, Payload payload);
+void editLanReverse(Draft &draft, Payload payload);
+
+} // namespace bmc::manager
