@@ -19,7 +19,7 @@ struct Part {
 
 /* The mode comes first: the other parts are checked against the ports that it serves. */
 constexpr Part parts[] = {
-    {NW_LOG_NET_MODE, offsetof(NW_SET_NETWORK_ALL_S, aucNetMode), editNetMode},
+    {NW_LOG_NET_MODE, offsetof(NW_SET_NETWORK_ALL_S, aucNetMode), selectNetMode},
     {NW_LOG_LAN, offsetof(NW_SET_NETWORK_ALL_S, stLan), editLan},
     {NW_LOG_DNS, offsetof(NW_SET_NETWORK_ALL_S, aucDns), editDns},
 };
@@ -35,6 +35,9 @@ void editAll(Draft &draft, Payload payload)
         if ((mask & part.module) != 0) {
             blaming(part.module, [&] { part.edit(draft, payload.subspan(part.at)); });
         }
+    }
+    if ((draft.modules & NW_LOG_NET_MODE) != 0) {
+        blaming(NW_LOG_NET_MODE, [&] { checkNetMode(draft); });
     }
 }
 

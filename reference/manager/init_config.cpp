@@ -223,9 +223,7 @@ InitialConfig readConfig(std::istream &file)
     for (unsigned port = 0; port < NW_PORT_COUNT; port++) {
         readPort(ports.element(port, NW_PORT_COUNT), port, config);
     }
-    vet(ports, [&] {
-        checkSegments(config.state, config.lan, NW_SEGCHK_IPV4 | NW_SEGCHK_IPV6 | NW_SEGCHK_SLAAC);
-    });
+    vet(ports, [&] { checkSegments(config.state, config.lan, allChecks()); });
     return config;
 }
 

@@ -46,17 +46,17 @@ void editLan(Draft &draft, Payload payload)
 
     const NW_IFC_STATE_DB_INFO_S &state = draft.after.state;
     NW_LAN_CFG_DB_INFO_S &lan = draft.after.lan;
-    std::uint32_t segmentChecks = 0;
+    SegmentChecks checks;
     for (const unsigned port : ports) {
         const PortBits bits(set.stBitmap, port);
         require(isServed(state, port), Result::portNotServed, "port " + std::to_string(port));
         checkFields(bits.words, set.stConfig.astPort[port]);
         applyFields(bits.words, set.stConfig.astPort[port], lan.astPort[port]);
         checkPort(lan.astPort[port]);
-        segmentChecks |= segmentChecksOf(bits.words);
+        addChecks(checks, port, bits.words);
         draft.ports.insert(port);
     }
-    checkSegments(state, lan, segmentChecks);
+    checkSegments(state, lan, checks);
 }
 
 } // namespace bmc::manager

@@ -34,7 +34,7 @@ void swapRoles(NW_IFC_STATE_DB_INFO_S &state)
 
 } // namespace
 
-void editNetMode(Draft &draft, Payload payload)
+void selectNetMode(Draft &draft, Payload payload)
 {
     const auto request = contentOf<NW_NET_MODE_SET_S>(payload);
     require((request.ucSetMask & ~onlyBit) == 0, Result::unknownField, "network port mode");
@@ -50,6 +50,19 @@ void editNetMode(Draft &draft, Payload payload)
     require(isServable, Result::portNotServed, "network port mode");
     draft.modules |= NW_LOG_NET_MODE;
     selectAllPorts(draft);
+}
+
+void checkNetMode(const Draft &draft)
+{
+    checkSegments(draft.after.state, draft.after.lan, allChecks());
+}
+
+void editNetMode(Draft &draft, Payload payload)
+{
+    selectNetMode(draft, payload);
+    if (draft.modules != 0) {
+        checkNetMode(draft);
+    }
 }
 
 void editLanReverse(Draft &draft, Payload payload)

@@ -9,4 +9,9 @@ namespace bmc::manager {
 void editNetMode(Draft &draft, Payload payload);
 void editLanReverse(Draft &draft, Payload payload);
 
+/* The two halves of editNetMode, for a change that has other parts between them. */
+void selectNetMode(Draft &draft, Payload payload);
+/* The ports that become served must not share a segment. */
+void checkNetMode(const Draft &draft);
+
 } // namespace bmc::manager

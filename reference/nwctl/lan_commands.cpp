@@ -4,6 +4,7 @@
 #include "sentences.hpp"
 #include "stored.hpp"
 #include "text.hpp"
+#include "wireless.hpp"
 
 namespace nwctl {
 
@@ -69,7 +70,8 @@ Failure changeFailure(Exit status, NW_RESULT result, const std::string &reason,
 void requireNoConflict(const LanChange &change, const NW_IFC_STATE_DB_INFO_S &interfaces,
                        std::span<const GivenOption> given)
 {
-    const NW_RESULT result = checkSegments(change, interfaces, readLanRecord(), readWireless());
+    const NW_RESULT result =
+        checkSegments(change, interfaces, readLanRecord(), bmc::manager::readWireless());
     if (result != NW_OK) {
         throw changeFailure(Exit::refused, result, "the change would make two networks overlap",
                             portName(interfaces, change.port), given);
