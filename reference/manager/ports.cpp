@@ -53,8 +53,9 @@ void fill(const Context &context, unsigned port)
 {
     const Draft &draft = context.draft;
     const Configuration &wanted = draft.after;
+    const bool isNew = isMoved(draft, port) || !isServed(draft.before.state, port);
     const auto managed =
-        isMoved(draft, port) ? std::vector<Address>{} : addressesIn(draft.before.lan.astPort[port]);
+        isNew ? std::vector<Address>{} : addressesIn(draft.before.lan.astPort[port]);
     changeInterface(context, interfaceOf(context.kernel, nameOf(wanted.state, port)),
                     wantedState(wanted.state, wanted.lan, port), managed);
 }

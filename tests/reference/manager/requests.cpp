@@ -51,9 +51,11 @@ std::string everything()
     for (const char *port : {"eth0", "eth1", "bond0"}) {
         text << port << fileText(std::string("/proc/sys/net/ipv4/conf/") + port + "/arp_ignore");
     }
-    for (const std::uint8_t byte :
-         std::span(reinterpret_cast<const std::uint8_t *>(&configuration), sizeof(configuration))) {
-        text << unsigned{byte} << ' ';
+    const auto *bytes = reinterpret_cast<const std::uint8_t *>(&configuration);
+    for (std::size_t offset = 0; offset < sizeof(configuration); offset++) {
+        if (bytes[offset] != 0) {
+            text << std::dec << offset << ':' << std::hex << unsigned{bytes[offset]} << ' ';
+        }
     }
     return text.str();
 }
