@@ -206,6 +206,9 @@ Kernel::Kernel() : socket_(nl_socket_alloc())
 
 std::optional<Interface> Kernel::find(const std::string &name) const
 {
+    if (name.size() >= IFNAMSIZ) {
+        return std::nullopt; /* longer than any interface's */
+    }
     rtnl_link *found = nullptr;
     const int status = rtnl_link_get_kernel(socket_.get(), 0, name.c_str(), &found);
     if (status == -NLE_NODEV || status == -NLE_OBJ_NOTFOUND) {

@@ -6,7 +6,7 @@ namespace {
 
 constexpr Group groupRows[] = {
     {"lan", "LAN settings of the management ports"},
-    {"check", "Check a text with the rules that a setting must obey"},
+    {"check", "Check a text or a port's routes with the rules that settings obey"},
 };
 
 } // namespace
@@ -21,6 +21,9 @@ std::vector<Command> commands()
     std::vector<Command> rows;
     addLanCommands(rows);
     addCheckCommands(rows);
+    addRouteCheckCommand(rows);
+    addDiscoveryCommands(rows);
+    addNameCommand(rows);
     return rows;
 }
 

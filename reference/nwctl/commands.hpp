@@ -24,11 +24,16 @@ struct Command {
     std::function<void(CLI::App &app, Session &session)> declare;
 };
 
+inline constexpr const char *portDescription = "Port: eth0, eth1, bond0 or its index 0, 1, 2";
+
 std::span<const Group> groups();
 std::vector<Command> commands();
 
 /* The commands of one subject each. */
 void addLanCommands(std::vector<Command> &commands);
 void addCheckCommands(std::vector<Command> &commands);
+void addRouteCheckCommand(std::vector<Command> &commands);
+void addDiscoveryCommands(std::vector<Command> &commands);
+void addNameCommand(std::vector<Command> &commands);
 
 } // namespace nwctl

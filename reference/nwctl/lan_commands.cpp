@@ -1,3 +1,5 @@
+#include "address_probe.hpp"
+#include "addresses.hpp"
 #include "commands.hpp"
 #include "lan_check.hpp"
 #include "lan_options.hpp"
@@ -19,9 +21,8 @@ struct SetArguments {
     std::string port;
     std::vector<std::vector<std::string>> values; /* by row of lanOptions() */
     bool unchecked = false;
+    bool unprobed = false;
 };
-
-constexpr const char *portDescription = "Port: eth0, eth1, bond0 or its index 0, 1, 2";
 
 void show(const ShowArguments &arguments, Session &session)
 {
@@ -40,11 +41,7 @@ void show(const ShowArguments &arguments, Session &session)
         documents.push_back(portJson(view));
     }
 
-    if (session.json()) {
-        session.print(Json{{"mode", modeName(interfaces)}, {"ports", documents}});
-    } else {
-        session.print(tables);
-    }
+    session.answer(Json{{"mode", modeName(interfaces)}, {"ports", documents}}, tables);
 }
 
 std::vector<GivenOption> givenOptions(const SetArguments &arguments)
@@ -78,6 +75,21 @@ void requireNoConflict(const LanChange &change, const NW_IFC_STATE_DB_INFO_S &in
     }
 }
 
+void requireFreeAddress(const LanChange &change, const NW_IFC_STATE_DB_INFO_S &interfaces,
+                        Session &session)
+{
+    const ProbeResult result = probeAddress(change, interfaces);
+    if (result == ProbeResult::noTool) {
+        session.remark("arping is not installed: whether another host has the address is unknown");
+    }
+    if (result == ProbeResult::taken) {
+        throw Failure(Exit::refused, "--ipv4",
+                      formatAddress(std::to_array(change.fields.aucIpv4Addr)),
+                      "another host on the network of " + portName(interfaces, change.port) +
+                          " has this address");
+    }
+}
+
 std::vector<std::string> send(const LanChange &change, const std::string &port,
                               std::span<const GivenOption> given)
 {
@@ -88,11 +100,11 @@ std::vector<std::string> send(const LanChange &change, const std::string &port,
     const NW_RESULT result = LIB_NW_SetLanConfig(&bitmap, &config, &log);
     if (result != NW_OK) {
         const bool unreached = result == NW_ERR_RPC_TRANSPORT;
-        Failure failure =
-            changeFailure(unreached ? Exit::transport : Exit::manager, result,
-                          unreached ? "the change could not be sent to the network manager"
-                                    : "the network manager refused the change",
-                          port, given);
+        Failure failure = changeFailure(
+            unreached ? Exit::transport : Exit::manager, result,
+            unreached ? "no answer from the network manager; the change may still take effect"
+                      : "the network manager refused the change",
+            port, given);
         failure.sentence = failureSentence(log);
         throw failure;
     }
@@ -109,15 +121,16 @@ void set(const SetArguments &arguments, Session &session)
     if (!arguments.unchecked) {
         requireNoConflict(change, interfaces, given);
     }
+    if (!arguments.unprobed) {
+        requireFreeAddress(change, interfaces, session);
+    }
 
     const std::vector<std::string> sentences = send(change, port, given);
-    if (session.json()) {
-        session.print(Json{{"port", port}, {"index", change.port}, {"sentences", sentences}});
-        return;
-    }
+    std::string lines;
     for (const std::string &sentence : sentences) {
-        session.print(escaped(sentence) + "\n");
+        lines += escaped(sentence) + "\n";
     }
+    session.answer(Json{{"port", port}, {"index", change.port}, {"sentences", sentences}}, lines);
 }
 
 void declareShow(CLI::App &app, Session &session)
@@ -146,8 +159,11 @@ void declareSet(CLI::App &app, Session &session)
             ->option_text(option.valueName)
             ->allow_extra_args(false);
     }
-    app.add_flag("--no-check", arguments->unchecked,
-                 "send the change even when it makes two networks overlap");
+    app.add_flag(
+        "--no-check", arguments->unchecked,
+        "send the change even when it makes two networks overlap or a route meet another port");
+    app.add_flag("--no-probe", arguments->unprobed,
+                 "send a new IPv4 address without asking the network whether it is taken");
     app.callback([arguments, &session] { set(*arguments, session); });
 }
 

@@ -89,16 +89,21 @@ std::string modeName(const NW_IFC_STATE_DB_INFO_S &interfaces)
     return findMode(interfaces).name;
 }
 
-NW_ETHER_INS_INFO_S readPort(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
+void requireServed(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
 {
-    const std::string name = portName(interfaces, port);
     if (std::ranges::count(portsServed(interfaces), port) == 0) {
-        throw Failure(Exit::refused, "PORT", name,
+        throw Failure(Exit::refused, "PORT", portName(interfaces, port),
                       "the port is not served in network mode " + modeName(interfaces));
     }
+}
+
+NW_ETHER_INS_INFO_S readPort(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
+{
+    requireServed(interfaces, port);
 
     NW_ETHER_INS_INFO_S info{};
-    requireRead(LIB_NW_GetLanConfig(name.c_str(), &info), "the port's LAN settings");
+    requireRead(LIB_NW_GetLanConfig(portName(interfaces, port).c_str(), &info),
+                "the port's LAN settings");
     return info;
 }
 

@@ -24,6 +24,9 @@ std::span<const unsigned> portsServed(const NW_IFC_STATE_DB_INFO_S &interfaces);
 /* "separate" or "active-standby". Throws like portsServed. */
 std::string modeName(const NW_IFC_STATE_DB_INFO_S &interfaces);
 
+/* Throws Failure: refused for a port that does not answer in the record's network mode. */
+void requireServed(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port);
+
 /* Full view of the port. Throws Failure: refused for a port that is not served, internal when a
  * record cannot be read. */
 NW_ETHER_INS_INFO_S readPort(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port);

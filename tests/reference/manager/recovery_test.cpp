@@ -260,6 +260,29 @@ TEST_F(Recovery, CountOfFurtherAddressesIsRepaired)
         std::ranges::equal(storedLan().astPort[0].aaucIpv6FurtherAddr[15], raw("2001:db8::16")));
 }
 
+TEST_F(Recovery, CountIsRepairedByAChangeToo)
+{
+    NW_LAN_CFG_DB_INFO_S lan = storedLan();
+    lan.astPort[0].ucIpv6FurtherCount = 17;
+    lan.astPort[1].ucIpv6FurtherCount = 255;
+    putLan(lan);
+
+    expectAnswer(ipv4Change(1, "192.168.20.9"), NW_OK, 1);
+    EXPECT_EQ(storedLan().astPort[0].ucIpv6FurtherCount, 16);
+    EXPECT_EQ(storedLan().astPort[1].ucIpv6FurtherCount, 16);
+}
+
+TEST_F(Recovery, NameThatNoInterfaceCanHaveIsServedAround)
+{
+    stopManager();
+    NW_IFC_STATE_DB_INFO_S state = storedState();
+    std::ranges::fill(state.acIfcName[0], 'A');
+    ASSERT_EQ(NW_LMDB_Put_IfcState(&state), NW_OK);
+    startManager();
+
+    expectAnswer(ipv4Change(1, "192.168.20.9"), NW_OK, 1);
+}
+
 TEST_F(Recovery, RecordsHoldTheKernelsFacts)
 {
     for (unsigned port = 0; port < NW_PORT_COUNT; port++) {

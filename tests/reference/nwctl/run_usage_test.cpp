@@ -75,9 +75,9 @@ TEST(Help, ListsTheExitStatuses)
     const auto ran = samples::run({"--help"});
 
     EXPECT_EQ(ran.status, Exit::success);
-    for (const char *text :
-         {"0  success", "1  internal", "2  usage error", "3  refused by a check",
-          "4  refused by the network manager", "5  the network manager cannot"}) {
+    for (const char *text : {"0  success", "1  internal", "2  usage error", "3  refused by a check",
+                             "4  refused by the network manager", "5  the network manager cannot",
+                             "6  what was asked for was not found"}) {
         EXPECT_THAT(ran.out, HasSubstr(text));
     }
 }
@@ -85,7 +85,9 @@ TEST(Help, ListsTheExitStatuses)
 TEST(Help, OfEveryCommandHasAnExample)
 {
     for (const Command &command : commands()) {
-        const auto ran = samples::run({command.group, command.name, "--help"});
+        std::vector<std::string> arguments{command.group, command.name, "--help"};
+        std::erase(arguments, "");
+        const auto ran = samples::run(arguments);
 
         EXPECT_EQ(ran.status, Exit::success);
         EXPECT_THAT(ran.out, HasSubstr(command.description));
@@ -99,17 +101,24 @@ TEST(Help, OfLanSetListsEveryOption)
 
     for (const char *option :
          {"--lan on|off", "--ipv4 ADDR/LEN|on|off", "--ipv4-gateway ADDR|off",
-          "--ipv4-origin static|dhcp", "--ipv6 ADDR/LEN|on|off", "--ipv6-gateway ADDR|off",
-          "--ipv6-origin static|dhcp", "--vlan ID|off", "--vlan-priority N", "--no-check"}) {
+          "--ipv4-origin static|dhcp", "--ipv4-route1 DEST/LEN,GATEWAY|off",
+          "--ipv4-route2 DEST/LEN,GATEWAY|off", "--ipv6-route1 DEST/LEN,GATEWAY|off",
+          "--ipv6-route2 DEST/LEN,GATEWAY|off", "--no-probe", "--ipv6 ADDR/LEN|on|off",
+          "--ipv6-gateway ADDR|off", "--ipv6-origin static|dhcp", "--vlan ID|off",
+          "--vlan-priority N", "--no-check"}) {
         EXPECT_THAT(ran.out, HasSubstr(option));
     }
 }
 
 class Example : public samples::ConfiguredTest {};
 
+/* Commands without a group ask the network and the system's own files: not here. */
 TEST_F(Example, OfEveryCommandWorks)
 {
     for (const Command &command : commands()) {
+        if (command.group.empty()) {
+            continue;
+        }
         std::istringstream words(command.example);
         const std::vector<std::string> arguments{std::istream_iterator<std::string>(words), {}};
 
