@@ -9,13 +9,6 @@ namespace bmc::manager {
 
 namespace {
 
-void require(bool holds, Result refusal, const char *subject)
-{
-    if (!holds) {
-        throw Refusal(refusal, subject);
-    }
-}
-
 bool isZero(const std::uint8_t *bytes, std::size_t size)
 {
     return LIB_NW_CheckIPIsZero(bytes, static_cast<std::int32_t>(size)) != 0;
