@@ -1,9 +1,7 @@
 #include "commands.hpp"
-#include "lan_check.hpp"
-#include "lan_options.hpp"
-#include "sentences.hpp"
+#include "lan_sending.hpp"
+#include "option_arguments.hpp"
 #include "stored.hpp"
-#include "text.hpp"
 
 namespace nwctl {
 
@@ -16,11 +14,9 @@ struct ShowArguments {
 
 struct SetArguments {
     std::string port;
-    std::vector<std::vector<std::string>> values; /* by row of lanOptions() */
+    OptionArguments options;
     bool unchecked = false;
 };
-
-constexpr const char *portDescription = "Port: eth0, eth1, bond0 or its index 0, 1, 2";
 
 void show(const ShowArguments &arguments, Session &session)
 {
@@ -46,85 +42,19 @@ void show(const ShowArguments &arguments, Session &session)
     }
 }
 
-std::vector<GivenOption> givenOptions(const SetArguments &arguments)
-{
-    std::vector<GivenOption> given;
-    for (std::size_t row = 0; row < lanOptions().size(); ++row) {
-        for (const std::string &value : arguments.values[row]) {
-            given.push_back({lanOptions()[row].name, value});
-        }
-    }
-    return given;
-}
-
-/* The failure of a change, put down to the option that the result is about. */
-Failure changeFailure(Exit status, NW_RESULT result, const std::string &reason,
-                      const std::string &port, std::span<const GivenOption> given)
-{
-    const GivenOption *option = optionAbout(result, given);
-    return option != nullptr ? Failure(status, option->name, option->value, reason, result)
-                             : Failure(status, "PORT", port, reason, result);
-}
-
-void requireNoConflict(const LanChange &change, const NW_IFC_STATE_DB_INFO_S &interfaces,
-                       std::span<const GivenOption> given)
-{
-    const NW_RESULT result = checkSegments(change, interfaces, readLanRecord(), readWireless());
-    if (result != NW_OK) {
-        throw changeFailure(Exit::refused, result, "the change would make two networks overlap",
-                            portName(interfaces, change.port), given);
-    }
-}
-
-std::vector<std::string> send(const LanChange &change, const std::string &port,
-                              std::span<const GivenOption> given)
-{
-    NW_LAN_BITMAP_S bitmap = bitmapOf(change);
-    NW_LAN_SET_CFG_S config = configOf(change);
-    NW_OPER_LOG_S log{};
-
-    const NW_RESULT result = LIB_NW_SetLanConfig(&bitmap, &config, &log);
-    if (result != NW_OK) {
-        const bool unreached = result == NW_ERR_RPC_TRANSPORT;
-        Failure failure =
-            changeFailure(unreached ? Exit::transport : Exit::manager, result,
-                          unreached ? "the change could not be sent to the network manager"
-                                    : "the network manager refused the change",
-                          port, given);
-        failure.sentence = failureSentence(log);
-        throw failure;
-    }
-    return lanSentences(log);
-}
-
 void set(const SetArguments &arguments, Session &session)
 {
-    const std::vector<GivenOption> given = givenOptions(arguments);
-    LanChange change = buildLanChange(0, given);
-    const NW_IFC_STATE_DB_INFO_S interfaces = readInterfaces();
-    change.port = findPort(interfaces, arguments.port);
-    const std::string port = portName(interfaces, change.port);
-    if (!arguments.unchecked) {
-        requireNoConflict(change, interfaces, given);
-    }
-
-    const std::vector<std::string> sentences = send(change, port, given);
-    if (session.json()) {
-        session.print(Json{{"port", port}, {"index", change.port}, {"sentences", sentences}});
-        return;
-    }
-    for (const std::string &sentence : sentences) {
-        session.print(escaped(sentence) + "\n");
-    }
+    const std::vector<GivenOption> given = arguments.options.given();
+    const SegmentCheck check = arguments.unchecked ? SegmentCheck::skipped : SegmentCheck::made;
+    const LanChange change = buildLanChange(0, given);
+    carryOut(lanSending(arguments.port, change, given, check), arguments.options.dryRun(), session);
 }
 
 void declareShow(CLI::App &app, Session &session)
 {
     const auto arguments = std::make_shared<ShowArguments>();
     const CLI::Option *port =
-        app.add_option("PORT", arguments->port,
-                       std::string(portDescription) + "; without it, all ports of the present mode")
-            ->type_name("");
+        addPort(app, arguments->port, "; without it, all ports of the present mode");
     app.callback([arguments, port, &session] {
         arguments->allPorts = port->empty();
         show(*arguments, session);
@@ -134,16 +64,9 @@ void declareShow(CLI::App &app, Session &session)
 void declareSet(CLI::App &app, Session &session)
 {
     const auto arguments = std::make_shared<SetArguments>();
-    arguments->values.resize(lanOptions().size());
-    app.add_option("PORT", arguments->port, portDescription)->required()->type_name("");
-
-    for (std::size_t row = 0; row < lanOptions().size(); ++row) {
-        const LanOption &option = lanOptions()[row];
-        app.add_option(option.name, arguments->values[row], option.description)
-            ->type_name(option.valueName)
-            ->option_text(option.valueName)
-            ->allow_extra_args(false);
-    }
+    addPort(app, arguments->port)->required();
+    arguments->options.declare(app, lanOptions());
+    arguments->options.declareDryRun(app);
     app.add_flag("--no-check", arguments->unchecked,
                  "send the change even when it makes two networks overlap");
     app.callback([arguments, &session] { set(*arguments, session); });

@@ -14,51 +14,20 @@ constexpr std::uint8_t originStatic = 1;
 constexpr unsigned vlanIdMax = 4094;
 constexpr unsigned vlanPriorityMax = 7;
 
-[[noreturn]] void misused(const GivenOption &given, const std::string &reason)
-{
-    throw Failure(Exit::usage, given.name, given.value, reason);
-}
-
-/* Refuses the option for the reason, if there is one. */
-void refuseFor(const GivenOption &given, const std::optional<std::string> &reason)
-{
-    if (reason) {
-        throw Failure(Exit::refused, given.name, given.value, *reason, NW_ERR_OUT_OF_RANGE);
-    }
-}
-
-/* Selects fields of word 0; a field has one new value at most. */
+/* Selects fields of word 0. */
 void select(const GivenOption &given, LanChange &change, std::uint32_t bits)
 {
-    if ((change.bits[0] & bits) != 0) {
-        misused(given, "contradicts another value for the same setting");
-    }
-    change.bits[0] |= bits;
+    mark(given, change.bits[0], bits);
 }
 
-struct Word {
-    std::string_view text;
-    std::uint8_t value;
-};
-constexpr Word switchWords[] = {{"off", 0}, {"on", 1}};
 constexpr Word originWords[] = {{"static", originStatic}, {"dhcp", NW_ADDR_ORIGIN_DHCP}};
-
-const Word *findWord(std::span<const Word> words, const std::string &text)
-{
-    const auto word = std::ranges::find(words, text, &Word::text);
-    return word == words.end() ? nullptr : &*word;
-}
 
 void setWord(const GivenOption &given, LanChange &change, std::uint32_t bit, std::uint8_t &field,
              std::span<const Word> words)
 {
-    const Word *word = findWord(words, given.value);
-    if (word == nullptr) {
-        misused(given,
-                "expected " + std::string(words[0].text) + " or " + std::string(words[1].text));
-    }
+    const std::uint8_t value = wordValue(given, words);
     select(given, change, bit);
-    field = word->value;
+    field = value;
 }
 
 template <typename Address>
@@ -196,12 +165,9 @@ void setVlan(const GivenOption &given, LanChange &change)
 
 void setVlanPriority(const GivenOption &given, LanChange &change)
 {
-    const auto priority = parseNumber(given.value, vlanPriorityMax);
-    if (!priority) {
-        misused(given, "expected a number from 0 to " + std::to_string(vlanPriorityMax));
-    }
+    const unsigned priority = numberValue(given, 0, vlanPriorityMax);
     select(given, change, NW_LAN_BIT_VLAN_PRIORITY);
-    change.fields.ucVlanPriority = static_cast<std::uint8_t>(*priority);
+    change.fields.ucVlanPriority = static_cast<std::uint8_t>(priority);
 }
 
 /* clang-format off */
@@ -252,23 +218,19 @@ const GivenOption *findGiven(std::span<const GivenOption> given, const char *nam
 
 std::span<const LanOption> lanOptions()
 {
-    return rows;
+    static const std::vector<LanOption> all = [] {
+        std::vector<LanOption> options(std::begin(rows), std::end(rows));
+        for (const auto group : {headerOptions(), arpOptions()}) {
+            options.insert(options.end(), group.begin(), group.end());
+        }
+        return options;
+    }();
+    return all;
 }
 
 LanChange buildLanChange(unsigned port, std::span<const GivenOption> given)
 {
-    LanChange change{.port = port};
-    for (const LanOption &row : rows) {
-        for (const GivenOption &option : given) {
-            if (option.name == row.name) {
-                row.apply(option, change);
-            }
-        }
-    }
-    if (given.empty()) {
-        throw Failure(Exit::usage, "", "", "nothing to change: give at least one setting");
-    }
-    return change;
+    return buildChange<LanChange>(lanOptions(), given, LanChange{.port = port});
 }
 
 const GivenOption *optionAbout(NW_RESULT result, std::span<const GivenOption> given)
@@ -279,11 +241,11 @@ const GivenOption *optionAbout(NW_RESULT result, std::span<const GivenOption> gi
         if (const GivenOption *option = findGiven(given, cause->option)) {
             return option;
         }
-        subject =
-            std::ranges::find(rows, std::string_view(cause->option), &LanOption::name)->subject;
+        subject = std::ranges::find(lanOptions(), std::string_view(cause->option), &LanOption::name)
+                      ->subject;
     }
 
-    for (const LanOption &row : rows) {
+    for (const LanOption &row : lanOptions()) {
         const GivenOption *option = findGiven(given, row.name);
         if (subject != Subject::none && row.subject == subject && option != nullptr) {
             return option;

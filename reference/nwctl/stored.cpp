@@ -6,6 +6,7 @@
 #include "addresses.hpp"
 #include "bmc_platform.h"
 #include "failure.hpp"
+#include "network_mng/settings.h"
 #include "text.hpp"
 
 namespace nwctl {
@@ -41,6 +42,26 @@ void requireRead(NW_RESULT result, const char *record)
     if (result != NW_OK) {
         throw Failure(Exit::internal, "", "", std::string("cannot read ") + record, result);
     }
+}
+
+constexpr std::string_view channelPrefix = "channel:";
+
+/* Port of the IPMI LAN channel in the present network mode. */
+unsigned portOfChannel(const std::string &text)
+{
+    constexpr unsigned channelMax = 255;
+    const auto channel =
+        parseNumber(std::string_view(text).substr(channelPrefix.size()), channelMax);
+    if (!channel) {
+        throw Failure(Exit::usage, "PORT", text, "expected channel:N with a channel number");
+    }
+
+    std::uint32_t port = 0;
+    const NW_RESULT result = NW_CheckChannel(*channel, &port);
+    if (result != NW_OK) {
+        throw Failure(Exit::refused, "PORT", text, "the channel selects no port", result);
+    }
+    return port;
 }
 
 } // namespace
@@ -84,6 +105,9 @@ unsigned findPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &t
     if (const auto index = parseNumber(text, NW_PORT_COUNT - 1)) {
         return *index;
     }
+    if (text.starts_with(channelPrefix)) {
+        return portOfChannel(text);
+    }
 
     std::string names;
     for (unsigned port = 0; port < NW_PORT_COUNT; ++port) {
@@ -93,7 +117,8 @@ unsigned findPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &t
         }
         names += name + ", ";
     }
-    throw Failure(Exit::usage, "PORT", text, "no such port, expected " + names + "0, 1 or 2");
+    throw Failure(Exit::usage, "PORT", text,
+                  "no such port, expected " + names + "0, 1, 2 or channel:N");
 }
 
 std::span<const unsigned> portsServed(const NW_IFC_STATE_DB_INFO_S &interfaces)

@@ -18,7 +18,8 @@ NW_WIFI_ADDR_S readWireless();
 
 /* Name of the port, at most the field's width. */
 std::string portName(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port);
-/* Port index of "0" to "2" or of a name that the record holds. Throws Failure (usage). */
+/* Port index of "0" to "2", of a name that the record holds, or of an IPMI LAN channel
+ * ("channel:1"). Throws Failure: usage, refused for a channel without a port. */
 unsigned findPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &text);
 /* Port indices that answer in the record's network mode. Throws Failure (internal) for a mode that
  * does not exist. */
