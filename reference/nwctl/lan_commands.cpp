@@ -1,16 +1,9 @@
-#include "commands.hpp"
+#include "command_kinds.hpp"
 #include "lan_sending.hpp"
-#include "option_arguments.hpp"
-#include "stored.hpp"
 
 namespace nwctl {
 
 namespace {
-
-struct ShowArguments {
-    std::string port;
-    bool allPorts = true;
-};
 
 struct SetArguments {
     std::string port;
@@ -18,15 +11,9 @@ struct SetArguments {
     bool unchecked = false;
 };
 
-void show(const ShowArguments &arguments, Session &session)
+void show(std::span<const unsigned> ports, Session &session)
 {
     const NW_IFC_STATE_DB_INFO_S interfaces = readInterfaces();
-    const auto served = portsServed(interfaces);
-    std::vector<unsigned> ports(served.begin(), served.end());
-    if (!arguments.allPorts) {
-        ports = {findPort(interfaces, arguments.port)};
-    }
-
     std::string tables;
     Json documents = Json::array();
     for (const unsigned port : ports) {
@@ -50,17 +37,6 @@ void set(const SetArguments &arguments, Session &session)
     carryOut(lanSending(arguments.port, change, given, check), arguments.options.dryRun(), session);
 }
 
-void declareShow(CLI::App &app, Session &session)
-{
-    const auto arguments = std::make_shared<ShowArguments>();
-    const CLI::Option *port =
-        addPort(app, arguments->port, "; without it, all ports of the present mode");
-    app.callback([arguments, port, &session] {
-        arguments->allPorts = port->empty();
-        show(*arguments, session);
-    });
-}
-
 void declareSet(CLI::App &app, Session &session)
 {
     const auto arguments = std::make_shared<SetArguments>();
@@ -76,8 +52,9 @@ void declareSet(CLI::App &app, Session &session)
 
 void addLanCommands(std::vector<Command> &commands)
 {
-    commands.push_back({"lan", "show", "Show the settings of a port and its live IPv6 state",
-                        "lan show eth1", declareShow});
+    commands.push_back(portShowCommand(
+        {"lan", "show", "Show the settings of a port and its live IPv6 state", "lan show eth1"},
+        show));
     commands.push_back({"lan", "set", "Change settings of a port",
                         "lan set eth1 --ipv4 192.168.20.5/24 --ipv4-gateway 192.168.20.1",
                         declareSet});

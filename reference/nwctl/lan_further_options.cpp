@@ -1,4 +1,4 @@
-/* Options of "lan set" beyond addresses and VLAN: ARP, and the headers of what the port sends. */
+/* Options of "lan set" beyond addresses: VLAN, ARP, and the headers of what the port sends. */
 #include "addresses.hpp"
 #include "failure.hpp"
 #include "lan_options.hpp"
@@ -8,15 +8,38 @@ namespace nwctl {
 namespace {
 
 constexpr unsigned byteMax = 255;
+constexpr unsigned vlanIdMax = 4094;
+constexpr unsigned vlanPriorityMax = 7;
 
 constexpr Word arpValues[] = {{"none", 0}, {"announcements", 1}, {"responses", 2}, {"both", 3}};
 
-/* A byte as a number of one field. */
-void setByte(const GivenOption &given, LanChange &change, std::uint32_t bit, std::uint8_t &field)
+/* A number in one byte. */
+void setByte(const GivenOption &given, LanChange &change, std::uint32_t bit, std::uint8_t &field,
+             unsigned max = byteMax)
 {
-    const unsigned value = numberValue(given, 0, byteMax);
+    const unsigned value = numberValue(given, 0, max);
     mark(given, change.bits[0], bit);
     field = static_cast<std::uint8_t>(value);
+}
+
+void setVlan(const GivenOption &given, LanChange &change)
+{
+    if (given.value == "off") {
+        mark(given, change.bits[0], NW_LAN_BIT_VLAN_ENABLE);
+        return;
+    }
+    const auto id = parseNumber(given.value, vlanIdMax);
+    if (!id || *id == 0) {
+        misused(given, "expected off or a number from 1 to " + std::to_string(vlanIdMax));
+    }
+    mark(given, change.bits[0], NW_LAN_BIT_VLAN_ENABLE | NW_LAN_BIT_VLAN_ID);
+    change.fields.ucVlanEnable = 1;
+    change.fields.usVlanid = static_cast<std::uint16_t>(*id);
+}
+
+void setVlanPriority(const GivenOption &given, LanChange &change)
+{
+    setByte(given, change, NW_LAN_BIT_VLAN_PRIORITY, change.fields.ucVlanPriority, vlanPriorityMax);
 }
 
 void setArpFlags(const GivenOption &given, LanChange &change, std::uint32_t bit,
@@ -73,6 +96,10 @@ void setIpv4Header(const GivenOption &given, LanChange &change)
 }
 
 /* clang-format off */
+constexpr LanOption vlanRows[] = {
+    {"--vlan",          "ID|off",          "VLAN of the port, 1 to 4094",            Subject::none, setVlan},
+    {"--vlan-priority", "N",               "VLAN priority, 0 to 7",                  Subject::none, setVlanPriority},
+};
 constexpr LanOption arpRows[] = {
     {"--arp-control",  "none|announcements|responses|both", "what the port sends of its own",               Subject::none, setArpControl},
     {"--arp-interval", "N",                                 "between two announcements, 0 to 255",          Subject::none, setArpInterval},
@@ -86,6 +113,11 @@ constexpr LanOption headerRows[] = {
 /* clang-format on */
 
 } // namespace
+
+std::span<const LanOption> vlanOptions()
+{
+    return vlanRows;
+}
 
 std::span<const LanOption> arpOptions()
 {

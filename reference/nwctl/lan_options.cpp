@@ -11,8 +11,6 @@ namespace nwctl {
 namespace {
 
 constexpr std::uint8_t originStatic = 1;
-constexpr unsigned vlanIdMax = 4094;
-constexpr unsigned vlanPriorityMax = 7;
 
 /* Selects fields of word 0. */
 void select(const GivenOption &given, LanChange &change, std::uint32_t bits)
@@ -148,28 +146,6 @@ void setIpv6Origin(const GivenOption &given, LanChange &change)
     setWord(given, change, NW_LAN_BIT_IPV6_TYPE, change.fields.ucIpv6Type, originWords);
 }
 
-void setVlan(const GivenOption &given, LanChange &change)
-{
-    if (given.value == "off") {
-        select(given, change, NW_LAN_BIT_VLAN_ENABLE);
-        return;
-    }
-    const auto id = parseNumber(given.value, vlanIdMax);
-    if (!id || *id == 0) {
-        misused(given, "expected off or a number from 1 to " + std::to_string(vlanIdMax));
-    }
-    select(given, change, NW_LAN_BIT_VLAN_ENABLE | NW_LAN_BIT_VLAN_ID);
-    change.fields.ucVlanEnable = 1;
-    change.fields.usVlanid = static_cast<std::uint16_t>(*id);
-}
-
-void setVlanPriority(const GivenOption &given, LanChange &change)
-{
-    const unsigned priority = numberValue(given, 0, vlanPriorityMax);
-    select(given, change, NW_LAN_BIT_VLAN_PRIORITY);
-    change.fields.ucVlanPriority = static_cast<std::uint8_t>(priority);
-}
-
 /* clang-format off */
 constexpr LanOption rows[] = {
     {"--lan",           "on|off",          "switch the port",                        Subject::none, setLan},
@@ -179,8 +155,6 @@ constexpr LanOption rows[] = {
     {"--ipv6",          "ADDR/LEN|on|off", "IPv6 address with its prefix length, or switch IPv6", Subject::ipv6, setIpv6},
     {"--ipv6-gateway",  "ADDR|off",        "IPv6 default gateway",                   Subject::ipv6, setIpv6Gateway},
     {"--ipv6-origin",   "static|dhcp",     "where the IPv6 address comes from",      Subject::ipv6, setIpv6Origin},
-    {"--vlan",          "ID|off",          "VLAN of the port, 1 to 4094",            Subject::none, setVlan},
-    {"--vlan-priority", "N",               "VLAN priority, 0 to 7",                  Subject::none, setVlanPriority},
 };
 /* clang-format on */
 
@@ -220,7 +194,7 @@ std::span<const LanOption> lanOptions()
 {
     static const std::vector<LanOption> all = [] {
         std::vector<LanOption> options(std::begin(rows), std::end(rows));
-        for (const auto group : {headerOptions(), arpOptions()}) {
+        for (const auto group : {vlanOptions(), headerOptions(), arpOptions()}) {
             options.insert(options.end(), group.begin(), group.end());
         }
         return options;

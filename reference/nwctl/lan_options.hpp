@@ -11,7 +11,8 @@ namespace nwctl {
 using LanOption = Option<LanChange>;
 
 std::span<const LanOption> lanOptions();
-/* Those among them that change ARP, and the headers of what the port sends. */
+/* Those among them that change the VLAN, ARP, and the headers of what the port sends. */
+std::span<const LanOption> vlanOptions();
 std::span<const LanOption> arpOptions();
 std::span<const LanOption> headerOptions();
 

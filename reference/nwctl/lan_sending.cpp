@@ -11,7 +11,8 @@ namespace {
 void requireNoConflict(const LanChange &change, const NW_IFC_STATE_DB_INFO_S &interfaces,
                        std::span<const GivenOption> given)
 {
-    const NW_RESULT result = checkSegments(change, interfaces, readLanRecord(), readWireless());
+    const NW_RESULT result =
+        checkSegments({&change, 1}, interfaces, readLanRecord(), readWireless());
     if (result != NW_OK) {
         const GivenOption port{"PORT", portName(interfaces, change.port)};
         const GivenOption *option = optionAbout(result, given);
@@ -23,8 +24,8 @@ void requireNoConflict(const LanChange &change, const NW_IFC_STATE_DB_INFO_S &in
 
 NW_RESULT sendLan(const LanChange &change, NW_OPER_LOG_S &log)
 {
-    NW_LAN_BITMAP_S bitmap = bitmapOf(change);
-    NW_LAN_SET_CFG_S config = configOf(change);
+    NW_LAN_BITMAP_S bitmap = bitmapOf({&change, 1});
+    NW_LAN_SET_CFG_S config = configOf({&change, 1});
     return LIB_NW_SetLanConfig(&bitmap, &config, &log);
 }
 
@@ -34,7 +35,8 @@ Sending lanSending(const std::string &port, LanChange change, const std::vector<
                    SegmentCheck check)
 {
     const NW_IFC_STATE_DB_INFO_S interfaces = readInterfaces();
-    change.port = findPort(interfaces, port);
+    const NamedPort named = namedPort(interfaces, port);
+    change.port = named.index;
     if (check == SegmentCheck::made) {
         requireNoConflict(change, interfaces, given);
     }
@@ -43,7 +45,7 @@ Sending lanSending(const std::string &port, LanChange change, const std::vector<
     sending.what = "LAN settings";
     sending.commands = {NW_CMD_SET_LAN};
     sending.module = NW_LOG_LAN;
-    sending.port = NamedPort{change.port, portName(interfaces, change.port)};
+    sending.port = named;
     sending.settings = given;
     sending.send = [change](NW_OPER_LOG_S &log) { return sendLan(change, log); };
     sending.sentences = lanSentences;

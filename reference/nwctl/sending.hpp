@@ -10,14 +10,9 @@
 #include "network_mng/rpc.h"
 #include "option.hpp"
 #include "session.hpp"
+#include "stored.hpp"
 
 namespace nwctl {
-
-/* The port that a change is about. */
-struct NamedPort {
-    unsigned index;
-    std::string name;
-};
 
 /* A change that every check has passed. */
 struct Sending {

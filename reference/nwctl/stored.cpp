@@ -13,34 +13,18 @@ namespace nwctl {
 
 namespace {
 
-struct Mode {
-    std::uint8_t value;
-    const char *name;
-    std::span<const unsigned> ports;
-};
+constexpr Word modes[] = {{"separate", NW_IFC_STATE_SEPARATE},
+                          {"active-standby", NW_IFC_STATE_ADAPTIVE}};
 
 constexpr unsigned separatePorts[] = {NW_PORT_ETH0, NW_PORT_ETH1};
 constexpr unsigned bondedPorts[] = {NW_PORT_BOND0};
-constexpr Mode modes[] = {
-    {NW_IFC_STATE_SEPARATE, "separate", separatePorts},
-    {NW_IFC_STATE_ADAPTIVE, "active-standby", bondedPorts},
-};
 
-const Mode &findMode(const NW_IFC_STATE_DB_INFO_S &interfaces)
+void requireKnownMode(const NW_IFC_STATE_DB_INFO_S &interfaces)
 {
-    const auto mode = std::ranges::find(modes, interfaces.ucIfcState, &Mode::value);
-    if (mode == std::end(modes)) {
+    if (interfaces.ucIfcState > NW_IFC_STATE_ADAPTIVE) {
         throw Failure(Exit::internal, "", "",
                       "the interface state record holds the unknown network mode " +
                           std::to_string(interfaces.ucIfcState));
-    }
-    return *mode;
-}
-
-void requireRead(NW_RESULT result, const char *record)
-{
-    if (result != NW_OK) {
-        throw Failure(Exit::internal, "", "", std::string("cannot read ") + record, result);
     }
 }
 
@@ -65,6 +49,13 @@ unsigned portOfChannel(const std::string &text)
 }
 
 } // namespace
+
+void requireRead(NW_RESULT result, const char *record)
+{
+    if (result != NW_OK) {
+        throw Failure(Exit::internal, "", "", std::string("cannot read ") + record, result);
+    }
+}
 
 NW_IFC_STATE_DB_INFO_S readInterfaces()
 {
@@ -121,26 +112,52 @@ unsigned findPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &t
                   "no such port, expected " + names + "0, 1, 2 or channel:N");
 }
 
+NamedPort namedPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &text)
+{
+    const unsigned port = findPort(interfaces, text);
+    return {port, portName(interfaces, port)};
+}
+
+Facts portHeading(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
+{
+    return {{"Port", "port", portName(interfaces, port)}, {"Index", "index", port}};
+}
+
 std::span<const unsigned> portsServed(const NW_IFC_STATE_DB_INFO_S &interfaces)
 {
-    return findMode(interfaces).ports;
+    requireKnownMode(interfaces);
+    if (interfaces.ucIfcState == NW_IFC_STATE_SEPARATE) {
+        return separatePorts;
+    }
+    return bondedPorts;
 }
 
 std::string modeName(const NW_IFC_STATE_DB_INFO_S &interfaces)
 {
-    return findMode(interfaces).name;
+    requireKnownMode(interfaces);
+    return wordName(modes, interfaces.ucIfcState);
+}
+
+std::span<const Word> modeWords()
+{
+    return modes;
+}
+
+void requireServed(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
+{
+    if (std::ranges::count(portsServed(interfaces), port) == 0) {
+        throw Failure(Exit::refused, "PORT", portName(interfaces, port),
+                      "the port is not served in network mode " + modeName(interfaces));
+    }
 }
 
 NW_ETHER_INS_INFO_S readPort(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
 {
-    const std::string name = portName(interfaces, port);
-    if (std::ranges::count(portsServed(interfaces), port) == 0) {
-        throw Failure(Exit::refused, "PORT", name,
-                      "the port is not served in network mode " + modeName(interfaces));
-    }
+    requireServed(interfaces, port);
 
     NW_ETHER_INS_INFO_S info{};
-    requireRead(LIB_NW_GetLanConfig(name.c_str(), &info), "the port's LAN settings");
+    requireRead(LIB_NW_GetLanConfig(portName(interfaces, port).c_str(), &info),
+                "the port's LAN settings");
     return info;
 }
 

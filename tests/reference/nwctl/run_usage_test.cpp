@@ -1,3 +1,6 @@
+#include <filesystem>
+#include <fstream>
+
 #include "commands.hpp"
 #include "samples.hpp"
 
@@ -85,7 +88,7 @@ TEST(Help, ListsTheExitStatuses)
 TEST(Help, OfEveryCommandHasAnExample)
 {
     for (const Command &command : commands()) {
-        const auto ran = samples::run({command.group, command.name, "--help"});
+        const auto ran = samples::runLine(command.group + " " + command.name + " --help");
 
         EXPECT_EQ(ran.status, Exit::success);
         EXPECT_THAT(ran.out, HasSubstr(command.description));
@@ -100,20 +103,31 @@ TEST(Help, OfLanSetListsEveryOption)
     for (const char *option :
          {"--lan on|off", "--ipv4 ADDR/LEN|on|off", "--ipv4-gateway ADDR|off",
           "--ipv4-origin static|dhcp", "--ipv6 ADDR/LEN|on|off", "--ipv6-gateway ADDR|off",
-          "--ipv6-origin static|dhcp", "--vlan ID|off", "--vlan-priority N", "--no-check"}) {
+          "--ipv6-origin static|dhcp", "--vlan ID|off", "--vlan-priority N", "--hop-limit N",
+          "--traffic-class N", "--ipv4-header TTL,FLAGS,TOS", "--arp-interval N",
+          "--arp-control none|announcements|responses|both", "--no-check", "--dry-run"}) {
         EXPECT_THAT(ran.out, HasSubstr(option));
     }
 }
 
-class Example : public samples::ConfiguredTest {};
+/* In a directory that holds the file of the example that names one. */
+class Example : public samples::ConfiguredTest {
+protected:
+    Example()
+    {
+        std::filesystem::current_path(::testing::TempDir());
+        std::ofstream("network-settings.json") << R"({"mode": "separate"})";
+    }
+    ~Example() override
+    {
+        std::filesystem::remove("network-settings.json");
+    }
+};
 
 TEST_F(Example, OfEveryCommandWorks)
 {
     for (const Command &command : commands()) {
-        std::istringstream words(command.example);
-        const std::vector<std::string> arguments{std::istream_iterator<std::string>(words), {}};
-
-        EXPECT_EQ(samples::run(arguments).status, Exit::success) << command.example;
+        EXPECT_EQ(samples::runLine(command.example).status, Exit::success) << command.example;
     }
 }
 
