@@ -6,9 +6,7 @@
 #include <linux/ip.h>
 #include <linux/rtnetlink.h>
 #include <net/if.h>
-#include <netlink/errno.h>
 #include <netlink/netlink.h>
-#include <netlink/route/link/inet.h>
 #include <netlink/route/nexthop.h>
 
 #include "netlink_objects.hpp"
@@ -16,13 +14,6 @@
 namespace bmc::manager {
 
 namespace {
-
-void require(int status, const std::string &what)
-{
-    if (status < 0) {
-        throw KernelError(what + ": " + nl_geterror(status));
-    }
-}
 
 Owned<nl_addr> netlinkAddress(const Address &address, unsigned prefix)
 {
@@ -69,15 +60,6 @@ Owned<rtnl_route> defaultRoute(const Interface &interface, const Gateway &gatewa
     rtnl_route_nh_set_gateway(hop, netlinkAddress(gateway.address, gateway.address.prefix).get());
     rtnl_route_add_nexthop(route.get(), hop);
     return route;
-}
-
-int setLink(nl_sock *socket, const Interface &interface, const std::function<int(rtnl_link *)> &set)
-{
-    Owned<rtnl_link> present(rtnl_link_alloc());
-    rtnl_link_set_ifindex(present.get(), interface.index);
-    Owned<rtnl_link> wanted(rtnl_link_alloc());
-    const int status = set(wanted.get());
-    return status < 0 ? status : rtnl_link_change(socket, present.get(), wanted.get(), 0);
 }
 
 int setUp(nl_sock *socket, const Interface &interface, const Gateway &)
@@ -249,14 +231,6 @@ std::vector<Gateway> Kernel::gatewaysOf(const Interface &interface) const
         }
     });
     return gateways;
-}
-
-void Kernel::keepSecondaryAddresses(const Interface &interface) const
-{
-    const int status = setLink(socket_.get(), interface, [](rtnl_link *link) {
-        return rtnl_link_inet_set_conf(link, IPV4_DEVCONF_PROMOTE_SECONDARIES, 1);
-    });
-    require(status, "cannot keep secondary addresses");
 }
 
 bool Kernel::apply(const Interface &interface, const Change &change) const

@@ -7,6 +7,7 @@
 #include "failure.hpp"
 #include "lan_check.hpp"
 #include "sentences.hpp"
+#include "wireless.hpp"
 
 namespace nwctl {
 
@@ -30,7 +31,8 @@ void requireNoConflict(const CombinedChange &change, NW_IFC_STATE_DB_INFO_S inte
         return;
     }
     interfaces.ucIfcState = change.mode.value_or(interfaces.ucIfcState);
-    const NW_RESULT result = checkSegments(change.lan, interfaces, readLanRecord(), readWireless());
+    const NW_RESULT result =
+        checkSegments(change.lan, interfaces, readLanRecord(), bmc::manager::readWireless());
     if (result != NW_OK) {
         throw Failure(Exit::refused, "lan", "", "the change would make two networks overlap",
                       result);

@@ -3,6 +3,7 @@
 #include "lan_check.hpp"
 #include "sentences.hpp"
 #include "stored.hpp"
+#include "wireless.hpp"
 
 namespace nwctl {
 
@@ -12,7 +13,7 @@ void requireNoConflict(const LanChange &change, const NW_IFC_STATE_DB_INFO_S &in
                        std::span<const GivenOption> given)
 {
     const NW_RESULT result =
-        checkSegments({&change, 1}, interfaces, readLanRecord(), readWireless());
+        checkSegments({&change, 1}, interfaces, readLanRecord(), bmc::manager::readWireless());
     if (result != NW_OK) {
         const GivenOption port{"PORT", portName(interfaces, change.port)};
         const GivenOption *option = optionAbout(result, given);

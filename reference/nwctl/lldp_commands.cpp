@@ -71,9 +71,10 @@ Sending check(const LldpChange &change, const Given &given)
 void show(Session &session)
 {
     const NW_LLDP_DB_INFO_S record = readLldp();
-    printFacts(session,
-               {{"LLDP", "enabled", record.ucLldpEnable == 1},
-                {"Work mode", "workMode", wordName(workModeWords, record.ucLldpWorkMode)}});
+    const unsigned mode = record.ucLldpWorkMode; /* 0: none was ever set */
+    printFacts(session, {{"LLDP", "enabled", record.ucLldpEnable == 1},
+                         {"Work mode", "workMode",
+                          mode == 0 ? Json() : Json(wordName(workModeWords, mode))}});
 }
 
 } // namespace

@@ -1,10 +1,8 @@
 #include "stored.hpp"
 
 #include <algorithm>
-#include <array>
 
 #include "addresses.hpp"
-#include "bmc_platform.h"
 #include "failure.hpp"
 #include "network_mng/settings.h"
 #include "text.hpp"
@@ -69,21 +67,6 @@ NW_LAN_CFG_DB_INFO_S readLanRecord()
     NW_LAN_CFG_DB_INFO_S record{};
     requireRead(LIB_NW_GetAllLanConfig(&record), "the LAN configuration");
     return record;
-}
-
-NW_WIFI_ADDR_S readWireless()
-{
-    std::array<char, BMC_WIRELESS_INFO_SIZE + 1> info{};
-    NW_WIFI_ADDR_S wireless{};
-
-    if (USBMANAGE_GetWirelessServiceInfo(info.data()) != 0) {
-        return wireless;
-    }
-    if (const auto address = parseIpv4(&info[BMC_WIRELESS_IPV4_TEXT_OFFSET])) {
-        std::ranges::copy(*address, wireless.aucIpv4Addr);
-    }
-    wireless.ucIpv4Enable = static_cast<std::uint8_t>(info[BMC_WIRELESS_ENABLE_OFFSET]);
-    return wireless;
 }
 
 std::string portName(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)

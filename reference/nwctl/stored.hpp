@@ -24,8 +24,6 @@ void requireRead(NW_RESULT result, const char *record);
 /* The readers throw Failure (internal) when a record cannot be read. */
 NW_IFC_STATE_DB_INFO_S readInterfaces();
 NW_LAN_CFG_DB_INFO_S readLanRecord();
-/* All zero when there is no wireless service. */
-NW_WIFI_ADDR_S readWireless();
 
 /* Name of the port, at most the field's width. */
 std::string portName(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port);
