@@ -9,9 +9,13 @@
 
 namespace bmc::manager {
 
+/* NW_ROUTESET_* by the routes' port. */
+using RouteSets = std::array<std::uint32_t, NW_PORT_COUNT>;
+
 struct SegmentChecks {
-    std::uint32_t addresses = 0;                       /* NW_SEGCHK_*, always of all ports */
-    std::array<std::uint32_t, NW_PORT_COUNT> routes{}; /* NW_ROUTESET_* by the routes' port */
+    RouteSets changedRoutes{};
+    std::uint32_t addresses = 0; /* NW_SEGCHK_*, always of all ports */
+    RouteSets otherRoutes{};     /* into which a changed address may have come */
 };
 
 inline constexpr std::uint32_t ipv4Routes = NW_ROUTESET_IPV4_ROUTE1 | NW_ROUTESET_IPV4_ROUTE2;
@@ -31,7 +35,8 @@ constexpr std::uint32_t portSetOf(unsigned port)
     return 1U << port;
 }
 
-/* Code of the first conflict: addresses, then the routes of each port; NW_OK without one. */
+/* Code of the first conflict, NW_OK without one. The checks run in the order of their members, so
+ * that the code speaks of what was changed. */
 NW_RESULT findConflict(const NW_IFC_STATE_DB_INFO_S &state, const NW_LAN_CFG_DB_INFO_S &lan,
                        const NW_WIFI_ADDR_S &wireless, const SegmentChecks &checks);
 

@@ -58,9 +58,12 @@ bool isActive(const Configuration &configuration, unsigned port, Bit bit)
     return (bytes.control & ~suspendedBits(bytes) & bit) != 0;
 }
 
-void checkPortServed(const Draft &draft, unsigned port)
+/* Of a port that there is none of, no detail is answered. */
+void selectPort(Draft &draft, std::uint32_t port)
 {
-    require(port < NW_PORT_COUNT && isServed(draft.after.state, port), Result::portNotServed,
+    require(port < NW_PORT_COUNT, Result::portNotServed, "port " + std::to_string(port));
+    draft.details[NW_LOG_LAN] = port;
+    require(isServed(draft.after.state, port), Result::portNotServed,
             "port " + std::to_string(port));
 }
 
@@ -92,8 +95,7 @@ void answerStatus(Draft &draft, unsigned port, std::size_t offset)
 void editArpSuspend(Draft &draft, Payload payload)
 {
     const auto request = contentOf<NW_ARP_SUSPEND_REQ_S>(payload);
-    checkPortServed(draft, request.ucPort);
-    draft.details[NW_LOG_LAN] = request.ucPort;
+    selectPort(draft, request.ucPort);
     checkBits(request.ucArpSuspend);
 
     ArpBytes bytes = arpOf(draft.after, request.ucPort);
@@ -108,8 +110,7 @@ void editArpStatus(Draft &draft, Payload payload)
     const auto request = contentOf<NW_ARP_UPDATE_REQ_S>(payload);
     const std::uint32_t port = request.uiArpArg0;
     const std::uint32_t value = request.uiArpArg2;
-    checkPortServed(draft, port);
-    draft.details[NW_LOG_LAN] = port;
+    selectPort(draft, port);
 
     ArpBytes bytes = arpOf(draft.after, port);
     switch (request.ucArpArg1) {

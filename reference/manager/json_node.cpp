@@ -17,6 +17,11 @@ std::optional<unsigned> prefixIn(std::string_view text, std::size_t longest)
     return isWhole && prefix <= longest ? std::optional(prefix) : std::nullopt;
 }
 
+bool isControl(char character)
+{
+    return static_cast<unsigned char>(character) < 0x20 || character == 0x7f;
+}
+
 std::string familyName(int family)
 {
     return family == AF_INET ? "IPv4" : "IPv6";
@@ -45,7 +50,7 @@ void JsonNode::expectKeys(std::initializer_list<std::string_view> keys) const
     }
     for (const auto &[key, value] : value_.items()) {
         if (std::ranges::find(keys, key) == keys.end()) {
-            refuse("unknown key \"" + key + "\"; known are " + listOf(keys));
+            refuse("unknown key " + nlohmann::json(key).dump() + "; known are " + listOf(keys));
         }
     }
 }
@@ -98,7 +103,11 @@ std::string JsonNode::text(std::size_t longest) const
         value_.get_ref<const std::string &>().size() > longest) {
         refuse("must be a text of 1 to " + std::to_string(longest) + " characters");
     }
-    return value_.get<std::string>();
+    const auto &given = value_.get_ref<const std::string &>();
+    if (std::ranges::any_of(given, isControl)) {
+        refuse(value_.dump() + " holds a control character");
+    }
+    return given;
 }
 
 std::size_t JsonNode::choice(std::initializer_list<std::string_view> names) const

@@ -1,4 +1,4 @@
-/* The kernel's interfaces, addresses and default routes, through rtnetlink. */
+/* The kernel's interfaces, addresses and routes, through rtnetlink. */
 #pragma once
 
 #include <array>
@@ -41,20 +41,22 @@ struct Interface {
     std::array<std::uint8_t, NW_MAC_SIZE> mac{};
 };
 
-/* Default route over an interface. */
-struct Gateway {
-    Address address;
+/* Route over an interface. */
+struct Route {
+    Address destination; /* a network; the default route has prefix length 0 */
+    Address gateway;     /* unset: the destination is on the link */
     std::uint32_t metric = 0;
 
-    auto operator<=>(const Gateway &) const = default;
+    auto operator<=>(const Route &) const = default;
 };
 
-enum class Action { linkUp, linkDown, addAddress, removeAddress, addGateway, removeGateway };
+enum class Action { linkUp, linkDown, addAddress, removeAddress, addRoute, removeRoute };
 
 /* One thing to do to an interface. */
 struct Change {
     Action action;
-    Gateway subject{}; /* the address alone for address actions, unused for link actions */
+    Address address{}; /* of address actions */
+    Route route{};     /* of route actions */
 
     auto operator<=>(const Change &) const = default;
 };
@@ -69,7 +71,7 @@ public:
     std::optional<Interface> find(const std::string &name) const;
     std::vector<Address> addressesOf(const Interface &interface) const;
     /* Those that carry routeProtocol. */
-    std::vector<Gateway> gatewaysOf(const Interface &interface) const;
+    std::vector<Route> routesOf(const Interface &interface) const;
 
     /* Lets the other IPv4 addresses of a subnet stay when the first one is removed. */
     void keepSecondaryAddresses(const Interface &interface) const;

@@ -53,7 +53,7 @@ void checkSegments(const NW_IFC_STATE_DB_INFO_S &state, const NW_LAN_CFG_DB_INFO
 {
     const NW_RESULT verdict = findConflict(state, lan, readWireless(), checks);
     if (verdict != NW_OK) {
-        throw Refusal(verdict, "two interfaces in the same segment");
+        throw Refusal(verdict, "an address or a route in another's segment");
     }
 }
 

@@ -86,12 +86,13 @@ void settle(const Store &store)
 
 void repair(NW_LAN_CFG_DB_INFO_S &lan)
 {
-    for (NW_LAN_CFG_PORT_S &port : lan.astPort) {
-        if (port.ucIpv6FurtherCount > NW_IPV6_FURTHER_COUNT) {
-            log(Level::error, "start: the LAN configuration counted " +
-                                  std::to_string(port.ucIpv6FurtherCount) +
+    for (unsigned port = 0; port < NW_PORT_COUNT; port++) {
+        std::uint8_t &count = lan.astPort[port].ucIpv6FurtherCount;
+        if (count > NW_IPV6_FURTHER_COUNT) {
+            log(Level::error, "port " + std::to_string(port) + ": the record counted " +
+                                  std::to_string(count) +
                                   " further IPv6 addresses where 16 fit; it now counts 16");
-            port.ucIpv6FurtherCount = NW_IPV6_FURTHER_COUNT;
+            count = NW_IPV6_FURTHER_COUNT;
         }
     }
 }
@@ -153,6 +154,7 @@ void Manager::change(const Draft &draft)
     }
 
     Configuration after = draft.after;
+    repair(after.lan);
     const StatusBracket busy;
     JournalEntry journal(store_, draft.before, after);
     Transaction transaction;

@@ -16,9 +16,8 @@ std::vector<Change> planFor(const Kernel &kernel, const Interface &interface,
                             const PortState &wanted, const std::vector<Address> &managed)
 {
     kernel.keepSecondaryAddresses(interface);
-    return planChanges(
-        {interface.isUp, kernel.addressesOf(interface), kernel.gatewaysOf(interface)}, managed,
-        wanted);
+    return planChanges({interface.isUp, kernel.addressesOf(interface), kernel.routesOf(interface)},
+                       managed, wanted);
 }
 
 void changeInterface(const Context &context, const Interface &interface, const PortState &wanted,

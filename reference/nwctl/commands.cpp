@@ -16,7 +16,7 @@ constexpr Group groupRows[] = {
     {"arp", "ARP announcements and responses of the ports"},
     {"an", "Auto-negotiation, duplex and speed of the ports"},
     {"ncsi", "NC-SI, the way over the host's network adapter"},
-    {"check", "Check a text with the rules that a setting must obey"},
+    {"check", "Check a text or a port's routes with the rules that settings obey"},
 };
 
 } // namespace
@@ -31,7 +31,8 @@ std::vector<Command> commands()
     std::vector<Command> rows;
     for (const auto add : {addStatusCommands, addLanCommands, addHostNameCommands, addDnsCommands,
                            addLldpCommands, addModeCommands, addVlanCommands, addArpCommands,
-                           addAnCommands, addNcsiCommands, addCombinedCommands, addCheckCommands}) {
+                           addAnCommands, addNcsiCommands, addCombinedCommands, addCheckCommands,
+                           addRouteCheckCommand, addDiscoveryCommands, addNameCommand}) {
         add(rows);
     }
     return rows;

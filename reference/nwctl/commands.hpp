@@ -42,5 +42,8 @@ void addAnCommands(std::vector<Command> &commands);
 void addNcsiCommands(std::vector<Command> &commands);
 void addCombinedCommands(std::vector<Command> &commands);
 void addStatusCommands(std::vector<Command> &commands);
+void addRouteCheckCommand(std::vector<Command> &commands);
+void addDiscoveryCommands(std::vector<Command> &commands);
+void addNameCommand(std::vector<Command> &commands);
 
 } // namespace nwctl

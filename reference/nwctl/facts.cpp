@@ -46,7 +46,7 @@ Json factsJson(const Facts &facts)
 
 void printFacts(Session &session, const Facts &facts)
 {
-    session.json() ? session.print(factsJson(facts)) : session.print(factsText(facts));
+    session.answer(factsJson(facts), factsText(facts));
 }
 
 void printPorts(Session &session, const std::vector<Facts> &ports)
@@ -57,7 +57,7 @@ void printPorts(Session &session, const std::vector<Facts> &ports)
         text += (text.empty() ? "" : "\n") + factsText(facts);
         documents.push_back(factsJson(facts));
     }
-    session.json() ? session.print(Json{{"ports", documents}}) : session.print(text);
+    session.answer(Json{{"ports", documents}}, text);
 }
 
 Json textOrNull(const std::string &text)

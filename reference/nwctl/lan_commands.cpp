@@ -1,4 +1,7 @@
+#include "address_probe.hpp"
+#include "addresses.hpp"
 #include "command_kinds.hpp"
+#include "failure.hpp"
 #include "lan_sending.hpp"
 
 namespace nwctl {
@@ -9,6 +12,7 @@ struct SetArguments {
     std::string port;
     OptionArguments options;
     bool unchecked = false;
+    bool unprobed = false;
 };
 
 void show(std::span<const unsigned> ports, Session &session)
@@ -22,10 +26,21 @@ void show(std::span<const unsigned> ports, Session &session)
         documents.push_back(portJson(view));
     }
 
-    if (session.json()) {
-        session.print(Json{{"mode", modeName(interfaces)}, {"ports", documents}});
-    } else {
-        session.print(tables);
+    session.answer(Json{{"mode", modeName(interfaces)}, {"ports", documents}}, tables);
+}
+
+void requireFreeAddress(const LanChange &change, const NW_IFC_STATE_DB_INFO_S &interfaces,
+                        Session &session)
+{
+    const ProbeResult result = probeAddress(change, interfaces);
+    if (result == ProbeResult::noTool) {
+        session.remark("arping is not installed: whether another host has the address is unknown");
+    }
+    if (result == ProbeResult::taken) {
+        throw Failure(Exit::refused, "--ipv4",
+                      formatAddress(std::to_array(change.fields.aucIpv4Addr)),
+                      "another host on the network of " + portName(interfaces, change.port) +
+                          " has this address");
     }
 }
 
@@ -33,8 +48,13 @@ void set(const SetArguments &arguments, Session &session)
 {
     const std::vector<GivenOption> given = arguments.options.given();
     const SegmentCheck check = arguments.unchecked ? SegmentCheck::skipped : SegmentCheck::made;
-    const LanChange change = buildLanChange(0, given);
-    carryOut(lanSending(arguments.port, change, given, check), arguments.options.dryRun(), session);
+    LanChange change = buildLanChange(0, given);
+    const Sending sending = lanSending(arguments.port, change, given, check);
+    if (!arguments.unprobed) {
+        change.port = sending.port->index;
+        requireFreeAddress(change, readInterfaces(), session);
+    }
+    carryOut(sending, arguments.options.dryRun(), session);
 }
 
 void declareSet(CLI::App &app, Session &session)
@@ -43,8 +63,11 @@ void declareSet(CLI::App &app, Session &session)
     addPort(app, arguments->port)->required();
     arguments->options.declare(app, lanOptions());
     arguments->options.declareDryRun(app);
-    app.add_flag("--no-check", arguments->unchecked,
-                 "send the change even when it makes two networks overlap");
+    app.add_flag(
+        "--no-check", arguments->unchecked,
+        "send the change even when it makes two networks overlap or a route meet another port");
+    app.add_flag("--no-probe", arguments->unprobed,
+                 "send a new IPv4 address without asking the network whether it is taken");
     app.callback([arguments, &session] { set(*arguments, session); });
 }
 

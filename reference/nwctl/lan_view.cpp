@@ -18,9 +18,20 @@ MaybeText maybe(const char (&field)[Size])
     return text.empty() ? MaybeText{} : MaybeText{std::move(text)};
 }
 
+/* As the manager's configuration file names them. */
 std::string originName(std::uint8_t origin)
 {
-    return origin == NW_ADDR_ORIGIN_DHCP ? "dhcp" : "static";
+    switch (origin) {
+    case 0:
+    case 1:
+        return "static";
+    case NW_ADDR_ORIGIN_DHCP:
+        return "dhcp";
+    case 3:
+        return "slaac";
+    default:
+        return "origin " + std::to_string(origin);
+    }
 }
 
 std::string stateName(const NW_ETHER_INS_INFO_S &info, unsigned slot)

@@ -19,7 +19,8 @@ struct Ending {
 Ending endingOf(NW_RESULT result)
 {
     if (result == NW_ERR_RPC_TRANSPORT) {
-        return {Exit::transport, "the change could not be sent to the network manager"};
+        return {Exit::transport,
+                "no answer from the network manager; the change may still take effect"};
     }
     if (std::ranges::count(vagueResults, result) != 0) {
         return {Exit::manager, "the network manager refused the change or cannot be reached"};
@@ -82,13 +83,6 @@ Json portJson(const Sending &sending)
 
 void tell(const Sending &sending, Session &session)
 {
-    if (!session.json()) {
-        session.print("Dry run, nothing was sent. Would change " + sending.what +
-                      (sending.port ? " of " + escaped(sending.port->name) : "") +
-                      commandsText(sending) + settingsText(sending) + ".\n");
-        return;
-    }
-
     Json settings = Json::array();
     for (const GivenOption &setting : sending.settings) {
         settings.push_back({{"option", setting.name}, {"value", setting.value}});
@@ -98,7 +92,9 @@ void tell(const Sending &sending, Session &session)
                    {"what", sending.what},
                    {"commands", sending.commands},
                    {"settings", settings}});
-    session.print(answer);
+    session.answer(answer, "Dry run, nothing was sent. Would change " + sending.what +
+                               (sending.port ? " of " + escaped(sending.port->name) : "") +
+                               commandsText(sending) + settingsText(sending) + ".\n");
 }
 
 } // namespace
@@ -129,7 +125,7 @@ void carryOut(const Sending &sending, bool dryRun, Session &session)
     if (text.empty()) {
         text = "Done: " + sending.what + "; the operation log has no sentence.\n";
     }
-    session.json() ? session.print(answer) : session.print(text);
+    session.answer(answer, text);
 }
 
 } // namespace nwctl

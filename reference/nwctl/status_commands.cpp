@@ -115,8 +115,7 @@ void show(Session &session)
     for (const unsigned port : portsServed(interfaces)) {
         ports.push_back(viewPort(port, readPort(interfaces, port)));
     }
-    session.json() ? session.print(statusJson(interfaces, ports))
-                   : session.print(statusText(interfaces, ports));
+    session.answer(statusJson(interfaces, ports), statusText(interfaces, ports));
 }
 
 } // namespace

@@ -116,6 +116,35 @@ void reserveLockFile(const std::filesystem::path &path)
     }
 }
 
+/* A file that was cut short is read through a mapping, where what is missing would kill the
+ * process. */
+void requireWholeFile(MDB_env *environment)
+{
+    MDB_envinfo info{};
+    MDB_stat pages{};
+    mdb_filehandle_t file{};
+    struct stat status {};
+    check(mdb_env_info(environment, &info), "database file");
+    check(mdb_env_stat(environment, &pages), "database file");
+    check(mdb_env_get_fd(environment, &file), "database file");
+
+    const auto needed = static_cast<off_t>((info.me_last_pgno + 1) * pages.ms_psize);
+    if (fstat(file, &status) != 0 || status.st_size < needed) {
+        throw Failure(MDB_CORRUPTED, "database file: cut short");
+    }
+}
+
+/* A record would be lost in a file that has no name any more. */
+void requireNamedFile(MDB_env *environment)
+{
+    mdb_filehandle_t file{};
+    struct stat status {};
+    check(mdb_env_get_fd(environment, &file), "database file");
+    if (fstat(file, &status) != 0 || status.st_nlink == 0) {
+        throw Failure(ESTALE, "database file: removed");
+    }
+}
+
 /* Names of new files outlive a power failure only when their directory is written, too. */
 void syncDirectory(const std::filesystem::path &directory)
 {
@@ -153,6 +182,7 @@ void RecordStore::open(const std::filesystem::path &directory)
     /* Readers belong to transactions, not to threads. */
     check(mdb_env_open(m_environment, directory.c_str(), MDB_NOTLS, privateFile),
           directory.string());
+    requireWholeFile(m_environment);
 
     int cleared = 0;
     check(mdb_reader_check(m_environment, &cleared), "database readers");
@@ -179,6 +209,7 @@ void RecordStore::get(std::uint32_t key, std::span<std::byte> buffer) const
 
 void RecordStore::put(std::uint32_t key, std::span<const std::byte> record) const
 {
+    requireNamedFile(m_environment);
     Transaction transaction(m_environment, 0);
     Key bytes(key);
     MDB_val name = bytes.value();

@@ -10,13 +10,7 @@ using nlohmann::json;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-class CommandLine : public System {
-protected:
-    static CommandResult nwctl(const std::string &arguments)
-    {
-        return run(NW_BINARY_DIR "/nwctl " + arguments);
-    }
-};
+using CommandLine = System;
 
 TEST_F(CommandLine, ShowsThePort)
 {
@@ -40,6 +34,14 @@ TEST_F(CommandLine, ShowsEveryPortOfTheModeAsOneDocument)
     EXPECT_EQ(document["ports"][1]["port"], "eth1");
     EXPECT_EQ(document["ports"][1]["ipv4"]["address"], "192.168.20.2");
     EXPECT_EQ(document["ports"][1]["ipv4"]["mask"], "255.255.255.0");
+}
+
+TEST_F(CommandLine, AnswerThatCannotBeWrittenIsAFailure)
+{
+    const CommandResult result = nwctl("lan show >/dev/full");
+
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors, HasSubstr("could not be written"));
 }
 
 TEST_F(CommandLine, ChangesThePortAndSaysSo)

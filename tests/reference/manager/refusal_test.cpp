@@ -67,24 +67,7 @@ const Row rows[] = {
 };
 /* clang-format on */
 
-class Refusals : public ManagerTest {
-protected:
-    void expectUntouched(const LanRequest &request, std::uint32_t result, std::uint32_t detail)
-    {
-        const auto lan = storedLan();
-        const auto state = storedState();
-        const std::string kernel = kernelSnapshot();
-
-        expectAnswer(request, result, detail);
-
-        const auto lanAfter = storedLan();
-        const auto stateAfter = storedState();
-        EXPECT_EQ(std::memcmp(&lan, &lanAfter, sizeof(lan)), 0);
-        EXPECT_EQ(std::memcmp(&state, &stateAfter, sizeof(state)), 0);
-        EXPECT_EQ(storedStatus(), 0);
-        EXPECT_EQ(kernel, kernelSnapshot());
-    }
-};
+using Refusals = ManagerTest;
 
 } // namespace
 

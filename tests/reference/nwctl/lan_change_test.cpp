@@ -72,5 +72,37 @@ TEST_F(CheckSegments, AsksForWhatTheChangeTouchesAlone)
     EXPECT_EQ(checked({"--ipv4", "on"}), NW_ERR_IPV4_SAME_SEGMENT);
 }
 
+TEST_F(CheckSegments, FindsARouteToTheOtherPort)
+{
+    EXPECT_EQ(checkedWith({{"--ipv4-route1", "192.168.10.0/24,192.168.20.9"}}), NW_ERR_IPV4_ROUTE1);
+    EXPECT_EQ(checkedWith({{"--ipv4-route2", "10.0.0.0/8,192.168.10.9"}}),
+              NW_ERR_IPV4_ROUTE2_GATEWAY);
+    EXPECT_EQ(checkedWith({{"--ipv4-route1", "10.0.0.0/8,192.168.20.9"}}), NW_OK);
+    EXPECT_EQ(checkedWith({{"--ipv4-route1", "192.168.30.0/24,192.168.20.9"}},
+                          NW_WIFI_ADDR_S{1, {192, 168, 30, 1}}),
+              NW_ERR_IPV4_ROUTE1);
+}
+
+/* What was changed is blamed: the new address for lying in the other port's old route. */
+TEST_F(CheckSegments, FindsAnAddressInTheOthersRoute)
+{
+    NW_LAN_CFG_DB_INFO_S record = samples::lanRecord();
+    auto &route = record.astPort[0].astIpv4Route[1];
+    route.ucState = 1;
+    samples::storeIpv4(route.aucAddr, "10.0.0.0");
+    samples::storeIpv4(route.aucMask, "255.0.0.0");
+    const auto checked = [&record](const std::vector<GivenOption> &given) {
+        return checkSegments(buildLanChange(1, given), samples::interfaces(), record,
+                             NW_WIFI_ADDR_S{});
+    };
+
+    EXPECT_EQ(checked({{"--ipv4", "10.9.9.9/24"}}), NW_ERR_IPV4_IN_ROUTE2);
+    EXPECT_EQ(checked({{"--ipv4-route1", "10.9.9.0/24,192.168.20.9"}}), NW_ERR_IPV4_ROUTE1);
+
+    /* The other port's own IPv4 is off: only the check of its routes still finds the address. */
+    record.astPort[0].ucIpv4Enable = 0;
+    EXPECT_EQ(checked({{"--ipv4", "10.9.9.9/24"}}), NW_ERR_IPV4_ROUTE2);
+}
+
 } // namespace
 } // namespace nwctl

@@ -28,6 +28,7 @@ json shown(const std::string &command, const char *place)
 
 struct Row {
     const char *name;
+    const char *before; /* sets what an earlier test may have set already */
     const char *set;
     const char *output;
     const char *show;
@@ -40,6 +41,7 @@ class Settings : public e2e::System, public ::testing::WithParamInterface<Row> {
 TEST_P(Settings, AreChangedToldAndShown)
 {
     const Row &row = GetParam();
+    ASSERT_EQ(nwctl(row.before).status, 0);
     ASSERT_NE(shown(row.show, row.place), row.value) << "nothing would change";
 
     const CommandResult result = nwctl(row.set);
@@ -74,36 +76,36 @@ TEST_P(Settings, AreNoSuccessWithoutTheManager)
 
 /* clang-format off */
 const Row rows[] = {
-    {"HostName", "hostname set --mode manual --name bmc-7 --bmc-name rack-7",
+    {"HostName", "hostname set --mode auto", "hostname set --mode manual --name bmc-7 --bmc-name rack-7",
      "Host name set successfully, host name mode: Manual, host name BMC: bmc-7, BMC name: rack-7.\n",
      "hostname show", "", {{"mode", "manual"}, {"name", "bmc-7"}, {"bmcName", "rack-7"}}},
-    {"Dns", "dns set eth1 --ipv4-mode manual --ipv4-server2 192.168.20.53 --ipv4-domain rack1.example.net",
+    {"Dns", "dns set eth1 --ipv4-mode manual --ipv4-server2 off", "dns set eth1 --ipv4-mode manual --ipv4-server2 192.168.20.53 --ipv4-domain rack1.example.net",
      "DNS settings configured successfully for shared port, IPv4 DNS mode: Manual, IPv4 DNS domain suffix: "
      "rack1.example.net, IPv4 DNS server 2: 192.168.20.53.\n",
      "dns show eth1", "/ports/0/ipv4Servers", {nullptr, "192.168.20.53", nullptr}},
-    {"Lldp", "lldp set --state on --work-mode rx",
+    {"Lldp", "lldp set --state off", "lldp set --state on --work-mode rx",
      "Configured LLDP settings successfully, LLDP state: Enabled, LLDP work mode: RX.\n",
      "lldp show", "", {{"enabled", true}, {"workMode", "rx"}}},
-    {"LldpReceive", "lldp set --receive on",
-     "Configured LLDP settings successfully, LLDP state: Enabled, LLDP work mode: RX.\n",
-     "lldp show", "", {{"enabled", true}, {"workMode", "rx"}}},
-    {"Mode", "mode set active-standby",
+    {"LldpReceive", "lldp set --state on --work-mode tx", "lldp set --receive on",
+     "Configured LLDP settings successfully, LLDP state: Enabled, LLDP work mode: TXRX.\n",
+     "lldp show", "", {{"enabled", true}, {"workMode", "txrx"}}},
+    {"Mode", "status", "mode set active-standby",
      "Configured network port mode successfully, network port mode: Active/standby.\n",
      "mode show", "", {{"mode", "active-standby"}, {"ports", {"bond0"}}}},
-    {"Switchover", "switchover set on",
+    {"Switchover", "status", "switchover set on",
      "Configured port number switchover successfully, port number switchover: Enabled.\n",
      "switchover show", "/enabled", true},
-    {"ShareLink", "share-link set dedicated", "Done: shared-link mode; the operation log has no sentence.\n",
+    {"ShareLink", "status", "share-link set dedicated", "Done: shared-link mode; the operation log has no sentence.\n",
      "share-link show", "/mode", "dedicated"},
-    {"ShareLinkBond", "share-link set active-standby", "Done: shared-link mode; the operation log has no sentence.\n",
+    {"ShareLinkBond", "status", "share-link set active-standby", "Done: shared-link mode; the operation log has no sentence.\n",
      "share-link show", "/mode", "active-standby"},
-    {"VlanPriority", "vlan set eth1 --vlan-priority 5",
+    {"VlanPriority", "status", "vlan set eth1 --vlan-priority 5",
      "LAN settings configured successfully for shared port, VLAN priority: 5.\n",
      "vlan show eth1", "/ports/0/priority", 5},
-    {"ArpInterval", "arp set eth1 --arp-interval 10",
+    {"ArpInterval", "status", "arp set eth1 --arp-interval 10",
      "LAN settings configured successfully for shared port, ARP interval: 10.\n",
      "arp show eth1", "/ports/0/interval", 10},
-    {"ArpSuspend", "arp suspend eth1 --arp-suspend responses",
+    {"ArpSuspend", "status", "arp suspend eth1 --arp-suspend responses",
      "LAN settings configured successfully for shared port, ARP suspend: do not suspend BMC-generated Gratuitous "
      "ARPs while the Watchdog Timer is running, suspend BMC-generated ARP responses while Watchdog Timer is "
      "running.\nARP suspended: responses\n",

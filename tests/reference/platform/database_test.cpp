@@ -218,6 +218,26 @@ TEST_F(Database, FileThatIsNoDatabaseGivesNone)
     expectNoDatabase();
 }
 
+TEST_F(Database, FileThatWasCutShortGivesNone)
+{
+    inChild([] {
+        for (std::uint32_t record = 0; record < 20; ++record) {
+            ASSERT_EQ(0, put(key + record, Bytes(2000, 1)));
+        }
+    });
+    std::filesystem::resize_file(directory() / "data.mdb", 8192);
+    expectNoDatabase();
+}
+
+TEST_F(Database, PutIntoARemovedFileIsRefused)
+{
+    inChild([this] {
+        ASSERT_EQ(0, put(key, Bytes(84, 1)));
+        std::filesystem::remove_all(directory());
+        stderrOf([] { EXPECT_NE(0, put(key, Bytes(84, 2))); });
+    });
+}
+
 TEST_F(Database, OpensOnceTheCauseIsGone)
 {
     write("config-db", "in the way");

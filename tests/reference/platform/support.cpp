@@ -64,6 +64,7 @@ void StateTest::write(const std::filesystem::path &file, std::string_view text) 
 std::string stderrOf(const std::function<void()> &function)
 {
     const int file = memfd_create("stderr", MFD_CLOEXEC);
+    fcntl(file, F_SETFL, O_APPEND); /* a memory file's own position is not safe between threads */
     const int before = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0);
     dup2(file, STDERR_FILENO);
     function();
