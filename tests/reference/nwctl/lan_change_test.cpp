@@ -92,8 +92,8 @@ TEST_F(CheckSegments, FindsAnAddressInTheOthersRoute)
     samples::storeIpv4(route.aucAddr, "10.0.0.0");
     samples::storeIpv4(route.aucMask, "255.0.0.0");
     const auto checked = [&record](const std::vector<GivenOption> &given) {
-        return checkSegments(buildLanChange(1, given), samples::interfaces(), record,
-                             NW_WIFI_ADDR_S{});
+        const LanChange change = buildLanChange(1, given);
+        return checkSegments({&change, 1}, samples::interfaces(), record, NW_WIFI_ADDR_S{});
     };
 
     EXPECT_EQ(checked({{"--ipv4", "10.9.9.9/24"}}), NW_ERR_IPV4_IN_ROUTE2);
