@@ -57,6 +57,18 @@ Change changeIn(const std::string &path, const Json &settings, std::span<const O
 
 using AddPort = std::function<void(unsigned port, const std::string &path, const Json &settings)>;
 
+/* The port that a key of the part names. */
+unsigned portIn(const std::string &part, const std::string &key,
+                const NW_IFC_STATE_DB_INFO_S &interfaces)
+{
+    try {
+        return findPort(interfaces, key);
+    } catch (Failure &failure) {
+        failure.optionName = part;
+        throw;
+    }
+}
+
 /* Each port of a part, once. */
 void forEachPort(const std::string &part, const Json &value,
                  const NW_IFC_STATE_DB_INFO_S &interfaces, const AddPort &add)
@@ -64,14 +76,7 @@ void forEachPort(const std::string &part, const Json &value,
     bool seen[NW_PORT_COUNT]{};
     requireObject(part, value);
     for (const auto &[key, settings] : value.items()) {
-        const unsigned port = [&] {
-            try {
-                return findPort(interfaces, key);
-            } catch (Failure &failure) {
-                failure.optionName = part;
-                throw;
-            }
-        }();
+        const unsigned port = portIn(part, key, interfaces);
         if (std::exchange(seen[port], true)) {
             throw Failure(Exit::usage, part, key, "the port is given twice");
         }
