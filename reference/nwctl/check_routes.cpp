@@ -1,4 +1,5 @@
 #include "commands.hpp"
+#include "option_arguments.hpp"
 #include "results.hpp"
 #include "segments.hpp"
 #include "stored.hpp"
@@ -77,7 +78,7 @@ void addRouteCheckCommand(std::vector<Command> &commands)
 {
     const auto declare = [](CLI::App &app, Session &session) {
         const auto port = std::make_shared<std::string>();
-        app.add_option("PORT", *port, portDescription)->required()->type_name("");
+        addPort(app, *port)->required();
         app.callback([port, &session] { checkRoutes(*port, session); });
     };
     commands.push_back({"check", "routes",

@@ -6,6 +6,16 @@ namespace {
 
 constexpr Group groupRows[] = {
     {"lan", "LAN settings of the management ports"},
+    {"hostname", "Host name and BMC name"},
+    {"dns", "DNS settings of the ports"},
+    {"lldp", "LLDP agent"},
+    {"mode", "Network port mode: separate ports or one bond"},
+    {"switchover", "Exchange of the two ports' numbers"},
+    {"share-link", "Shared-link mode: which ports reach the controller"},
+    {"vlan", "VLAN of the ports"},
+    {"arp", "ARP announcements and responses of the ports"},
+    {"an", "Auto-negotiation, duplex and speed of the ports"},
+    {"ncsi", "NC-SI, the way over the host's network adapter"},
     {"check", "Check a text or a port's routes with the rules that settings obey"},
 };
 
@@ -19,11 +29,12 @@ std::span<const Group> groups()
 std::vector<Command> commands()
 {
     std::vector<Command> rows;
-    addLanCommands(rows);
-    addCheckCommands(rows);
-    addRouteCheckCommand(rows);
-    addDiscoveryCommands(rows);
-    addNameCommand(rows);
+    for (const auto add : {addStatusCommands, addLanCommands, addHostNameCommands, addDnsCommands,
+                           addLldpCommands, addModeCommands, addVlanCommands, addArpCommands,
+                           addAnCommands, addNcsiCommands, addCombinedCommands, addCheckCommands,
+                           addRouteCheckCommand, addDiscoveryCommands, addNameCommand}) {
+        add(rows);
+    }
     return rows;
 }
 

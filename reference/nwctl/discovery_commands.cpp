@@ -4,6 +4,7 @@
 #include "commands.hpp"
 #include "network_mng/check.h"
 #include "network_mng/discovery.h"
+#include "option_arguments.hpp"
 #include "stored.hpp"
 #include "text.hpp"
 
@@ -128,7 +129,7 @@ template <void (*run)(const std::string &port, Session &session)>
 void declareForPort(CLI::App &app, Session &session)
 {
     const auto port = std::make_shared<std::string>();
-    app.add_option("PORT", *port, portDescription)->required()->type_name("");
+    addPort(app, *port)->required();
     app.callback([port, &session] { run(*port, session); });
 }
 

@@ -4,12 +4,15 @@
 
 namespace nwctl {
 
-NW_RESULT checkSegments(const LanChange &change, const NW_IFC_STATE_DB_INFO_S &interfaces,
-                        NW_LAN_CFG_DB_INFO_S record, const NW_WIFI_ADDR_S &wireless)
+NW_RESULT checkSegments(std::span<const LanChange> changes,
+                        const NW_IFC_STATE_DB_INFO_S &interfaces, NW_LAN_CFG_DB_INFO_S record,
+                        const NW_WIFI_ADDR_S &wireless)
 {
     bmc::manager::SegmentChecks checks;
-    bmc::manager::addChecks(checks, change.port, change.bits);
-    bmc::manager::applyFields(change.bits, change.fields, record.astPort[change.port]);
+    for (const LanChange &change : changes) {
+        bmc::manager::addChecks(checks, change.port, change.bits);
+        bmc::manager::applyFields(change.bits, change.fields, record.astPort[change.port]);
+    }
     return bmc::manager::findConflict(interfaces, record, wireless, checks);
 }
 

@@ -11,54 +11,21 @@ namespace nwctl {
 namespace {
 
 constexpr std::uint8_t originStatic = 1;
-constexpr unsigned vlanIdMax = 4094;
-constexpr unsigned vlanPriorityMax = 7;
 
-[[noreturn]] void misused(const GivenOption &given, const std::string &reason)
-{
-    throw Failure(Exit::usage, given.name, given.value, reason);
-}
-
-/* Refuses the option for the reason, if there is one. */
-void refuseFor(const GivenOption &given, const std::optional<std::string> &reason)
-{
-    if (reason) {
-        throw Failure(Exit::refused, given.name, given.value, *reason, NW_ERR_OUT_OF_RANGE);
-    }
-}
-
-/* Selects fields; a field has one new value at most. */
+/* Selects fields. */
 void select(const GivenOption &given, LanChange &change, std::uint32_t bits, unsigned word = 0)
 {
-    if ((change.bits[word] & bits) != 0) {
-        misused(given, "contradicts another value for the same setting");
-    }
-    change.bits[word] |= bits;
+    mark(given, change.bits[word], bits);
 }
 
-struct Word {
-    std::string_view text;
-    std::uint8_t value;
-};
-constexpr Word switchWords[] = {{"off", 0}, {"on", 1}};
 constexpr Word originWords[] = {{"static", originStatic}, {"dhcp", NW_ADDR_ORIGIN_DHCP}};
-
-const Word *findWord(std::span<const Word> words, const std::string &text)
-{
-    const auto word = std::ranges::find(words, text, &Word::text);
-    return word == words.end() ? nullptr : &*word;
-}
 
 void setWord(const GivenOption &given, LanChange &change, std::uint32_t bit, std::uint8_t &field,
              std::span<const Word> words)
 {
-    const Word *word = findWord(words, given.value);
-    if (word == nullptr) {
-        misused(given,
-                "expected " + std::string(words[0].text) + " or " + std::string(words[1].text));
-    }
+    const std::uint8_t value = wordValue(given, words);
     select(given, change, bit);
-    field = word->value;
+    field = value;
 }
 
 template <typename Address>
@@ -182,31 +149,6 @@ void setIpv6Origin(const GivenOption &given, LanChange &change)
     setWord(given, change, NW_LAN_BIT_IPV6_TYPE, change.fields.ucIpv6Type, originWords);
 }
 
-void setVlan(const GivenOption &given, LanChange &change)
-{
-    if (given.value == "off") {
-        select(given, change, NW_LAN_BIT_VLAN_ENABLE);
-        return;
-    }
-    const auto id = parseNumber(given.value, vlanIdMax);
-    if (!id || *id == 0) {
-        misused(given, "expected off or a number from 1 to " + std::to_string(vlanIdMax));
-    }
-    select(given, change, NW_LAN_BIT_VLAN_ENABLE | NW_LAN_BIT_VLAN_ID);
-    change.fields.ucVlanEnable = 1;
-    change.fields.usVlanid = static_cast<std::uint16_t>(*id);
-}
-
-void setVlanPriority(const GivenOption &given, LanChange &change)
-{
-    const auto priority = parseNumber(given.value, vlanPriorityMax);
-    if (!priority) {
-        misused(given, "expected a number from 0 to " + std::to_string(vlanPriorityMax));
-    }
-    select(given, change, NW_LAN_BIT_VLAN_PRIORITY);
-    change.fields.ucVlanPriority = static_cast<std::uint8_t>(*priority);
-}
-
 template <typename Address>
 struct GivenRoute {
     Prefixed<Address> destination{};
@@ -279,8 +221,6 @@ constexpr LanOption rows[] = {
     {"--ipv6-origin",   "static|dhcp",     "where the IPv6 address comes from",      Subject::ipv6, setIpv6Origin},
     {"--ipv6-route1",   routeValue,        "first IPv6 static route",                Subject::ipv6, setIpv6Route<0>},
     {"--ipv6-route2",   routeValue,        "second IPv6 static route",               Subject::ipv6, setIpv6Route<1>},
-    {"--vlan",          "ID|off",          "VLAN of the port, 1 to 4094",            Subject::none, setVlan},
-    {"--vlan-priority", "N",               "VLAN priority, 0 to 7",                  Subject::none, setVlanPriority},
 };
 /* clang-format on */
 
@@ -330,23 +270,19 @@ const GivenOption *findGiven(std::span<const GivenOption> given, const char *nam
 
 std::span<const LanOption> lanOptions()
 {
-    return rows;
+    static const std::vector<LanOption> all = [] {
+        std::vector<LanOption> options(std::begin(rows), std::end(rows));
+        for (const auto group : {vlanOptions(), headerOptions(), arpOptions()}) {
+            options.insert(options.end(), group.begin(), group.end());
+        }
+        return options;
+    }();
+    return all;
 }
 
 LanChange buildLanChange(unsigned port, std::span<const GivenOption> given)
 {
-    LanChange change{.port = port};
-    for (const LanOption &row : rows) {
-        for (const GivenOption &option : given) {
-            if (option.name == row.name) {
-                row.apply(option, change);
-            }
-        }
-    }
-    if (given.empty()) {
-        throw Failure(Exit::usage, "", "", "nothing to change: give at least one setting");
-    }
-    return change;
+    return buildChange<LanChange>(lanOptions(), given, LanChange{.port = port});
 }
 
 const GivenOption *optionAbout(NW_RESULT result, std::span<const GivenOption> given)
@@ -359,11 +295,12 @@ const GivenOption *optionAbout(NW_RESULT result, std::span<const GivenOption> gi
         }
         if (cause.result == result) {
             subject =
-                std::ranges::find(rows, std::string_view(cause.option), &LanOption::name)->subject;
+                std::ranges::find(lanOptions(), std::string_view(cause.option), &LanOption::name)
+                    ->subject;
         }
     }
 
-    for (const LanOption &row : rows) {
+    for (const LanOption &row : lanOptions()) {
         const GivenOption *option = findGiven(given, row.name);
         if (subject != Subject::none && row.subject == subject && option != nullptr) {
             return option;

@@ -19,8 +19,8 @@ TEST(LanChange, StandsInItsPortsPlacesAlone)
     change.bits[1] = NW_LAN_BIT_IPV4_ROUTE1_ADDR;
     change.fields.ucLanEnable = 7;
 
-    const NW_LAN_BITMAP_S bitmap = bitmapOf(change);
-    const NW_LAN_SET_CFG_S config = configOf(change);
+    const NW_LAN_BITMAP_S bitmap = bitmapOf({&change, 1});
+    const NW_LAN_SET_CFG_S config = configOf({&change, 1});
 
     NW_LAN_BITMAP_S expectedBitmap{};
     expectedBitmap.aauiWord[1][0] = NW_LAN_BIT_IPV4_ADDR;
@@ -34,8 +34,8 @@ TEST(LanChange, StandsInItsPortsPlacesAlone)
 NW_RESULT checkedWith(const std::vector<GivenOption> &given,
                       const NW_WIFI_ADDR_S &wireless = NW_WIFI_ADDR_S{})
 {
-    return checkSegments(buildLanChange(1, given), samples::interfaces(), samples::lanRecord(),
-                         wireless);
+    const LanChange change = buildLanChange(1, given);
+    return checkSegments({&change, 1}, samples::interfaces(), samples::lanRecord(), wireless);
 }
 
 class CheckSegments : public fake::FakePlatformTest {};
@@ -63,8 +63,8 @@ TEST_F(CheckSegments, AsksForWhatTheChangeTouchesAlone)
     NW_LAN_CFG_DB_INFO_S record = samples::lanRecord();
     samples::storeIpv4(record.astPort[1].aucIpv4Addr, "192.168.10.9");
     const auto checked = [&record](const GivenOption &given) {
-        return checkSegments(buildLanChange(1, std::vector{given}), samples::interfaces(), record,
-                             NW_WIFI_ADDR_S{});
+        const LanChange change = buildLanChange(1, std::vector{given});
+        return checkSegments({&change, 1}, samples::interfaces(), record, NW_WIFI_ADDR_S{});
     };
 
     EXPECT_EQ(checked({"--lan", "off"}), NW_OK);
@@ -92,8 +92,8 @@ TEST_F(CheckSegments, FindsAnAddressInTheOthersRoute)
     samples::storeIpv4(route.aucAddr, "10.0.0.0");
     samples::storeIpv4(route.aucMask, "255.0.0.0");
     const auto checked = [&record](const std::vector<GivenOption> &given) {
-        return checkSegments(buildLanChange(1, given), samples::interfaces(), record,
-                             NW_WIFI_ADDR_S{});
+        const LanChange change = buildLanChange(1, given);
+        return checkSegments({&change, 1}, samples::interfaces(), record, NW_WIFI_ADDR_S{});
     };
 
     EXPECT_EQ(checked({{"--ipv4", "10.9.9.9/24"}}), NW_ERR_IPV4_IN_ROUTE2);
