@@ -49,6 +49,14 @@ bool isLinkLocal(const Address &address)
            (address.bytes[1] & 0xC0) == 0x80;
 }
 
+Address networkOf(Address address)
+{
+    for (unsigned bit = address.prefix; bit < 8 * address.bytes.size(); bit++) {
+        address.bytes[bit / 8] &= static_cast<std::uint8_t>(~(0x80U >> (bit % 8)));
+    }
+    return address;
+}
+
 bool isInSubnetOf(const Address &address, const Address &subnet)
 {
     for (unsigned bit = 0; bit < subnet.prefix; bit++) {

@@ -25,6 +25,8 @@ Address ipv6(const std::uint8_t *bytes, unsigned prefix = 128);
 std::size_t sizeOf(int family);
 bool isUnset(const Address &address);
 bool isLinkLocal(const Address &address);
+/* Without the bits behind the prefix. */
+Address networkOf(Address address);
 bool isInSubnetOf(const Address &address, const Address &subnet);
 
 /* Ones of a contiguous mask of four bytes. */

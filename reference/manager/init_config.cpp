@@ -18,6 +18,9 @@ namespace {
 
 constexpr std::uint64_t lastByte = 255;
 
+/* ARP control: answer requests, announce nothing. */
+constexpr std::uint8_t answerArp = 2;
+
 /* A port's settings, put together like a request so that they pass the same checks. */
 struct PortSettings {
     NW_LAN_SET_PORT_S request{};
@@ -140,7 +143,8 @@ void readPort(const JsonNode &node, unsigned port, InitialConfig &config)
 
     PortSettings settings;
     settings.request.ucLanEnable = node.member("enabled").flag();
-    select(settings, node, NW_LAN_BIT_LAN_ENABLE);
+    settings.request.ucArpControl = answerArp;
+    select(settings, node, NW_LAN_BIT_LAN_ENABLE | NW_LAN_BIT_ARP_CONTROL);
     if (const auto section = node.find("ipv4")) {
         readIpv4(*section, settings);
     }
@@ -167,10 +171,40 @@ nlohmann::json parse(std::istream &file)
 }
 
 template <typename Content>
-void putIfMissing(const Store &store, const Record<Content> &record)
+void putIfMissing(const Store &store, const Record<Content> &record, const Content &content = {})
 {
     if (!store.find(record)) {
-        store.put(record, Content{});
+        store.put(record, content);
+    }
+}
+
+/* Transmits and receives once it is switched on. */
+NW_LLDP_DB_INFO_S firstLldp()
+{
+    NW_LLDP_DB_INFO_S lldp{};
+    lldp.ucLldpWorkMode = 3;
+    return lldp;
+}
+
+/* What a driver begins with: auto-negotiation, full duplex, 1000 Mbit/s. */
+NW_AN_CFG_DB_INFO_S firstLinkModes()
+{
+    NW_AN_CFG_DB_INFO_S an{};
+    for (NW_AN_CFG_PORT_S &port : an.astPort) {
+        port.ucAutoNeg = 1;
+        port.ucDuplex = 1;
+        port.ucSpeed = 2;
+    }
+    return an;
+}
+
+/* A change that was under way is not to undo the new configuration. */
+void endJournal(const Store &store)
+{
+    auto journal = store.find(journalRecord);
+    if (journal && journal->isUnderWay != 0) {
+        journal->isUnderWay = 0;
+        store.put(journalRecord, *journal);
     }
 }
 
@@ -189,9 +223,7 @@ InitialConfig readConfig(std::istream &file)
     for (unsigned port = 0; port < NW_PORT_COUNT; port++) {
         readPort(ports.element(port, NW_PORT_COUNT), port, config);
     }
-    vet(ports, [&] {
-        checkSegments(config.state, config.lan, NW_SEGCHK_IPV4 | NW_SEGCHK_IPV6 | NW_SEGCHK_SLAAC);
-    });
+    vet(ports, [&] { checkSegments(config.state, config.lan, allChecks()); });
     return config;
 }
 
@@ -202,14 +234,15 @@ void writeConfig(const InitialConfig &config, bool isForced)
         throw ConfigError("the database holds a configuration already; --force replaces it");
     }
 
+    endJournal(store);
     store.put(ifcStateRecord, config.state);
     store.put(lanRecord, config.lan);
     store.put(netStatusRecord, {0});
     putIfMissing(store, hostNameRecord);
     putIfMissing(store, dnsRecord);
-    putIfMissing(store, lldpRecord);
+    putIfMissing(store, lldpRecord, firstLldp());
     putIfMissing(store, ncsiRecord);
-    putIfMissing(store, anRecord);
+    putIfMissing(store, anRecord, firstLinkModes());
 }
 
 } // namespace bmc::manager

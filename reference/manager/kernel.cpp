@@ -6,9 +6,7 @@
 #include <linux/ip.h>
 #include <linux/rtnetlink.h>
 #include <net/if.h>
-#include <netlink/errno.h>
 #include <netlink/netlink.h>
-#include <netlink/route/link/inet.h>
 #include <netlink/route/nexthop.h>
 
 #include "netlink_objects.hpp"
@@ -16,13 +14,6 @@
 namespace bmc::manager {
 
 namespace {
-
-void require(int status, const std::string &what)
-{
-    if (status < 0) {
-        throw KernelError(what + ": " + nl_geterror(status));
-    }
-}
 
 Owned<nl_addr> netlinkAddress(const Address &address, unsigned prefix)
 {
@@ -53,34 +44,27 @@ Owned<rtnl_addr> interfaceAddress(const Interface &interface, const Address &add
     return built;
 }
 
-Owned<rtnl_route> defaultRoute(const Interface &interface, const Gateway &gateway)
+Owned<rtnl_route> netlinkRoute(const Interface &interface, const Route &wanted)
 {
-    const int family = gateway.address.family;
+    const Address &destination = wanted.destination;
     Owned<rtnl_route> route(rtnl_route_alloc());
-    rtnl_route_set_family(route.get(), static_cast<std::uint8_t>(family));
+    rtnl_route_set_family(route.get(), static_cast<std::uint8_t>(destination.family));
     rtnl_route_set_table(route.get(), RT_TABLE_MAIN);
     rtnl_route_set_protocol(route.get(), routeProtocol);
-    rtnl_route_set_priority(route.get(), gateway.metric);
-    rtnl_route_set_dst(route.get(), netlinkAddress({family, 0, {}}, 0).get());
+    rtnl_route_set_priority(route.get(), wanted.metric);
+    rtnl_route_set_dst(route.get(), netlinkAddress(destination, destination.prefix).get());
 
     /* The route owns its hop. */
     rtnl_nexthop *hop = rtnl_route_nh_alloc();
     rtnl_route_nh_set_ifindex(hop, interface.index);
-    rtnl_route_nh_set_gateway(hop, netlinkAddress(gateway.address, gateway.address.prefix).get());
+    if (!isUnset(wanted.gateway)) {
+        rtnl_route_nh_set_gateway(hop, netlinkAddress(wanted.gateway, wanted.gateway.prefix).get());
+    }
     rtnl_route_add_nexthop(route.get(), hop);
     return route;
 }
 
-int setLink(nl_sock *socket, const Interface &interface, const std::function<int(rtnl_link *)> &set)
-{
-    Owned<rtnl_link> present(rtnl_link_alloc());
-    rtnl_link_set_ifindex(present.get(), interface.index);
-    Owned<rtnl_link> wanted(rtnl_link_alloc());
-    const int status = set(wanted.get());
-    return status < 0 ? status : rtnl_link_change(socket, present.get(), wanted.get(), 0);
-}
-
-int setUp(nl_sock *socket, const Interface &interface, const Gateway &)
+int setUp(nl_sock *socket, const Interface &interface, const Change &)
 {
     return setLink(socket, interface, [](rtnl_link *link) {
         rtnl_link_set_flags(link, IFF_UP);
@@ -88,7 +72,7 @@ int setUp(nl_sock *socket, const Interface &interface, const Gateway &)
     });
 }
 
-int setDown(nl_sock *socket, const Interface &interface, const Gateway &)
+int setDown(nl_sock *socket, const Interface &interface, const Change &)
 {
     return setLink(socket, interface, [](rtnl_link *link) {
         rtnl_link_unset_flags(link, IFF_UP);
@@ -96,26 +80,26 @@ int setDown(nl_sock *socket, const Interface &interface, const Gateway &)
     });
 }
 
-int addAddress(nl_sock *socket, const Interface &interface, const Gateway &subject)
+int addAddress(nl_sock *socket, const Interface &interface, const Change &change)
 {
-    return rtnl_addr_add(socket, interfaceAddress(interface, subject.address).get(),
+    return rtnl_addr_add(socket, interfaceAddress(interface, change.address).get(),
                          NLM_F_CREATE | NLM_F_EXCL);
 }
 
-int removeAddress(nl_sock *socket, const Interface &interface, const Gateway &subject)
+int removeAddress(nl_sock *socket, const Interface &interface, const Change &change)
 {
-    return rtnl_addr_delete(socket, interfaceAddress(interface, subject.address).get(), 0);
+    return rtnl_addr_delete(socket, interfaceAddress(interface, change.address).get(), 0);
 }
 
-int addGateway(nl_sock *socket, const Interface &interface, const Gateway &subject)
+int addRoute(nl_sock *socket, const Interface &interface, const Change &change)
 {
-    return rtnl_route_add(socket, defaultRoute(interface, subject).get(),
+    return rtnl_route_add(socket, netlinkRoute(interface, change.route).get(),
                           NLM_F_CREATE | NLM_F_EXCL);
 }
 
-int removeGateway(nl_sock *socket, const Interface &interface, const Gateway &subject)
+int removeRoute(nl_sock *socket, const Interface &interface, const Change &change)
 {
-    return rtnl_route_delete(socket, defaultRoute(interface, subject).get(), 0);
+    return rtnl_route_delete(socket, netlinkRoute(interface, change.route).get(), 0);
 }
 
 struct ActionRow {
@@ -123,7 +107,7 @@ struct ActionRow {
     Action inverse;
     const char *text;
     bool isRemoval;
-    int (*run)(nl_sock *socket, const Interface &interface, const Gateway &subject);
+    int (*run)(nl_sock *socket, const Interface &interface, const Change &change);
 };
 
 /* By action. */
@@ -133,8 +117,8 @@ constexpr ActionRow actions[] = {
     {Action::linkDown,      Action::linkUp,        "disable link",   false, setDown},
     {Action::addAddress,    Action::removeAddress, "add address",    false, addAddress},
     {Action::removeAddress, Action::addAddress,    "remove address", true,  removeAddress},
-    {Action::addGateway,    Action::removeGateway, "add gateway",    false, addGateway},
-    {Action::removeGateway, Action::addGateway,    "remove gateway", true,  removeGateway},
+    {Action::addRoute,      Action::removeRoute,   "add route",      false, addRoute},
+    {Action::removeRoute,   Action::addRoute,      "remove route",   true,  removeRoute},
 };
 /* clang-format on */
 
@@ -158,31 +142,56 @@ void forEach(nl_cache *cache, const std::function<void(Object *)> &visit)
     }
 }
 
-/* The route's one hop, if it is a default route of the manager's over the interface. */
+/* The route's one hop, if it is a route of the manager's over the interface. */
 rtnl_nexthop *ownHop(rtnl_route *route, const Interface &interface)
 {
-    nl_addr *destination = rtnl_route_get_dst(route);
     const bool isOwn = rtnl_route_get_protocol(route) == routeProtocol &&
-                       rtnl_route_get_table(route) == RT_TABLE_MAIN && destination != nullptr &&
-                       nl_addr_get_prefixlen(destination) == 0 &&
-                       rtnl_route_get_nnexthops(route) == 1;
+                       rtnl_route_get_table(route) == RT_TABLE_MAIN &&
+                       rtnl_route_get_dst(route) != nullptr && rtnl_route_get_nnexthops(route) == 1;
     rtnl_nexthop *hop = isOwn ? rtnl_route_nexthop_n(route, 0) : nullptr;
-    const bool isOver = hop != nullptr && rtnl_route_nh_get_ifindex(hop) == interface.index &&
-                        rtnl_route_nh_get_gateway(hop) != nullptr;
-    return isOver ? hop : nullptr;
+    return hop != nullptr && rtnl_route_nh_get_ifindex(hop) == interface.index ? hop : nullptr;
+}
+
+/* All zero where the kernel names none, as for the destination of a default route. */
+Address addressOrUnset(nl_addr *address, int family, unsigned prefix)
+{
+    const bool isNamed = address != nullptr && nl_addr_get_len(address) == sizeOf(family);
+    return isNamed ? addressOf(address, static_cast<int>(prefix)) : Address{family, prefix, {}};
+}
+
+Route routeOf(rtnl_route *route, rtnl_nexthop *hop)
+{
+    const int family = rtnl_route_get_family(route);
+    nl_addr *destination = rtnl_route_get_dst(route);
+    return {addressOrUnset(destination, family, nl_addr_get_prefixlen(destination)),
+            addressOrUnset(rtnl_route_nh_get_gateway(hop), family,
+                           static_cast<unsigned>(8 * sizeOf(family))),
+            rtnl_route_get_priority(route)};
+}
+
+std::string textOf(const Route &route)
+{
+    return (route.destination.prefix == 0 ? "default" : textOf(route.destination)) +
+           (isUnset(route.gateway) ? "" : " via " + textOf(route.gateway));
 }
 
 } // namespace
 
 Change inverseOf(const Change &change)
 {
-    return {rowOf(change.action).inverse, change.subject};
+    return {rowOf(change.action).inverse, change.address, change.route};
 }
 
 std::string textOf(const Change &change)
 {
-    const bool hasSubject = change.subject.address.family != 0;
-    return rowOf(change.action).text + (hasSubject ? " " + textOf(change.subject.address) : "");
+    std::string text = rowOf(change.action).text;
+    if (change.address.family != 0) {
+        text += " " + textOf(change.address);
+    }
+    if (change.route.destination.family != 0) {
+        text += " " + textOf(change.route);
+    }
+    return text;
 }
 
 void Kernel::Release::operator()(nl_sock *socket) const
@@ -236,36 +245,25 @@ std::vector<Address> Kernel::addressesOf(const Interface &interface) const
     return addresses;
 }
 
-std::vector<Gateway> Kernel::gatewaysOf(const Interface &interface) const
+std::vector<Route> Kernel::routesOf(const Interface &interface) const
 {
     nl_cache *filled = nullptr;
     require(rtnl_route_alloc_cache(socket_.get(), AF_UNSPEC, 0, &filled), "cannot read routes");
     const Owned<nl_cache> cache(filled);
 
-    std::vector<Gateway> gateways;
+    std::vector<Route> routes;
     forEach<rtnl_route>(filled, [&](rtnl_route *route) {
-        rtnl_nexthop *hop = ownHop(route, interface);
-        if (hop != nullptr) {
-            nl_addr *gateway = rtnl_route_nh_get_gateway(hop);
-            const int bits = 8 * static_cast<int>(nl_addr_get_len(gateway));
-            gateways.push_back({addressOf(gateway, bits), rtnl_route_get_priority(route)});
+        if (rtnl_nexthop *hop = ownHop(route, interface)) {
+            routes.push_back(routeOf(route, hop));
         }
     });
-    return gateways;
-}
-
-void Kernel::keepSecondaryAddresses(const Interface &interface) const
-{
-    const int status = setLink(socket_.get(), interface, [](rtnl_link *link) {
-        return rtnl_link_inet_set_conf(link, IPV4_DEVCONF_PROMOTE_SECONDARIES, 1);
-    });
-    require(status, "cannot keep secondary addresses");
+    return routes;
 }
 
 bool Kernel::apply(const Interface &interface, const Change &change) const
 {
     const ActionRow &row = rowOf(change.action);
-    const int status = row.run(socket_.get(), interface, change.subject);
+    const int status = row.run(socket_.get(), interface, change);
     if (row.isRemoval && isAbsent(status)) {
         return false;
     }

@@ -1,4 +1,4 @@
-/* The kernel's interfaces, addresses and default routes, through rtnetlink. */
+/* The kernel's interfaces, addresses and routes, through rtnetlink. */
 #pragma once
 
 #include <array>
@@ -22,26 +22,41 @@ class KernelError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+/* The kernel was built without it. */
+class KernelUnsupported : public KernelError {
+    using KernelError::KernelError;
+};
+
+struct Vlan {
+    std::string name; /* of the sub-interface */
+    std::uint16_t id = 0;
+    std::uint8_t priority = 0;
+
+    auto operator<=>(const Vlan &) const = default;
+};
+
 struct Interface {
     int index = 0;
     bool isUp = false;
     std::array<std::uint8_t, NW_MAC_SIZE> mac{};
 };
 
-/* Default route over an interface. */
-struct Gateway {
-    Address address;
+/* Route over an interface. */
+struct Route {
+    Address destination; /* a network; the default route has prefix length 0 */
+    Address gateway;     /* unset: the destination is on the link */
     std::uint32_t metric = 0;
 
-    auto operator<=>(const Gateway &) const = default;
+    auto operator<=>(const Route &) const = default;
 };
 
-enum class Action { linkUp, linkDown, addAddress, removeAddress, addGateway, removeGateway };
+enum class Action { linkUp, linkDown, addAddress, removeAddress, addRoute, removeRoute };
 
 /* One thing to do to an interface. */
 struct Change {
     Action action;
-    Gateway subject{}; /* the address alone for address actions, unused for link actions */
+    Address address{}; /* of address actions */
+    Route route{};     /* of route actions */
 
     auto operator<=>(const Change &) const = default;
 };
@@ -56,10 +71,25 @@ public:
     std::optional<Interface> find(const std::string &name) const;
     std::vector<Address> addressesOf(const Interface &interface) const;
     /* Those that carry routeProtocol. */
-    std::vector<Gateway> gatewaysOf(const Interface &interface) const;
+    std::vector<Route> routesOf(const Interface &interface) const;
 
     /* Lets the other IPv4 addresses of a subnet stay when the first one is removed. */
     void keepSecondaryAddresses(const Interface &interface) const;
+
+    /* IPv4 setting of an interface (ARP_IGNORE and the like, of linux/ip.h). */
+    std::uint32_t ipv4Setting(const Interface &interface, unsigned setting) const;
+    void setIpv4Setting(const Interface &interface, unsigned setting, std::uint32_t value) const;
+
+    /* Sub-interface "eth1.100" of an interface, up. KernelUnsupported without VLANs. */
+    void addVlan(const Interface &interface, const Vlan &vlan) const;
+    void removeLink(const std::string &name) const;
+
+    bool isBond(const std::string &name) const;
+    /* An active/standby bond. KernelUnsupported without bonds. */
+    void addBond(const std::string &name) const;
+    /* A port joins while it is down; the bond takes it up. */
+    void joinBond(const Interface &bond, const Interface &port) const;
+    void leaveBond(const Interface &port) const;
 
     /* Answers whether the kernel changed: removing what isn't there changes nothing. Throws
      * KernelError when the kernel refuses, also for adding what is there already. */

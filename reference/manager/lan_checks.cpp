@@ -1,26 +1,13 @@
 #include "lan_checks.hpp"
 
-#include <algorithm>
-#include <array>
-#include <string>
-
-#include <arpa/inet.h>
-
 #include "address.hpp"
-#include "bmc_platform.h"
 #include "network_mng/check.h"
 #include "refusal.hpp"
+#include "wireless.hpp"
 
 namespace bmc::manager {
 
 namespace {
-
-void require(bool holds, Result refusal, const char *subject)
-{
-    if (!holds) {
-        throw Refusal(refusal, subject);
-    }
-}
 
 bool isZero(const std::uint8_t *bytes, std::size_t size)
 {
@@ -49,26 +36,6 @@ void checkRoutes(const NW_LAN_CFG_PORT_S &port)
     }
 }
 
-/* As the LAN query reads it: unreadable counts as switched off. */
-NW_WIFI_ADDR_S wirelessAddress()
-{
-    std::array<char, BMC_WIRELESS_INFO_SIZE> info{};
-    NW_WIFI_ADDR_S wireless{};
-    if (USBMANAGE_GetWirelessServiceInfo(info.data()) != 0) {
-        return wireless;
-    }
-
-    const auto text = info.begin() + BMC_WIRELESS_IPV4_TEXT_OFFSET;
-    in_addr address{};
-    if (inet_pton(AF_INET, std::string(text, std::find(text, info.end(), '\0')).c_str(),
-                  &address) == 1) {
-        std::copy_n(reinterpret_cast<const std::uint8_t *>(&address), NW_IPV4_SIZE,
-                    wireless.aucIpv4Addr);
-    }
-    wireless.ucIpv4Enable = static_cast<std::uint8_t>(info[BMC_WIRELESS_ENABLE_OFFSET]);
-    return wireless;
-}
-
 } // namespace
 
 void checkPort(const NW_LAN_CFG_PORT_S &port)
@@ -82,13 +49,11 @@ void checkPort(const NW_LAN_CFG_PORT_S &port)
 }
 
 void checkSegments(const NW_IFC_STATE_DB_INFO_S &state, const NW_LAN_CFG_DB_INFO_S &lan,
-                   std::uint32_t checks)
+                   const SegmentChecks &checks)
 {
-    const NW_WIFI_ADDR_S wireless = wirelessAddress();
-    const NW_RESULT verdict =
-        LIB_NW_CheckIPv4v6SameSegment(state.ucIfcState, NW_PORTSET_ALL, checks, &wireless, &lan);
+    const NW_RESULT verdict = findConflict(state, lan, readWireless(), checks);
     if (verdict != NW_OK) {
-        throw Refusal(verdict, "two interfaces in the same segment");
+        throw Refusal(verdict, "an address or a route in another's segment");
     }
 }
 

@@ -1,9 +1,9 @@
 #include "lan_set.hpp"
 
-#include <cstring>
-
 #include "lan_checks.hpp"
 #include "lan_fields.hpp"
+#include "network_mng/operate_log.h"
+#include "plan.hpp"
 #include "refusal.hpp"
 
 namespace bmc::manager {
@@ -34,33 +34,29 @@ std::set<unsigned> selectedPorts(const NW_LAN_BITMAP_S &bitmap)
 
 } // namespace
 
-void setLan(Manager &manager, const NW_RPC_REQUEST_S &request, NW_RPC_RESPONSE_S &response)
+void editLan(Draft &draft, Payload payload)
 {
-    NW_LAN_SET_REQ_S set;
-    std::memcpy(&set, request.aucPayload, sizeof(set));
+    const auto set = contentOf<NW_LAN_SET_REQ_S>(payload);
     const std::set<unsigned> ports = selectedPorts(set.stBitmap);
     if (ports.empty()) {
         return;
     }
-    response.uiDetail = *ports.begin();
+    draft.modules |= NW_LOG_LAN;
+    draft.details[NW_LOG_LAN] = *ports.begin();
 
-    const auto state = manager.store().read(ifcStateRecord);
-    const auto before = manager.store().read(lanRecord);
-    NW_LAN_CFG_DB_INFO_S after = before;
-    std::uint32_t segmentChecks = 0;
+    const NW_IFC_STATE_DB_INFO_S &state = draft.after.state;
+    NW_LAN_CFG_DB_INFO_S &lan = draft.after.lan;
+    SegmentChecks checks;
     for (const unsigned port : ports) {
         const PortBits bits(set.stBitmap, port);
-        if (!isServed(state, port)) {
-            throw Refusal(Result::portNotServed, "port " + std::to_string(port));
-        }
+        require(isServed(state, port), Result::portNotServed, "port " + std::to_string(port));
         checkFields(bits.words, set.stConfig.astPort[port]);
-        applyFields(bits.words, set.stConfig.astPort[port], after.astPort[port]);
-        checkPort(after.astPort[port]);
-        segmentChecks |= segmentChecksOf(bits.words);
+        applyFields(bits.words, set.stConfig.astPort[port], lan.astPort[port]);
+        checkPort(lan.astPort[port]);
+        addChecks(checks, port, bits.words);
+        draft.ports.insert(port);
     }
-    checkSegments(state, after, segmentChecks);
-
-    manager.changeLan(before, after, ports);
+    checkSegments(state, lan, checks);
 }
 
 } // namespace bmc::manager

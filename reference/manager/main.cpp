@@ -103,6 +103,7 @@ void serve()
     manager.start();
     server.handle(NW_RPC_FUNCTION_NETWORK,
                   [&manager](rpc::Request request) { return manager::answer(manager, request); });
+    server.whileIdle([&manager] { return manager.work(); });
     server.serve();
 }
 

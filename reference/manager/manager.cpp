@@ -1,20 +1,18 @@
 #include "manager.hpp"
 
 #include <algorithm>
-#include <cstring>
 
+#include "effects.hpp"
+#include "network_mng/operate_log.h"
 #include "network_mng/store.h"
+#include "plan.hpp"
+#include "ports.hpp"
 #include "refusal.hpp"
+#include "restart.hpp"
 
 namespace bmc::manager {
 
 namespace {
-
-std::string nameOf(const NW_IFC_STATE_DB_INFO_S &state, unsigned port)
-{
-    const char *name = state.acIfcName[port];
-    return {name, strnlen(name, sizeof(state.acIfcName[port]))};
-}
 
 /* Tells the library's readers that a change is under way. */
 class StatusBracket {
@@ -37,21 +35,23 @@ public:
     StatusBracket &operator=(const StatusBracket &) = delete;
 };
 
-/* The journal while a change is under way: both configurations. Afterwards it names the one that
- * holds, the old one unless the change was kept. */
+/* The journal while a change is under way. Unless the change is kept, the records go back to what
+ * they were. */
 class JournalEntry {
 public:
-    JournalEntry(const Store &store, const NW_LAN_CFG_DB_INFO_S &before,
-                 const NW_LAN_CFG_DB_INFO_S &after)
-        : store_(store), holds_(before)
+    JournalEntry(const Store &store, const Configuration &before, const Configuration &after)
+        : store_(store), before_(before)
     {
-        store_.put(journalRecord, {before, after});
+        store_.put(journalRecord, {1, before, after});
     }
 
     ~JournalEntry()
     {
         try {
-            store_.put(journalRecord, {holds_, holds_});
+            if (!isKept_) {
+                store_.putConfiguration(before_);
+                store_.put(journalRecord, {0, before_, before_});
+            }
         } catch (const Refusal &refusal) {
             log(Level::error, refusal.what());
         }
@@ -60,123 +60,148 @@ public:
     JournalEntry(const JournalEntry &) = delete;
     JournalEntry &operator=(const JournalEntry &) = delete;
 
-    void keep(const NW_LAN_CFG_DB_INFO_S &after)
+    /* From here on, and not earlier, a killed manager is found to have made the change. */
+    void keep(const Configuration &after)
     {
-        holds_ = after;
+        store_.put(journalRecord, {0, after, after});
+        isKept_ = true;
     }
 
 private:
     const Store &store_;
-    NW_LAN_CFG_DB_INFO_S holds_;
+    const Configuration &before_;
+    bool isKept_ = false;
 };
 
-void append(std::vector<Address> &addresses, const std::vector<Address> &more)
+/* Records that a change has left half written are the old ones. */
+void settle(const Store &store)
 {
-    addresses.insert(addresses.end(), more.begin(), more.end());
+    const auto journal = store.find(journalRecord);
+    if (journal && journal->isUnderWay != 0) {
+        log(Level::information, "a change was interrupted; the records go back");
+        store.putConfiguration(journal->from);
+        store.put(journalRecord, {0, journal->from, journal->to});
+    }
+}
+
+void repair(NW_LAN_CFG_DB_INFO_S &lan)
+{
+    for (unsigned port = 0; port < NW_PORT_COUNT; port++) {
+        std::uint8_t &count = lan.astPort[port].ucIpv6FurtherCount;
+        if (count > NW_IPV6_FURTHER_COUNT) {
+            log(Level::error, "port " + std::to_string(port) + ": the record counted " +
+                                  std::to_string(count) +
+                                  " further IPv6 addresses where 16 fit; it now counts 16");
+            count = NW_IPV6_FURTHER_COUNT;
+        }
+    }
+}
+
+/* Addresses that any of the configurations gives to the interface. */
+std::vector<Address> addressesOn(const std::string &interface,
+                                 std::initializer_list<const Configuration *> configurations)
+{
+    std::vector<Address> addresses;
+    for (const Configuration *configuration : configurations) {
+        for (unsigned port = 0; port < NW_PORT_COUNT; port++) {
+            if (nameOf(configuration->state, port) == interface) {
+                const auto more = addressesIn(configuration->lan.astPort[port]);
+                addresses.insert(addresses.end(), more.begin(), more.end());
+            }
+        }
+    }
+    return addresses;
+}
+
+void noteInterfaces(const Kernel &kernel, Configuration &configuration)
+{
+    for (unsigned port = 0; port < NW_PORT_COUNT; port++) {
+        noteInterface(kernel, configuration, port);
+    }
 }
 
 } // namespace
 
-std::vector<Change> Manager::planFor(const Interface &interface, const PortState &wanted,
-                                     const std::vector<Address> &managed) const
+Draft Manager::draft() const
 {
-    kernel_.keepSecondaryAddresses(interface);
-    return planChanges(
-        {interface.isUp, kernel_.addressesOf(interface), kernel_.gatewaysOf(interface)}, managed,
-        wanted);
+    settle(store_);
+    return Draft(store_.readConfiguration());
 }
 
-void Manager::changePort(const NW_IFC_STATE_DB_INFO_S &state, const NW_LAN_CFG_DB_INFO_S &before,
-                         const NW_LAN_CFG_DB_INFO_S &after, unsigned port,
-                         Transaction &transaction) const
+void Manager::apply(const Draft &draft, Transaction &transaction) const
 {
-    const auto interface = kernel_.find(nameOf(state, port));
-    if (!interface) {
-        throw KernelError("there is no interface " + nameOf(state, port));
-    }
-
-    const PortState wanted = wantedState(state, after, port);
-    for (const Change &change : planFor(*interface, wanted, addressesIn(before.astPort[port]))) {
-        if (kernel_.apply(*interface, change)) {
-            transaction.undoWith(
-                [this, on = *interface, change] { kernel_.apply(on, inverseOf(change)); });
+    for (const Effect &effect : effects()) {
+        if ((effect.modules & draft.modules) == 0) {
+            continue;
         }
+        blaming(moduleOf(effect, draft), [&] {
+            try {
+                effect.apply({kernel_, draft, transaction});
+            } catch (const KernelError &error) {
+                throw Refusal(static_cast<std::uint32_t>(Result::kernelRefused), error.what());
+            }
+        });
     }
 }
 
-void Manager::changeLan(const NW_LAN_CFG_DB_INFO_S &before, NW_LAN_CFG_DB_INFO_S after,
-                        const std::set<unsigned> &ports)
+void Manager::change(const Draft &draft)
 {
-    NW_IFC_STATE_DB_INFO_S state = store_.read(ifcStateRecord);
-    repair(after);
+    if (draft.restartDelay) {
+        restartAt_ = Clock::now() + *draft.restartDelay;
+    }
+    if (draft.modules == 0) {
+        return;
+    }
+
+    Configuration after = draft.after;
+    repair(after.lan);
     const StatusBracket busy;
-    JournalEntry journal(store_, before, after);
+    JournalEntry journal(store_, draft.before, after);
     Transaction transaction;
-
-    try {
-        for (const unsigned port : ports) {
-            changePort(state, before, after, port, transaction);
-            noteInterface(state, after, port);
-        }
-    } catch (const KernelError &error) {
-        throw Refusal(static_cast<std::uint32_t>(Result::kernelRefused), error.what());
-    }
-    store_.put(ifcStateRecord, state);
-    store_.put(lanRecord, after);
-    transaction.commit();
+    apply(draft, transaction);
+    noteInterfaces(kernel_, after);
+    store_.putConfiguration(after);
     journal.keep(after);
+    transaction.commit();
+    announcer_.follow(after);
 }
 
 void Manager::start()
 {
-    NW_IFC_STATE_DB_INFO_S state = store_.read(ifcStateRecord);
-    NW_LAN_CFG_DB_INFO_S lan = store_.read(lanRecord);
-    const Journal journal = store_.find(journalRecord).value_or(Journal{lan, lan});
     clearStaleStatus();
-    repair(lan);
+    settle(store_);
+    Draft draft(store_.readConfiguration());
+    repair(draft.after.lan);
+    selectEverything(draft);
+    const Journal journal =
+        store_.find(journalRecord).value_or(Journal{0, draft.after, draft.after});
+    draft.before = journal.to;
 
-    bool isInLine = true;
-    for (unsigned port = 0; port < NW_PORT_COUNT; port++) {
-        std::vector<Address> managed = addressesIn(lan.astPort[port]);
-        append(managed, addressesIn(journal.from.astPort[port]));
-        append(managed, addressesIn(journal.to.astPort[port]));
-        isInLine = bringInLine(state, lan, port, managed) && isInLine;
-        noteInterface(state, lan, port);
-    }
-    store_.put(ifcStateRecord, state);
-    store_.put(lanRecord, lan);
+    const bool isInLine = applyAtStart(draft, journal);
+    noteInterfaces(kernel_, draft.after);
+    store_.putConfiguration(draft.after);
     if (isInLine) {
-        store_.put(journalRecord, {lan, lan});
+        store_.put(journalRecord, {0, draft.after, draft.after});
     }
+    announcer_.follow(draft.after);
 }
 
-bool Manager::bringInLine(const NW_IFC_STATE_DB_INFO_S &state, const NW_LAN_CFG_DB_INFO_S &lan,
-                          unsigned port, const std::vector<Address> &managed) const
+bool Manager::applyAtStart(const Draft &draft, const Journal &journal) const
 {
-    const std::string name = nameOf(state, port);
-    const auto interface = kernel_.find(name);
-    if (!interface && isServed(state, port)) {
-        log(Level::error, "start: there is no interface " + name);
-    }
-    if (!interface) {
-        return !isServed(state, port);
-    }
-
     bool isInLine = true;
-    const auto attempt = [&](const std::string &what, const auto &step) {
+    for (unsigned port = 0; port < NW_PORT_COUNT; port++) {
+        const auto managed = addressesOn(nameOf(draft.after.state, port),
+                                         {&draft.after, &journal.from, &journal.to});
+        isInLine = bringInLine(kernel_, draft.after, port, managed) && isInLine;
+    }
+    for (const Effect &effect : effects().subspan(1)) {
+        Transaction transaction;
         try {
-            step();
-            log(Level::information, "start: " + name + ": " + what);
-        } catch (const KernelError &error) {
-            log(Level::error, "start: " + name + ": " + error.what());
-            isInLine = false;
+            effect.apply({kernel_, draft, transaction});
+            transaction.commit();
+        } catch (const std::exception &error) {
+            log(Level::error, std::string("start: ") + effect.name + ": " + error.what());
         }
-    };
-    std::vector<Change> changes;
-    attempt("compare with the record",
-            [&] { changes = planFor(*interface, wantedState(state, lan, port), managed); });
-    for (const Change &change : changes) {
-        attempt(textOf(change), [&] { kernel_.apply(*interface, change); });
     }
     return isInLine;
 }
@@ -193,36 +218,33 @@ void Manager::clearStaleStatus() const
     store_.put(netStatusRecord, {0});
 }
 
-void Manager::repair(NW_LAN_CFG_DB_INFO_S &lan) const
+void Manager::restart()
 {
-    for (unsigned port = 0; port < NW_PORT_COUNT; port++) {
-        std::uint8_t &count = lan.astPort[port].ucIpv6FurtherCount;
-        if (count > NW_IPV6_FURTHER_COUNT) {
-            log(Level::error, "port " + std::to_string(port) + ": the record counted " +
-                                  std::to_string(count) +
-                                  " further IPv6 addresses where 16 fit; it now counts 16");
-            count = NW_IPV6_FURTHER_COUNT;
-        }
+    try {
+        Draft again = draft();
+        selectEverything(again);
+        change(again);
+        log(Level::information, "restart: done");
+    } catch (const Refusal &refusal) {
+        log(Level::error, std::string("restart: ") + refusal.what());
     }
 }
 
-/* Copies the kernel's facts about a port's interface into the records. */
-void Manager::noteInterface(NW_IFC_STATE_DB_INFO_S &state, NW_LAN_CFG_DB_INFO_S &lan,
-                            unsigned port) const
+int Manager::work()
 {
-    const std::string name = nameOf(state, port);
-    const Interface interface = kernel_.find(name).value_or(Interface{});
-    NW_LAN_CFG_PORT_S &entry = lan.astPort[port];
-    state.auiIfIndex[port] = static_cast<std::uint32_t>(interface.index);
-    std::ranges::copy(interface.mac, entry.aucMacAddr);
-    BMC_Strlcpy(entry.szIfcName, name.c_str(), sizeof(entry.szIfcName));
-
-    const auto addresses = kernel_.addressesOf(interface);
-    const auto linkLocal = std::ranges::find_if(addresses, isLinkLocal);
-    /* The sixteenth further address has the same place. */
-    if (linkLocal != addresses.end() && entry.ucIpv6FurtherCount < NW_IPV6_FURTHER_COUNT) {
-        std::ranges::copy(linkLocal->bytes, entry.stLinkLocal.aucAddr);
+    if (restartAt_ && *restartAt_ <= Clock::now()) {
+        restartAt_.reset();
+        restart();
     }
+
+    const Clock::time_point now = Clock::now();
+    const int announcement = announcer_.sendDue(now);
+    if (!restartAt_) {
+        return announcement;
+    }
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*restartAt_ - now).count();
+    const int restart = static_cast<int>(std::max<std::int64_t>(left, 0));
+    return announcement < 0 ? restart : std::min(announcement, restart);
 }
 
 } // namespace bmc::manager

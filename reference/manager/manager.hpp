@@ -1,16 +1,14 @@
-/* The network manager: keeps the records of the configuration database and the kernel the same. */
+/* The network manager: keeps the records of the configuration database, the kernel and the system's
+ * files the same. */
 #pragma once
 
-#include <set>
-#include <string>
-#include <vector>
+#include <chrono>
+#include <optional>
 
+#include "arp.hpp"
+#include "draft.hpp"
 #include "kernel.hpp"
-#include "network_mng/lan.h"
-#include "network_mng/rpc.h"
-#include "plan.hpp"
 #include "store.hpp"
-#include "transaction.hpp"
 
 namespace bmc::manager {
 
@@ -20,14 +18,19 @@ public:
     Manager() = default;
 
     /* Ends a change that a killed manager left half done, refreshes what the records say about the
-     * interfaces and brings the kernel in line with them. What the kernel refuses is logged.
+     * interfaces and brings kernel and system in line with them. What these refuse is logged.
      * Throws Refusal when a record is missing. */
     void start();
 
-    /* Puts the ports of before into the state of after, in the kernel and in the database, or
-     * throws Refusal with neither changed. */
-    void changeLan(const NW_LAN_CFG_DB_INFO_S &before, NW_LAN_CFG_DB_INFO_S after,
-                   const std::set<unsigned> &ports);
+    /* A change of what holds now. */
+    Draft draft() const;
+
+    /* Carries out what the draft asks for, in the kernel, the system and the database, or throws
+     * Refusal with nothing changed. */
+    void change(const Draft &draft);
+
+    /* Does what is due by now; answers the milliseconds until the next time, -1 for none. */
+    int work();
 
     const Store &store() const
     {
@@ -35,20 +38,17 @@ public:
     }
 
 private:
+    using Clock = std::chrono::steady_clock;
+
     void clearStaleStatus() const;
-    void repair(NW_LAN_CFG_DB_INFO_S &lan) const;
-    void noteInterface(NW_IFC_STATE_DB_INFO_S &state, NW_LAN_CFG_DB_INFO_S &lan,
-                       unsigned port) const;
-    bool bringInLine(const NW_IFC_STATE_DB_INFO_S &state, const NW_LAN_CFG_DB_INFO_S &lan,
-                     unsigned port, const std::vector<Address> &managed) const;
-    void changePort(const NW_IFC_STATE_DB_INFO_S &state, const NW_LAN_CFG_DB_INFO_S &before,
-                    const NW_LAN_CFG_DB_INFO_S &after, unsigned port,
-                    Transaction &transaction) const;
-    std::vector<Change> planFor(const Interface &interface, const PortState &wanted,
-                                const std::vector<Address> &managed) const;
+    void apply(const Draft &draft, Transaction &transaction) const;
+    bool applyAtStart(const Draft &draft, const Journal &journal) const;
+    void restart();
 
     Store store_;
     Kernel kernel_;
+    Announcer announcer_;
+    std::optional<Clock::time_point> restartAt_;
 };
 
 } // namespace bmc::manager

@@ -1,12 +1,17 @@
 /* Ownership of the netlink library's objects. */
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <string>
 
 #include <netlink/cache.h>
+#include <netlink/errno.h>
 #include <netlink/route/addr.h>
 #include <netlink/route/link.h>
 #include <netlink/route/route.h>
+
+#include "kernel.hpp"
 
 namespace bmc::manager {
 
@@ -35,5 +40,23 @@ struct NetlinkRelease {
 
 template <typename Object>
 using Owned = std::unique_ptr<Object, NetlinkRelease>;
+
+inline void require(int status, const std::string &what)
+{
+    if (status < 0) {
+        throw KernelError(what + ": " + nl_geterror(status));
+    }
+}
+
+/* Changes what set puts into an empty link. */
+inline int setLink(nl_sock *socket, const Interface &interface,
+                   const std::function<int(rtnl_link *)> &set)
+{
+    Owned<rtnl_link> present(rtnl_link_alloc());
+    rtnl_link_set_ifindex(present.get(), interface.index);
+    Owned<rtnl_link> wanted(rtnl_link_alloc());
+    const int status = set(wanted.get());
+    return status < 0 ? status : rtnl_link_change(socket, present.get(), wanted.get(), 0);
+}
 
 } // namespace bmc::manager

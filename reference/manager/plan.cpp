@@ -9,8 +9,16 @@ namespace bmc::manager {
 
 namespace {
 
-/* Of a port's default routes, so that each port can have one. */
-constexpr std::uint32_t firstMetric = 100;
+/* Metrics of the ports' routes: each has its own, so that one never stands in another's place. */
+constexpr std::uint32_t defaultRouteMetric(unsigned port)
+{
+    return 100 + port;
+}
+
+constexpr std::uint32_t staticRouteMetric(unsigned port, unsigned number)
+{
+    return 200 + NW_ROUTE_COUNT * port + number;
+}
 
 template <typename Item>
 bool contains(const std::vector<Item> &items, const Item &item)
@@ -28,14 +36,35 @@ Address ipv6AddressOf(const NW_LAN_CFG_PORT_S &port)
     return ipv6(port.aucIpv6Addr, port.ucIpv6Prefix);
 }
 
-void addFamily(PortState &wanted, const Address &address, const Address &gateway,
-               std::uint32_t metric)
+void addFamily(PortState &wanted, const Address &address, const Address &gateway, unsigned port)
 {
     if (!isUnset(address)) {
         wanted.addresses.push_back(address);
     }
     if (!isUnset(gateway)) {
-        wanted.gateways.push_back({gateway, metric});
+        wanted.routes.push_back({{gateway.family, 0, {}}, gateway, defaultRouteMetric(port)});
+    }
+}
+
+void addIpv4Routes(PortState &wanted, const NW_LAN_CFG_PORT_S &entry, unsigned port)
+{
+    for (unsigned number = 0; number < NW_ROUTE_COUNT; number++) {
+        const NW_LAN_CFG_IPV4_ROUTE_S &route = entry.astIpv4Route[number];
+        if (route.ucState == 1) {
+            wanted.routes.push_back({networkOf(ipv4(route.aucAddr, prefixOf(route.aucMask))),
+                                     ipv4(route.aucGateway), staticRouteMetric(port, number)});
+        }
+    }
+}
+
+void addIpv6Routes(PortState &wanted, const NW_LAN_CFG_PORT_S &entry, unsigned port)
+{
+    for (unsigned number = 0; number < NW_ROUTE_COUNT; number++) {
+        const NW_LAN_CFG_IPV6_ROUTE_S &route = entry.astIpv6Route[number];
+        if (route.ucState == 1) {
+            wanted.routes.push_back({networkOf(ipv6(route.aucAddr, route.ucPrefix)),
+                                     ipv6(route.aucGateway), staticRouteMetric(port, number)});
+        }
     }
 }
 
@@ -45,15 +74,15 @@ void append(std::vector<Change> &changes, Action action, const std::vector<Addre
 {
     for (const Address &address : addresses) {
         if (address.family == family) {
-            changes.push_back({action, {address, 0}});
+            changes.push_back({action, address});
         }
     }
 }
 
-void append(std::vector<Change> &changes, Action action, const std::vector<Gateway> &gateways)
+void append(std::vector<Change> &changes, Action action, const std::vector<Route> &routes)
 {
-    std::ranges::transform(gateways, std::back_inserter(changes), [action](const Gateway &gateway) {
-        return Change{action, gateway};
+    std::ranges::transform(routes, std::back_inserter(changes), [action](const Route &route) {
+        return Change{action, {}, route};
     });
 }
 
@@ -84,15 +113,16 @@ PortState wantedState(const NW_IFC_STATE_DB_INFO_S &state, const NW_LAN_CFG_DB_I
                       unsigned port)
 {
     const NW_LAN_CFG_PORT_S &entry = lan.astPort[port];
-    const std::uint32_t metric = firstMetric + port;
     PortState wanted;
     wanted.isServed = isServed(state, port);
     wanted.isUp = wanted.isServed && entry.ucLanEnable == 1;
     if (wanted.isUp && entry.ucIpv4Enable == 1) {
-        addFamily(wanted, ipv4AddressOf(entry), ipv4(entry.aucIpv4Gateway), metric);
+        addFamily(wanted, ipv4AddressOf(entry), ipv4(entry.aucIpv4Gateway), port);
+        addIpv4Routes(wanted, entry, port);
     }
     if (wanted.isUp && entry.ucIpv6Enable == 1) {
-        addFamily(wanted, ipv6AddressOf(entry), ipv6(entry.aucIpv6Gateway), metric);
+        addFamily(wanted, ipv6AddressOf(entry), ipv6(entry.aucIpv6Gateway), port);
+        addIpv6Routes(wanted, entry, port);
     }
     return wanted;
 }
@@ -107,21 +137,21 @@ std::vector<Change> planChanges(const KernelState &actual, const std::vector<Add
         return contains(managed, address) && !contains(wanted.addresses, address);
     });
     /* The kernel drops a route with the address it depends on, so a family whose addresses change
-     * has its route taken out first and put back last. */
-    const auto stays = [&](const Gateway &gateway) {
+     * has its routes taken out first and put back last. */
+    const auto stays = [&](const Route &route) {
         const auto isOfFamily = [&](const Address &address) {
-            return address.family == gateway.address.family;
+            return address.family == route.destination.family;
         };
-        return contains(actual.gateways, gateway) && contains(wanted.gateways, gateway) &&
+        return contains(actual.routes, route) && contains(wanted.routes, route) &&
                std::ranges::none_of(missing, isOfFamily) && std::ranges::none_of(stale, isOfFamily);
     };
-    const auto moves = [&](const Gateway &gateway) { return !stays(gateway); };
+    const auto moves = [&](const Route &route) { return !stays(route); };
 
     std::vector<Change> changes;
     if (wanted.isUp && !actual.isUp) {
         changes.push_back({Action::linkUp});
     }
-    append(changes, Action::removeGateway, those(actual.gateways, moves));
+    append(changes, Action::removeRoute, those(actual.routes, moves));
     /* The last IPv4 address takes all routes of the interface with it, others' included: the new
      * one comes first. An IPv6 address may only change its prefix length, which the kernel takes
      * for the same address: the old one goes first. */
@@ -129,7 +159,7 @@ std::vector<Change> planChanges(const KernelState &actual, const std::vector<Add
     append(changes, Action::removeAddress, stale, AF_INET);
     append(changes, Action::removeAddress, stale, AF_INET6);
     append(changes, Action::addAddress, missing, AF_INET6);
-    append(changes, Action::addGateway, those(wanted.gateways, moves));
+    append(changes, Action::addRoute, those(wanted.routes, moves));
     if (wanted.isServed && !wanted.isUp && actual.isUp) {
         changes.push_back({Action::linkDown});
     }

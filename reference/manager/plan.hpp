@@ -13,7 +13,7 @@ namespace bmc::manager {
 struct KernelState {
     bool isUp = false;
     std::vector<Address> addresses;
-    std::vector<Gateway> gateways; /* the manager's own */
+    std::vector<Route> routes; /* the manager's own */
 };
 
 /* What a port's record asks for. */
@@ -21,7 +21,7 @@ struct PortState {
     bool isServed = false; /* otherwise the link is left as it is */
     bool isUp = false;
     std::vector<Address> addresses;
-    std::vector<Gateway> gateways;
+    std::vector<Route> routes;
 };
 
 /* Ports 0 and 1 are served while the ports work separately, port 2 while they are bonded. */

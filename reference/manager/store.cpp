@@ -1,5 +1,6 @@
 #include "store.hpp"
 
+#include <cstring>
 #include <string>
 
 #include "bmc_platform.h"
@@ -14,6 +15,28 @@ Store::Store()
     if (database_ == nullptr) {
         throw Refusal(Result::databaseFailed, "open");
     }
+}
+
+Configuration Store::readConfiguration() const
+{
+    Configuration configuration{};
+    forEachRecord([&](const auto &record, auto member) {
+        configuration.*member = find(record).value_or(configuration.*member);
+    });
+    configuration.state = read(ifcStateRecord);
+    configuration.lan = read(lanRecord);
+    return configuration;
+}
+
+void Store::putConfiguration(const Configuration &configuration) const
+{
+    forEachRecord([&](const auto &record, auto member) {
+        const auto &wanted = configuration.*member;
+        const auto stored = find(record);
+        if (!stored || std::memcmp(&*stored, &wanted, sizeof(wanted)) != 0) {
+            put(record, wanted);
+        }
+    });
 }
 
 bool Store::get(std::uint32_t key, std::uint32_t size, void *content) const

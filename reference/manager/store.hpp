@@ -8,13 +8,6 @@
 
 namespace bmc::manager {
 
-/* What the manager has, or may have, put into the kernel: written before a change and after it, so
- * that a manager that was killed between the two knows which addresses are its own. */
-struct NW_PACKED Journal {
-    NW_LAN_CFG_DB_INFO_S from;
-    NW_LAN_CFG_DB_INFO_S to;
-};
-
 template <typename Content>
 struct Record {
     std::uint32_t key;
@@ -29,7 +22,37 @@ inline constexpr Record<NW_DNS_DB_INFO_S> dnsRecord{NW_KEY_DNS, "DNS"};
 inline constexpr Record<NW_LLDP_DB_INFO_S> lldpRecord{NW_KEY_LLDP, "LLDP"};
 inline constexpr Record<NW_NCSI_DB_INFO_S> ncsiRecord{NW_KEY_NCSI, "NC-SI"};
 inline constexpr Record<NW_AN_CFG_DB_INFO_S> anRecord{NW_KEY_AN_CFG, "auto-negotiation"};
+
+/* Everything that a change may touch. */
+struct NW_PACKED Configuration {
+    NW_IFC_STATE_DB_INFO_S state;
+    NW_LAN_CFG_DB_INFO_S lan;
+    NW_HOSTNAME_DB_INFO_S hostName;
+    NW_DNS_DB_INFO_S dns;
+    NW_LLDP_DB_INFO_S lldp;
+    NW_AN_CFG_DB_INFO_S an;
+};
+
+/* Written before a change and after it. While a change is under way the records may hold parts of
+ * both configurations and count as the old one; the kernel may hold addresses of both. */
+struct NW_PACKED Journal {
+    std::uint8_t isUnderWay;
+    Configuration from;
+    Configuration to;
+};
 inline constexpr Record<Journal> journalRecord{0x18000000, "manager's journal"};
+
+/* Calls visit(record, member) for each record of the configuration, the same order each time. */
+template <typename Visit>
+void forEachRecord(const Visit &visit)
+{
+    visit(hostNameRecord, &Configuration::hostName);
+    visit(dnsRecord, &Configuration::dns);
+    visit(lldpRecord, &Configuration::lldp);
+    visit(anRecord, &Configuration::an);
+    visit(ifcStateRecord, &Configuration::state);
+    visit(lanRecord, &Configuration::lan);
+}
 
 class Store {
 public:
@@ -63,6 +86,12 @@ public:
             failed("write", record.name);
         }
     }
+
+    /* Records that are missing count as zeros, but for those without which there is no
+     * configuration: these make it a Refusal. */
+    Configuration readConfiguration() const;
+    /* Puts the records of a configuration that are different in the database. */
+    void putConfiguration(const Configuration &configuration) const;
 
 private:
     bool get(std::uint32_t key, std::uint32_t size, void *content) const;

@@ -63,6 +63,14 @@ std::optional<Address> parseAddress(int family, const std::string &text)
     return address;
 }
 
+template <typename Address>
+std::string addressText(int family, const Address &address)
+{
+    std::array<char, INET6_ADDRSTRLEN> text{};
+    inet_ntop(family, address.data(), text.data(), text.size());
+    return text.data();
+}
+
 } // namespace
 
 std::optional<Ipv4> parseIpv4(const std::string &text)
@@ -84,6 +92,16 @@ std::optional<unsigned> parseNumber(std::string_view text, unsigned max)
         return std::nullopt;
     }
     return number;
+}
+
+std::string formatAddress(const Ipv4 &address)
+{
+    return addressText(AF_INET, address);
+}
+
+std::string formatAddress(const Ipv6 &address)
+{
+    return addressText(AF_INET6, address);
 }
 
 std::string formatMac(const Mac &address)

@@ -21,6 +21,8 @@ std::optional<Ipv6> parseIpv6(const std::string &text);
 /* Decimal digits alone, at most max. */
 std::optional<unsigned> parseNumber(std::string_view text, unsigned max);
 
+std::string formatAddress(const Ipv4 &address);
+std::string formatAddress(const Ipv6 &address);
 std::string formatMac(const Mac &address);
 
 /* Mask of a prefix length of 0 to 32, and the prefix length of a valid mask. */

@@ -10,15 +10,12 @@ void check(const CheckKind &kind, const std::string &text, Session &session)
 {
     const Verdict verdict = kind.check(text);
 
-    if (session.json()) {
-        session.print(Json{{"kind", kind.name},
-                           {"text", text},
-                           {"valid", verdict.valid},
-                           {"detail", verdict.detail}});
-    } else {
-        session.print(escaped(text) + ": " + (verdict.valid ? "valid, " : "not valid, ") +
-                      escaped(verdict.detail) + "\n");
-    }
+    session.answer(Json{{"kind", kind.name},
+                        {"text", text},
+                        {"valid", verdict.valid},
+                        {"detail", verdict.detail}},
+                   escaped(text) + ": " + (verdict.valid ? "valid, " : "not valid, ") +
+                       escaped(verdict.detail) + "\n");
     session.status = verdict.valid ? Exit::success : Exit::refused;
 }
 

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <functional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "session.hpp"
 
@@ -30,6 +32,19 @@ std::vector<Command> commands();
 /* The commands of one subject each. */
 void addLanCommands(std::vector<Command> &commands);
 void addCheckCommands(std::vector<Command> &commands);
+void addHostNameCommands(std::vector<Command> &commands);
+void addDnsCommands(std::vector<Command> &commands);
+void addLldpCommands(std::vector<Command> &commands);
+void addModeCommands(std::vector<Command> &commands);
+void addVlanCommands(std::vector<Command> &commands);
+void addArpCommands(std::vector<Command> &commands);
+void addAnCommands(std::vector<Command> &commands);
+void addNcsiCommands(std::vector<Command> &commands);
+void addCombinedCommands(std::vector<Command> &commands);
+void addStatusCommands(std::vector<Command> &commands);
+void addRouteCheckCommand(std::vector<Command> &commands);
+void addDiscoveryCommands(std::vector<Command> &commands);
+void addNameCommand(std::vector<Command> &commands);
 void addChassisCommands(std::vector<Command> &commands);
 void addLockCommands(std::vector<Command> &commands);
 void addQueueCommands(std::vector<Command> &commands);

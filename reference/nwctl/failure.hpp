@@ -16,6 +16,7 @@ enum class Exit {
     refused = 3,   /* a check refused the value; nothing was sent */
     manager = 4,   /* the network manager refused the change */
     transport = 5, /* the network manager could not be reached or did not answer properly */
+    notFound = 6,  /* the network, the resolver or the lease does not know what was asked for */
 };
 
 /* Ends the run. option and value name what the user gave; both are empty when nothing that the user

@@ -2,19 +2,23 @@
 
 namespace nwctl {
 
-NW_LAN_BITMAP_S bitmapOf(const LanChange &change)
+NW_LAN_BITMAP_S bitmapOf(std::span<const LanChange> changes)
 {
     NW_LAN_BITMAP_S bitmap{};
-    for (unsigned word = 0; word < NW_LAN_WORD_COUNT; ++word) {
-        bitmap.aauiWord[change.port][word] = change.bits[word];
+    for (const LanChange &change : changes) {
+        for (unsigned word = 0; word < NW_LAN_WORD_COUNT; ++word) {
+            bitmap.aauiWord[change.port][word] = change.bits[word];
+        }
     }
     return bitmap;
 }
 
-NW_LAN_SET_CFG_S configOf(const LanChange &change)
+NW_LAN_SET_CFG_S configOf(std::span<const LanChange> changes)
 {
     NW_LAN_SET_CFG_S config{};
-    config.astPort[change.port] = change.fields;
+    for (const LanChange &change : changes) {
+        config.astPort[change.port] = change.fields;
+    }
     return config;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "network_mng/lan.h"
 
@@ -13,8 +14,8 @@ struct LanChange {
     NW_LAN_SET_PORT_S fields{};
 };
 
-/* The records that carry the change to the network manager. */
-NW_LAN_BITMAP_S bitmapOf(const LanChange &change);
-NW_LAN_SET_CFG_S configOf(const LanChange &change);
+/* The records that carry the changes, one for a port at most, to the network manager. */
+NW_LAN_BITMAP_S bitmapOf(std::span<const LanChange> changes);
+NW_LAN_SET_CFG_S configOf(std::span<const LanChange> changes);
 
 } // namespace nwctl

@@ -11,54 +11,21 @@ namespace nwctl {
 namespace {
 
 constexpr std::uint8_t originStatic = 1;
-constexpr unsigned vlanIdMax = 4094;
-constexpr unsigned vlanPriorityMax = 7;
 
-[[noreturn]] void misused(const GivenOption &given, const std::string &reason)
+/* Selects fields. */
+void select(const GivenOption &given, LanChange &change, std::uint32_t bits, unsigned word = 0)
 {
-    throw Failure(Exit::usage, given.name, given.value, reason);
+    mark(given, change.bits[word], bits);
 }
 
-/* Refuses the option for the reason, if there is one. */
-void refuseFor(const GivenOption &given, const std::optional<std::string> &reason)
-{
-    if (reason) {
-        throw Failure(Exit::refused, given.name, given.value, *reason, NW_ERR_OUT_OF_RANGE);
-    }
-}
-
-/* Selects fields of word 0; a field has one new value at most. */
-void select(const GivenOption &given, LanChange &change, std::uint32_t bits)
-{
-    if ((change.bits[0] & bits) != 0) {
-        misused(given, "contradicts another value for the same setting");
-    }
-    change.bits[0] |= bits;
-}
-
-struct Word {
-    std::string_view text;
-    std::uint8_t value;
-};
-constexpr Word switchWords[] = {{"off", 0}, {"on", 1}};
 constexpr Word originWords[] = {{"static", originStatic}, {"dhcp", NW_ADDR_ORIGIN_DHCP}};
-
-const Word *findWord(std::span<const Word> words, const std::string &text)
-{
-    const auto word = std::ranges::find(words, text, &Word::text);
-    return word == words.end() ? nullptr : &*word;
-}
 
 void setWord(const GivenOption &given, LanChange &change, std::uint32_t bit, std::uint8_t &field,
              std::span<const Word> words)
 {
-    const Word *word = findWord(words, given.value);
-    if (word == nullptr) {
-        misused(given,
-                "expected " + std::string(words[0].text) + " or " + std::string(words[1].text));
-    }
+    const std::uint8_t value = wordValue(given, words);
     select(given, change, bit);
-    field = word->value;
+    field = value;
 }
 
 template <typename Address>
@@ -66,6 +33,8 @@ void store(const Address &address, std::uint8_t (&field)[std::tuple_size_v<Addre
 {
     std::ranges::copy(address, field);
 }
+
+constexpr const char *addressOrSwitch = "ADDR/LEN, on or off";
 
 template <typename Address>
 using Parse = std::optional<Address> (*)(const std::string &);
@@ -78,21 +47,22 @@ struct Prefixed {
     unsigned prefix;
 };
 
-/* The host address and prefix length (1 to all bits) of ADDR/LEN. */
+/* The host address and prefix length (1 to all bits) of the text ADDR/LEN. */
 template <typename Address>
-Prefixed<Address> prefixedHost(const GivenOption &given, Parse<Address> parse)
+Prefixed<Address> prefixedHost(const GivenOption &given, std::string_view text,
+                               Parse<Address> parse, const std::string &expected)
 {
     constexpr unsigned max = std::tuple_size_v<Address> * 8;
-    const auto slash = given.value.find('/');
-    const auto address = parse(given.value.substr(0, slash));
+    const auto slash = text.find('/');
+    const auto address = parse(std::string(text.substr(0, slash)));
     if (!address) {
-        misused(given, "expected ADDR/LEN, on or off");
+        misused(given, "expected " + expected);
     }
     if (slash == std::string::npos) {
         misused(given, "the prefix length is missing, expected ADDR/LEN");
     }
 
-    const auto prefix = parseNumber(std::string_view(given.value).substr(slash + 1), max);
+    const auto prefix = parseNumber(text.substr(slash + 1), max);
     if (!prefix || *prefix == 0) {
         misused(given, "the prefix length is not a number from 1 to " + std::to_string(max));
     }
@@ -135,7 +105,7 @@ void setIpv4(const GivenOption &given, LanChange &change)
         setWord(given, change, NW_LAN_BIT_IPV4_ENABLE, fields.ucIpv4Enable, switchWords);
         return;
     }
-    const auto [address, prefix] = prefixedHost(given, parseIpv4);
+    const auto [address, prefix] = prefixedHost(given, given.value, parseIpv4, addressOrSwitch);
     const Ipv4 mask = maskOfPrefix(prefix);
     refuseFor(given, whyNotMask(mask));
 
@@ -162,7 +132,7 @@ void setIpv6(const GivenOption &given, LanChange &change)
         setWord(given, change, NW_LAN_BIT_IPV6_ENABLE, fields.ucIpv6Enable, switchWords);
         return;
     }
-    const auto [address, prefix] = prefixedHost(given, parseIpv6);
+    const auto [address, prefix] = prefixedHost(given, given.value, parseIpv6, addressOrSwitch);
     select(given, change, NW_LAN_BIT_IPV6_ADDR | NW_LAN_BIT_IPV6_PREFIX);
     store(address, fields.aucIpv6Addr);
     fields.ucIpv6Prefix = static_cast<std::uint8_t>(prefix);
@@ -179,46 +149,82 @@ void setIpv6Origin(const GivenOption &given, LanChange &change)
     setWord(given, change, NW_LAN_BIT_IPV6_TYPE, change.fields.ucIpv6Type, originWords);
 }
 
-void setVlan(const GivenOption &given, LanChange &change)
+template <typename Address>
+struct GivenRoute {
+    Prefixed<Address> destination{};
+    Address gateway{};
+};
+
+/* DEST/LEN,GATEWAY, or "off" for zeros in every field. */
+template <typename Address>
+GivenRoute<Address> givenRoute(const GivenOption &given, Parse<Address> parse,
+                               WhyNot<Address> whyNotGateway)
 {
+    constexpr const char *expected = "DEST/LEN,GATEWAY of the family or off";
     if (given.value == "off") {
-        select(given, change, NW_LAN_BIT_VLAN_ENABLE);
-        return;
+        return {};
     }
-    const auto id = parseNumber(given.value, vlanIdMax);
-    if (!id || *id == 0) {
-        misused(given, "expected off or a number from 1 to " + std::to_string(vlanIdMax));
+    const std::string_view text = given.value;
+    const auto comma = text.find(',');
+    const auto gateway =
+        comma == text.npos ? std::nullopt : parse(std::string(text.substr(comma + 1)));
+    if (!gateway) {
+        misused(given, std::string("expected ") + expected);
     }
-    select(given, change, NW_LAN_BIT_VLAN_ENABLE | NW_LAN_BIT_VLAN_ID);
-    change.fields.ucVlanEnable = 1;
-    change.fields.usVlanid = static_cast<std::uint16_t>(*id);
+    const auto destination = prefixedHost(given, text.substr(0, comma), parse, expected);
+    refuseFor(given, whyNotGateway(*gateway));
+    return {destination, *gateway};
 }
 
-void setVlanPriority(const GivenOption &given, LanChange &change)
+/* number: 0 or 1; the second route's bits stand above the first one's. */
+template <unsigned number>
+void setIpv4Route(const GivenOption &given, LanChange &change)
 {
-    const auto priority = parseNumber(given.value, vlanPriorityMax);
-    if (!priority) {
-        misused(given, "expected a number from 0 to " + std::to_string(vlanPriorityMax));
-    }
-    select(given, change, NW_LAN_BIT_VLAN_PRIORITY);
-    change.fields.ucVlanPriority = static_cast<std::uint8_t>(*priority);
+    constexpr std::uint32_t bits =
+        NW_LAN_BIT_IPV4_ROUTE1_ADDR | NW_LAN_BIT_IPV4_ROUTE1_MASK | NW_LAN_BIT_IPV4_ROUTE1_GATEWAY;
+    const auto [destination, gateway] = givenRoute<Ipv4>(given, parseIpv4, whyNotHost);
+    const Ipv4 mask = maskOfPrefix(destination.prefix);
+    refuseFor(given, whyNotMask(mask));
+
+    auto &route = change.fields.astIpv4Route[number];
+    select(given, change, bits << (3 * number), 1);
+    store(destination.address, route.aucAddr);
+    store(mask, route.aucMask);
+    store(gateway, route.aucGateway);
+}
+
+template <unsigned number>
+void setIpv6Route(const GivenOption &given, LanChange &change)
+{
+    constexpr std::uint32_t bits = NW_LAN_BIT_IPV6_ROUTE1_ADDR | NW_LAN_BIT_IPV6_ROUTE1_PREFIX |
+                                   NW_LAN_BIT_IPV6_ROUTE1_GATEWAY;
+    const auto [destination, gateway] = givenRoute<Ipv6>(given, parseIpv6, whyNotRouter);
+
+    auto &route = change.fields.astIpv6Route[number];
+    select(given, change, bits << (3 * number));
+    store(destination.address, route.aucAddr);
+    route.ucPrefix = static_cast<std::uint8_t>(destination.prefix);
+    store(gateway, route.aucGateway);
 }
 
 /* clang-format off */
+constexpr const char *routeValue = "DEST/LEN,GATEWAY|off";
 constexpr LanOption rows[] = {
     {"--lan",           "on|off",          "switch the port",                        Subject::none, setLan},
     {"--ipv4",          "ADDR/LEN|on|off", "IPv4 address with its mask, or switch IPv4", Subject::ipv4, setIpv4},
     {"--ipv4-gateway",  "ADDR|off",        "IPv4 default gateway",                   Subject::ipv4, setIpv4Gateway},
     {"--ipv4-origin",   "static|dhcp",     "where the IPv4 address comes from",      Subject::ipv4, setIpv4Origin},
+    {"--ipv4-route1",   routeValue,        "first IPv4 static route",                Subject::ipv4, setIpv4Route<0>},
+    {"--ipv4-route2",   routeValue,        "second IPv4 static route",               Subject::ipv4, setIpv4Route<1>},
     {"--ipv6",          "ADDR/LEN|on|off", "IPv6 address with its prefix length, or switch IPv6", Subject::ipv6, setIpv6},
     {"--ipv6-gateway",  "ADDR|off",        "IPv6 default gateway",                   Subject::ipv6, setIpv6Gateway},
     {"--ipv6-origin",   "static|dhcp",     "where the IPv6 address comes from",      Subject::ipv6, setIpv6Origin},
-    {"--vlan",          "ID|off",          "VLAN of the port, 1 to 4094",            Subject::none, setVlan},
-    {"--vlan-priority", "N",               "VLAN priority, 0 to 7",                  Subject::none, setVlanPriority},
+    {"--ipv6-route1",   routeValue,        "first IPv6 static route",                Subject::ipv6, setIpv6Route<0>},
+    {"--ipv6-route2",   routeValue,        "second IPv6 static route",               Subject::ipv6, setIpv6Route<1>},
 };
 /* clang-format on */
 
-/* What the network manager found wrong, and the option that would have said so. */
+/* What was found wrong, and an option that would have said so; the first of those given counts. */
 struct Cause {
     NW_RESULT result;
     const char *option;
@@ -235,11 +241,23 @@ constexpr Cause causes[] = {
     cause(Result::badIpv4Mask, "--ipv4"),
     cause(Result::badIpv4Gateway, "--ipv4-gateway"),
     cause(Result::gatewayOutside, "--ipv4-gateway"),
+    cause(Result::badIpv4Route, "--ipv4-route1"),
+    cause(Result::badIpv4Route, "--ipv4-route2"),
     cause(Result::badIpv6Address, "--ipv6"),
     cause(Result::badIpv6Prefix, "--ipv6"),
     cause(Result::badIpv6Gateway, "--ipv6-gateway"),
+    cause(Result::badIpv6Route, "--ipv6-route1"),
+    cause(Result::badIpv6Route, "--ipv6-route2"),
     cause(Result::badVlanId, "--vlan"),
     cause(Result::badVlanPriority, "--vlan-priority"),
+    {NW_ERR_IPV4_ROUTE1, "--ipv4-route1"},
+    {NW_ERR_IPV4_ROUTE1_GATEWAY, "--ipv4-route1"},
+    {NW_ERR_IPV4_ROUTE2, "--ipv4-route2"},
+    {NW_ERR_IPV4_ROUTE2_GATEWAY, "--ipv4-route2"},
+    {NW_ERR_IPV6_ROUTE1, "--ipv6-route1"},
+    {NW_ERR_IPV6_ROUTE1_GATEWAY, "--ipv6-route1"},
+    {NW_ERR_IPV6_ROUTE2, "--ipv6-route2"},
+    {NW_ERR_IPV6_ROUTE2_GATEWAY, "--ipv6-route2"},
 };
 
 const GivenOption *findGiven(std::span<const GivenOption> given, const char *name)
@@ -252,38 +270,37 @@ const GivenOption *findGiven(std::span<const GivenOption> given, const char *nam
 
 std::span<const LanOption> lanOptions()
 {
-    return rows;
+    static const std::vector<LanOption> all = [] {
+        std::vector<LanOption> options(std::begin(rows), std::end(rows));
+        for (const auto group : {vlanOptions(), headerOptions(), arpOptions()}) {
+            options.insert(options.end(), group.begin(), group.end());
+        }
+        return options;
+    }();
+    return all;
 }
 
 LanChange buildLanChange(unsigned port, std::span<const GivenOption> given)
 {
-    LanChange change{.port = port};
-    for (const LanOption &row : rows) {
-        for (const GivenOption &option : given) {
-            if (option.name == row.name) {
-                row.apply(option, change);
-            }
-        }
-    }
-    if (given.empty()) {
-        throw Failure(Exit::usage, "", "", "nothing to change: give at least one setting");
-    }
-    return change;
+    return buildChange<LanChange>(lanOptions(), given, LanChange{.port = port});
 }
 
 const GivenOption *optionAbout(NW_RESULT result, std::span<const GivenOption> given)
 {
     Subject subject = describeResult(result).subject;
-    const auto cause = std::ranges::find(causes, result, &Cause::result);
-    if (cause != std::end(causes)) {
-        if (const GivenOption *option = findGiven(given, cause->option)) {
+    for (const Cause &cause : causes) {
+        const GivenOption *option = findGiven(given, cause.option);
+        if (cause.result == result && option != nullptr) {
             return option;
         }
-        subject =
-            std::ranges::find(rows, std::string_view(cause->option), &LanOption::name)->subject;
+        if (cause.result == result) {
+            subject =
+                std::ranges::find(lanOptions(), std::string_view(cause.option), &LanOption::name)
+                    ->subject;
+        }
     }
 
-    for (const LanOption &row : rows) {
+    for (const LanOption &row : lanOptions()) {
         const GivenOption *option = findGiven(given, row.name);
         if (subject != Subject::none && row.subject == subject && option != nullptr) {
             return option;

@@ -2,30 +2,22 @@
 #pragma once
 
 #include <span>
-#include <string>
 
 #include "lan_change.hpp"
-#include "results.hpp"
+#include "option.hpp"
 
 namespace nwctl {
 
-/* An option as the user gave it. */
-struct GivenOption {
-    std::string name;
-    std::string value;
-};
-
-struct LanOption {
-    const char *name;
-    const char *valueName;
-    const char *description;
-    Subject subject;
-    /* Adds the option to the change. Throws Failure: usage when the value cannot be understood or
-     * contradicts an earlier one, refused when a check of the library refuses it. */
-    void (*apply)(const GivenOption &given, LanChange &change);
-};
+using LanOption = Option<LanChange>;
 
 std::span<const LanOption> lanOptions();
+/* Those among them that change the VLAN, ARP, and the headers of what the port sends. */
+std::span<const LanOption> vlanOptions();
+std::span<const LanOption> arpOptions();
+std::span<const LanOption> headerOptions();
+
+/* Values of the ARP settings: which of the port's announcements and responses. */
+std::span<const Word> arpWords();
 
 /* The change that the options make. Throws Failure as above, usage when there is none. */
 LanChange buildLanChange(unsigned port, std::span<const GivenOption> given);

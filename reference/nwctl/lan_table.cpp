@@ -5,15 +5,6 @@ namespace nwctl {
 
 namespace {
 
-constexpr std::size_t labelWidth = 16;
-
-std::string row(const std::string &label, const std::string &value)
-{
-    std::string line = "  " + label;
-    line.resize(std::max(labelWidth, line.size() + 1), ' ');
-    return line + value + "\n";
-}
-
 std::string padded(std::string text, std::size_t width)
 {
     text.resize(std::max(width, text.size()), ' ');
@@ -25,11 +16,6 @@ std::string shown(const MaybeText &text)
     return text ? escaped(*text) : "-";
 }
 
-std::string onOff(bool on)
-{
-    return on ? "enabled" : "disabled";
-}
-
 /* "enabled, static" */
 std::string family(bool on, const MaybeText &origin)
 {
@@ -38,21 +24,21 @@ std::string family(bool on, const MaybeText &origin)
 
 std::string ipv4Rows(const PortView &view)
 {
-    std::string rows = row("IPv4", family(view.ipv4Enabled, view.ipv4Origin));
+    std::string rows = labelled("IPv4", family(view.ipv4Enabled, view.ipv4Origin));
     if (!view.ipv4Enabled) {
         return rows;
     }
 
-    rows += row("  address", shown(view.ipv4Address));
-    rows += row("  mask", shown(view.ipv4Mask));
-    rows += row("  gateway", shown(view.ipv4Gateway));
+    rows += labelled("  address", shown(view.ipv4Address));
+    rows += labelled("  mask", shown(view.ipv4Mask));
+    rows += labelled("  gateway", shown(view.ipv4Gateway));
     if (view.ipv4SecondAddress) {
-        rows += row("  address 2", shown(view.ipv4SecondAddress));
+        rows += labelled("  address 2", shown(view.ipv4SecondAddress));
     }
     for (const Ipv4Route &route : view.ipv4Routes) {
-        rows += row("  route " + std::to_string(route.number),
-                    escaped(route.destination) + " mask " + escaped(route.mask) + " via " +
-                        escaped(route.gateway));
+        rows += labelled("  route " + std::to_string(route.number),
+                         escaped(route.destination) + " mask " + escaped(route.mask) + " via " +
+                             escaped(route.gateway));
     }
     return rows;
 }
@@ -63,13 +49,13 @@ std::string ipv6AddressRow(const Ipv6Address &address)
     constexpr std::size_t kindWidth = 12;
     const std::string prefix = address.prefix ? "/" + std::to_string(*address.prefix) : "";
 
-    return row("  address", padded(escaped(address.address) + prefix, addressWidth) + " " +
-                                padded(address.kind, kindWidth) + address.state);
+    return labelled("  address", padded(escaped(address.address) + prefix, addressWidth) + " " +
+                                     padded(address.kind, kindWidth) + address.state);
 }
 
 std::string ipv6Rows(const PortView &view)
 {
-    std::string rows = row("IPv6", family(view.ipv6Enabled, view.ipv6Origin));
+    std::string rows = labelled("IPv6", family(view.ipv6Enabled, view.ipv6Origin));
     for (const Ipv6Address &address : view.ipv6Addresses) {
         rows += ipv6AddressRow(address);
     }
@@ -77,14 +63,14 @@ std::string ipv6Rows(const PortView &view)
         return rows;
     }
 
-    rows += row("  gateway", shown(view.ipv6Gateway));
+    rows += labelled("  gateway", shown(view.ipv6Gateway));
     if (view.ipv6SecondGateway) {
-        rows += row("  gateway 2", shown(view.ipv6SecondGateway));
+        rows += labelled("  gateway 2", shown(view.ipv6SecondGateway));
     }
     for (const Ipv6Route &route : view.ipv6Routes) {
-        rows += row("  route " + std::to_string(route.number), shown(route.destination) + "/" +
-                                                                   std::to_string(route.prefix) +
-                                                                   " via " + shown(route.gateway));
+        rows += labelled("  route " + std::to_string(route.number),
+                         shown(route.destination) + "/" + std::to_string(route.prefix) + " via " +
+                             shown(route.gateway));
     }
     return rows;
 }
@@ -93,13 +79,13 @@ std::string conflictRows(const PortView &view)
 {
     std::string rows;
     if (view.ipv4Conflict) {
-        rows += row("Conflict",
-                    "IPv4: two ports, or a port and the wireless interface, share a segment");
+        rows += labelled("Conflict",
+                         "IPv4: two ports, or a port and the wireless interface, share a segment");
     }
     if (view.ipv6Conflict) {
-        rows += row("Conflict", "IPv6: two ports share a segment");
+        rows += labelled("Conflict", "IPv6: two ports share a segment");
     }
-    return rows.empty() ? row("Conflicts", "none") : rows;
+    return rows.empty() ? labelled("Conflicts", "none") : rows;
 }
 
 } // namespace
@@ -107,9 +93,10 @@ std::string conflictRows(const PortView &view)
 std::string portTable(const PortView &view)
 {
     return "Port " + escaped(view.name) + " (index " + std::to_string(view.index) + ", channel " +
-           std::to_string(view.channel) + ")\n" + row("LAN", onOff(view.lanEnabled)) +
-           row("MAC", shown(view.mac)) + ipv4Rows(view) + ipv6Rows(view) +
-           row("VLAN", view.vlanId ? std::to_string(*view.vlanId) : "none") + conflictRows(view);
+           std::to_string(view.channel) + ")\n" + labelled("LAN", onOff(view.lanEnabled)) +
+           labelled("MAC", shown(view.mac)) + ipv4Rows(view) + ipv6Rows(view) +
+           labelled("VLAN", view.vlanId ? std::to_string(*view.vlanId) : "none") +
+           conflictRows(view);
 }
 
 } // namespace nwctl

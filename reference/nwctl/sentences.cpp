@@ -51,9 +51,34 @@ std::vector<std::string> lanSentences(const NW_OPER_LOG_S &log)
     return kept;
 }
 
+std::vector<std::string> combinedSentences(const NW_OPER_LOG_S &log)
+{
+    std::vector<std::string> sentences = lanSentences(log);
+    for (const std::string &sentence : {boundedText(log.szDnsLog), boundedText(log.szNetModeLog)}) {
+        if (!sentence.empty()) {
+            sentences.push_back(sentence);
+        }
+    }
+    return sentences;
+}
+
+std::vector<std::string> mainSentence(const NW_OPER_LOG_S &log)
+{
+    const std::string sentence = boundedText(log.szOperLog);
+    return sentence.empty() ? std::vector<std::string>{} : std::vector{sentence};
+}
+
 std::string failureSentence(const NW_OPER_LOG_S &log)
 {
     return boundedText(log.szOperLog);
+}
+
+bool saysFailure(const NW_OPER_LOG_S &log, std::uint32_t module)
+{
+    const std::string sentence = boundedText(log.szOperLog);
+    return std::ranges::any_of(g_astFailureOperateLogDefault, [&](const auto &row) {
+        return row.uiModuleBit == module && sentence == boundedText(row.acDesc);
+    });
 }
 
 } // namespace nwctl

@@ -64,6 +64,21 @@ void Session::print(const Json &document)
     output << document.dump(indentation, ' ', true, Json::error_handler_t::replace) << "\n";
 }
 
+void Session::answer(const Json &document, const std::string &text)
+{
+    if (jsonWanted) {
+        print(document);
+    } else {
+        print(text);
+    }
+}
+
+void Session::remark(const std::string &text)
+{
+    output.flush();
+    errors << "nwctl: " << escaped(text) << "\n";
+}
+
 void Session::report(const Failure &failure)
 {
     status = failure.status;

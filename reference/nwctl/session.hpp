@@ -23,6 +23,10 @@ public:
     /* The answer: a text as it is, or one JSON document. */
     void print(const std::string &text);
     void print(const Json &document);
+    /* The answer in the form that is wanted. */
+    void answer(const Json &document, const std::string &text);
+    /* A remark beside the answer. */
+    void remark(const std::string &text);
     /* Reports the failure, in JSON as the answer itself. */
     void report(const Failure &failure);
 

@@ -1,40 +1,52 @@
 #include "stored.hpp"
 
 #include <algorithm>
-#include <array>
 
 #include "addresses.hpp"
-#include "bmc_platform.h"
 #include "failure.hpp"
+#include "network_mng/settings.h"
 #include "text.hpp"
 
 namespace nwctl {
 
 namespace {
 
-struct Mode {
-    std::uint8_t value;
-    const char *name;
-    std::span<const unsigned> ports;
-};
+constexpr Word modes[] = {{"separate", NW_IFC_STATE_SEPARATE},
+                          {"active-standby", NW_IFC_STATE_ADAPTIVE}};
 
 constexpr unsigned separatePorts[] = {NW_PORT_ETH0, NW_PORT_ETH1};
 constexpr unsigned bondedPorts[] = {NW_PORT_BOND0};
-constexpr Mode modes[] = {
-    {NW_IFC_STATE_SEPARATE, "separate", separatePorts},
-    {NW_IFC_STATE_ADAPTIVE, "active-standby", bondedPorts},
-};
 
-const Mode &findMode(const NW_IFC_STATE_DB_INFO_S &interfaces)
+void requireKnownMode(const NW_IFC_STATE_DB_INFO_S &interfaces)
 {
-    const auto mode = std::ranges::find(modes, interfaces.ucIfcState, &Mode::value);
-    if (mode == std::end(modes)) {
+    if (interfaces.ucIfcState > NW_IFC_STATE_ADAPTIVE) {
         throw Failure(Exit::internal, "", "",
                       "the interface state record holds the unknown network mode " +
                           std::to_string(interfaces.ucIfcState));
     }
-    return *mode;
 }
+
+constexpr std::string_view channelPrefix = "channel:";
+
+/* Port of the IPMI LAN channel in the present network mode. */
+unsigned portOfChannel(const std::string &text)
+{
+    constexpr unsigned channelMax = 255;
+    const auto channel =
+        parseNumber(std::string_view(text).substr(channelPrefix.size()), channelMax);
+    if (!channel) {
+        throw Failure(Exit::usage, "PORT", text, "expected channel:N with a channel number");
+    }
+
+    std::uint32_t port = 0;
+    const NW_RESULT result = NW_CheckChannel(*channel, &port);
+    if (result != NW_OK) {
+        throw Failure(Exit::refused, "PORT", text, "the channel selects no port", result);
+    }
+    return port;
+}
+
+} // namespace
 
 void requireRead(NW_RESULT result, const char *record)
 {
@@ -42,8 +54,6 @@ void requireRead(NW_RESULT result, const char *record)
         throw Failure(Exit::internal, "", "", std::string("cannot read ") + record, result);
     }
 }
-
-} // namespace
 
 NW_IFC_STATE_DB_INFO_S readInterfaces()
 {
@@ -59,21 +69,6 @@ NW_LAN_CFG_DB_INFO_S readLanRecord()
     return record;
 }
 
-NW_WIFI_ADDR_S readWireless()
-{
-    std::array<char, BMC_WIRELESS_INFO_SIZE + 1> info{};
-    NW_WIFI_ADDR_S wireless{};
-
-    if (USBMANAGE_GetWirelessServiceInfo(info.data()) != 0) {
-        return wireless;
-    }
-    if (const auto address = parseIpv4(&info[BMC_WIRELESS_IPV4_TEXT_OFFSET])) {
-        std::ranges::copy(*address, wireless.aucIpv4Addr);
-    }
-    wireless.ucIpv4Enable = static_cast<std::uint8_t>(info[BMC_WIRELESS_ENABLE_OFFSET]);
-    return wireless;
-}
-
 std::string portName(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
 {
     return boundedText(interfaces.acIfcName[port]);
@@ -84,6 +79,9 @@ unsigned findPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &t
     if (const auto index = parseNumber(text, NW_PORT_COUNT - 1)) {
         return *index;
     }
+    if (text.starts_with(channelPrefix)) {
+        return portOfChannel(text);
+    }
 
     std::string names;
     for (unsigned port = 0; port < NW_PORT_COUNT; ++port) {
@@ -93,29 +91,56 @@ unsigned findPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &t
         }
         names += name + ", ";
     }
-    throw Failure(Exit::usage, "PORT", text, "no such port, expected " + names + "0, 1 or 2");
+    throw Failure(Exit::usage, "PORT", text,
+                  "no such port, expected " + names + "0, 1, 2 or channel:N");
+}
+
+NamedPort namedPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &text)
+{
+    const unsigned port = findPort(interfaces, text);
+    return {port, portName(interfaces, port)};
+}
+
+Facts portHeading(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
+{
+    return {{"Port", "port", portName(interfaces, port)}, {"Index", "index", port}};
 }
 
 std::span<const unsigned> portsServed(const NW_IFC_STATE_DB_INFO_S &interfaces)
 {
-    return findMode(interfaces).ports;
+    requireKnownMode(interfaces);
+    if (interfaces.ucIfcState == NW_IFC_STATE_SEPARATE) {
+        return separatePorts;
+    }
+    return bondedPorts;
 }
 
 std::string modeName(const NW_IFC_STATE_DB_INFO_S &interfaces)
 {
-    return findMode(interfaces).name;
+    requireKnownMode(interfaces);
+    return wordName(modes, interfaces.ucIfcState);
+}
+
+std::span<const Word> modeWords()
+{
+    return modes;
+}
+
+void requireServed(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
+{
+    if (std::ranges::count(portsServed(interfaces), port) == 0) {
+        throw Failure(Exit::refused, "PORT", portName(interfaces, port),
+                      "the port is not served in network mode " + modeName(interfaces));
+    }
 }
 
 NW_ETHER_INS_INFO_S readPort(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
 {
-    const std::string name = portName(interfaces, port);
-    if (std::ranges::count(portsServed(interfaces), port) == 0) {
-        throw Failure(Exit::refused, "PORT", name,
-                      "the port is not served in network mode " + modeName(interfaces));
-    }
+    requireServed(interfaces, port);
 
     NW_ETHER_INS_INFO_S info{};
-    requireRead(LIB_NW_GetLanConfig(name.c_str(), &info), "the port's LAN settings");
+    requireRead(LIB_NW_GetLanConfig(portName(interfaces, port).c_str(), &info),
+                "the port's LAN settings");
     return info;
 }
 

@@ -1,5 +1,7 @@
 #include "text.hpp"
 
+#include <algorithm>
+
 namespace nwctl {
 
 std::string escaped(std::string_view text)
@@ -18,6 +20,19 @@ std::string escaped(std::string_view text)
         }
     }
     return safe;
+}
+
+std::string labelled(const std::string &label, const std::string &value)
+{
+    constexpr std::size_t labelWidth = 16;
+    std::string line = "  " + label;
+    line.resize(std::max(labelWidth, line.size() + 1), ' ');
+    return line + value + "\n";
+}
+
+std::string onOff(bool on)
+{
+    return on ? "enabled" : "disabled";
 }
 
 } // namespace nwctl

@@ -19,4 +19,10 @@ std::string boundedText(const char (&field)[Size])
  * \\ and \xNN, so that nothing in it can act on a terminal or pass for another line. */
 std::string escaped(std::string_view text);
 
+/* A line of a table: the label, and the value in a column of its own. */
+std::string labelled(const std::string &label, const std::string &value);
+
+/* "enabled" or "disabled" */
+std::string onOff(bool on);
+
 } // namespace nwctl

@@ -1,5 +1,7 @@
 #include "verdict.hpp"
 
+#include <algorithm>
+
 #include "addresses.hpp"
 #include "network_mng/check.h"
 #include "network_mng/store.h"
@@ -100,6 +102,12 @@ constexpr CheckKind rows[] = {
 std::span<const CheckKind> checkKinds()
 {
     return rows;
+}
+
+std::optional<std::string> whyNotText(std::string_view kind, const std::string &text)
+{
+    const Verdict verdict = std::ranges::find(rows, kind, &CheckKind::name)->check(text);
+    return verdict.valid ? std::nullopt : std::optional{verdict.detail};
 }
 
 } // namespace nwctl

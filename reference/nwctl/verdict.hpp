@@ -1,8 +1,10 @@
 /* What the library's checks say of a text. */
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace nwctl {
 
@@ -20,5 +22,8 @@ struct CheckKind {
 };
 
 std::span<const CheckKind> checkKinds();
+
+/* Why the check of the kind, one of checkKinds(), refuses the text; nothing when it accepts it. */
+std::optional<std::string> whyNotText(std::string_view kind, const std::string &text);
 
 } // namespace nwctl

@@ -27,9 +27,23 @@ enum class Result : std::uint32_t {
     badIpv6Route = 0x1E000013,
     badVlanId = 0x1E000014,
     badVlanPriority = 0x1E000015,
+    systemFailed = 0x1E000016,
     badArpFlags = 0x1E000017,
+    badHostName = 0x1E000018,
+    badHostNameMode = 0x1E000019,
+    badDnsServer = 0x1E00001A,
     notSupported = 0x1E00001C,
+    badDnsDomain = 0x1E00001D,
+    badDnsMode = 0x1E00001E,
+    badNetMode = 0x1E00001F,
     unknownField = 0x1E000021,
+    badDelay = 0x1E000023,
+    badLldpMode = 0x1E00002C,
+    badLinkMode = 0x1E000036,
+    /* Told from notSupported by the mark that a completion code leaves out. */
+    noVlan = 0x1E00021C,
+    noBond = 0x1E00041C,
+    noLinkMode = 0x1E00061C,
 };
 
 struct ResultMeaning {
@@ -57,9 +71,22 @@ inline constexpr ResultMeaning resultMeanings[] = {
     {Result::badIpv6Route,    "not a valid IPv6 static route"},
     {Result::badVlanId,       "VLAN ID above 4094"},
     {Result::badVlanPriority, "VLAN priority above 7"},
+    {Result::systemFailed,    "the system refused the change; nothing was changed"},
     {Result::badArpFlags,     "an ARP setting has bits other than 0 and 1"},
+    {Result::badHostName,     "not a name of 1 to 63 letters, digits and inner hyphens"},
+    {Result::badHostNameMode, "the host name mode is unknown, or a name is given in automatic mode"},
+    {Result::badDnsServer,    "not an address that a DNS server can have"},
     {Result::notSupported,    "the command is not supported"},
+    {Result::badDnsDomain,    "not a valid DNS domain"},
+    {Result::badDnsMode,      "the DNS mode is not 0, 1 or 2"},
+    {Result::badNetMode,      "the network port mode or the switchover flag is neither 0 nor 1"},
     {Result::unknownField,    "a change bit selects no field"},
+    {Result::badDelay,        "the delay of a restart is above 3600 seconds"},
+    {Result::badLldpMode,     "the LLDP state is not 0 or 1, or the work mode not 1, 2 or 3"},
+    {Result::badLinkMode,     "auto-negotiation, duplex or speed is out of its range"},
+    {Result::noVlan,          "the kernel has no VLANs; nothing was changed"},
+    {Result::noBond,          "the kernel has no bonds and there is no interface to stand for one"},
+    {Result::noLinkMode,      "the interface does not let its speed and duplex be set; nothing was changed"},
 };
 /* clang-format on */
 

@@ -1,5 +1,6 @@
 #include "rpc_server.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -39,11 +40,17 @@ auto onBus(const std::string &what, Operation operation)
     }
 }
 
-/* Waits for the bus or a signal; answers whether a signal is there. */
-bool waitForWork(const sdbus::IConnection::PollData &bus, int stopDescriptor)
+/* The shorter of two time-outs, of which -1 is the longest. */
+int shorter(int one, int other)
+{
+    return one < 0 || other < 0 ? std::max(one, other) : std::min(one, other);
+}
+
+/* Waits for the bus, a signal or the time-out; answers whether a signal is there. */
+bool waitForWork(const sdbus::IConnection::PollData &bus, int stopDescriptor, int timeout)
 {
     std::array<pollfd, 2> descriptors{{{bus.fd, bus.events, 0}, {stopDescriptor, POLLIN, 0}}};
-    if (poll(descriptors.data(), descriptors.size(), bus.getPollTimeout()) < 0 && errno != EINTR) {
+    if (poll(descriptors.data(), descriptors.size(), timeout) < 0 && errno != EINTR) {
         throw std::system_error(errno, std::generic_category(), "poll");
     }
     return descriptors[1].revents != 0;
@@ -99,6 +106,11 @@ Bytes Server::dispatch(std::uint32_t function, const Bytes &request) const
     }
 }
 
+void Server::whileIdle(IdleWork work)
+{
+    idleWork_ = std::move(work);
+}
+
 void Server::serve()
 {
     onBus("cannot own the bus name " + name_, [this] { connection_->requestName(name_); });
@@ -111,7 +123,9 @@ void Server::serveUntilStopped(int stopDescriptor)
     while (true) {
         while (connection_->processPendingRequest()) {
         }
-        if (waitForWork(connection_->getEventLoopPollData(), stopDescriptor)) {
+        const int idle = idleWork_();
+        const auto bus = connection_->getEventLoopPollData();
+        if (waitForWork(bus, stopDescriptor, shorter(bus.getPollTimeout(), idle))) {
             return;
         }
     }

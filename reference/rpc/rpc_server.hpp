@@ -19,6 +19,9 @@ using Request = std::span<const std::uint8_t>;
 /* Answers the response. An exception reaches the caller as a D-Bus error. */
 using Handler = std::function<Bytes(Request)>;
 
+/* Work between two calls; answers the milliseconds until there is more, -1 for none. */
+using IdleWork = std::function<int()>;
+
 /* Delivery of SIGTERM and SIGINT through a file descriptor for as long as the object lives, so that
  * neither interrupts a handler. */
 class StopSignals {
@@ -45,6 +48,9 @@ public:
 
     void handle(std::uint32_t function, Handler handler);
 
+    /* Called whenever the server is about to wait. */
+    void whileIdle(IdleWork work);
+
     /* Claims the service's name and serves until SIGTERM or SIGINT. Throws std::runtime_error when
      * the name has another owner or the bus is lost. */
     void serve();
@@ -55,6 +61,7 @@ private:
 
     std::string name_;
     std::map<std::uint32_t, Handler> handlers_;
+    IdleWork idleWork_ = [] { return -1; };
     StopSignals stopSignals_;
     std::unique_ptr<sdbus::IConnection> connection_;
     std::unique_ptr<sdbus::IObject> object_;

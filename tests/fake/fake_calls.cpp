@@ -311,7 +311,7 @@ int NW_GetAnStatus(uint32_t uiPort, uint8_t *pucAutoNeg, uint8_t *pucDuplex, uin
     *pucAutoNeg = found->second.autoNegotiation;
     *pucDuplex = found->second.duplex;
     *pucSpeed = found->second.speed;
-    return 0;
+    return found->second.code;
 }
 
 int USBMANAGE_GetWirelessServiceInfo(void *pBuffer)

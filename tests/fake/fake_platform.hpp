@@ -92,6 +92,7 @@ struct AnStatus {
     std::uint8_t autoNegotiation = 0;
     std::uint8_t duplex = 0;
     std::uint8_t speed = 0;
+    int code = 0; /* what the call answers; the outputs are filled all the same */
 };
 
 class Platform {

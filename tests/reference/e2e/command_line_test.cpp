@@ -10,13 +10,7 @@ using nlohmann::json;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-class CommandLine : public System {
-protected:
-    static CommandResult nwctl(const std::string &arguments)
-    {
-        return run(NW_BINARY_DIR "/nwctl " + arguments);
-    }
-};
+using CommandLine = System;
 
 TEST_F(CommandLine, ShowsThePort)
 {

@@ -88,6 +88,11 @@ NW_ETHER_INS_INFO_S queryPort(const std::string &interface)
     return info;
 }
 
+CommandResult nwctl(const std::string &arguments)
+{
+    return run(NW_BINARY_DIR "/nwctl " + arguments);
+}
+
 void System::SetUp()
 {
     outputOf(NW_BINARY_DIR "/nwmanagerd --init " NW_CONFIG_FILE " --force");

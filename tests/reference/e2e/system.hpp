@@ -27,6 +27,8 @@ bool changeIsInProgress();
 /* What the library tells about a port; throws when it tells nothing. */
 NW_ETHER_INS_INFO_S queryPort(const std::string &interface);
 
+CommandResult nwctl(const std::string &arguments);
+
 class System : public ::testing::Test {
 protected:
     /* Stores the initial configuration, takes what an earlier test left from the interfaces and

@@ -50,7 +50,7 @@ const Row rows[] = {
     {"ArpControl", NW_LAN_BIT_ARP_CONTROL, 0, [](auto &from) { from.ucArpControl = 3; }, [](auto &to) { *at(to, 787) = 3; }},
     {"ArpInterval", NW_LAN_BIT_ARP_INTERVAL, 0, [](auto &from) { from.ucArpInterval = 30; }, [](auto &to) { *at(to, 788) = 30; }},
     {"ArpSuspend", NW_LAN_BIT_ARP_SUSPEND, 0, [](auto &from) { from.ucArpSuspend = 1; }, [](auto &to) { *at(to, 789) = 1; }},
-    {"VlanOn", NW_LAN_BIT_VLAN_ENABLE | NW_LAN_BIT_VLAN_ID, 0, [](auto &from) { from.ucVlanEnable = 1; from.usVlanid = 0x0123; }, [](auto &to) { *at(to, 780) = 1; *at(to, 783) = 0x23; *at(to, 784) = 1; }},
+    {"VlanId", NW_LAN_BIT_VLAN_ID, 0, [](auto &from) { from.usVlanid = 0x0123; }, [](auto &to) { *at(to, 783) = 0x23; *at(to, 784) = 1; }},
     {"VlanPriority", NW_LAN_BIT_VLAN_PRIORITY, 0, [](auto &from) { from.ucVlanPriority = 7; }, [](auto &to) { *at(to, 785) = 7; }},
     {"VlanOff", NW_LAN_BIT_VLAN_ENABLE, 0, [](auto &) {}, [](auto &to) { *at(to, 780) = 0; *at(to, 783) = 0; *at(to, 784) = 0; }},
     {"Ipv4Disable", NW_LAN_BIT_IPV4_ENABLE, 0, [](auto &) {}, [](auto &to) { *at(to, 49) = 0; }},

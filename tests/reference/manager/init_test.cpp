@@ -65,7 +65,7 @@ const Row portRows[] = {
     {R"(, "ipv4": {"enabled": true, "address": "10.1.0.1/7"})", "ports[0].ipv4.address: IPv4 mask: "},
     {R"(, "ipv4": {"enabled": true, "address": "10.1.0.1/16", "gateway": "10.2.0.9"})", "ports[0]: IPv4 gateway: "},
     {R"(, "ipv4": {"enabled": true, "gateway": "fe80::1"})", "ports[0].ipv4.gateway: \"fe80::1\" is not an IPv4 address"},
-    {R"(, "ipv4": {"enabled": true, "address": "10.2.0.1/16"})", "ports: two interfaces in the same segment"},
+    {R"(, "ipv4": {"enabled": true, "address": "10.2.0.1/16"})", "ports: an address or a route in another's segment"},
     {R"(, "ipv6": {"enabled": true, "address": "ff02::1/64"})", "ports[0].ipv6.address: IPv6 address: "},
     {R"(, "ipv6": {"enabled": true, "address": "2001:db8::1/129"})", "ports[0].ipv6.address: \"2001:db8::1/129\" is not"},
     {R"(, "ipv6": {"enabled": true, "address": "2001:db8::1/0"})", "ports[0]: IPv6 prefix length: "},

@@ -255,6 +255,22 @@ std::vector<std::string> kernelGateways(const std::string &interface)
     return gateways;
 }
 
+std::vector<std::string> kernelRoutes(const std::string &interface)
+{
+    std::vector<std::string> routes;
+    for (const char *family : {"-4", "-6"}) {
+        for (const json &route :
+             ipJson(std::string(family) + " route show proto 124 dev " + interface)) {
+            const std::string gateway = route.value("gateway", "");
+            routes.push_back(route["dst"].get<std::string>() +
+                             (gateway.empty() ? "" : " via " + gateway) + " " +
+                             std::to_string(route["metric"].get<int>()));
+        }
+    }
+    std::ranges::sort(routes);
+    return routes;
+}
+
 bool isUp(const std::string &interface)
 {
     const json links = ipJson("link show dev " + interface);
@@ -267,6 +283,22 @@ std::string kernelSnapshot()
                  "ip -o address | sed 's/ tentative//; s/ dadfailed//' | grep -v 'inet6 fe80' &&"
                  "ip -4 route show table all | sed 's/ linkdown//' | sort &&"
                  "ip -6 route show table main | sed 's/ linkdown//' | grep -v fe80::/64 | sort");
+}
+
+void expectUntouched(const LanRequest &request, std::uint32_t result, std::uint32_t detail)
+{
+    const auto lan = storedLan();
+    const auto state = storedState();
+    const std::string kernel = kernelSnapshot();
+
+    expectAnswer(request, result, detail);
+
+    const auto lanAfter = storedLan();
+    const auto stateAfter = storedState();
+    EXPECT_EQ(std::memcmp(&lan, &lanAfter, sizeof(lan)), 0);
+    EXPECT_EQ(std::memcmp(&state, &stateAfter, sizeof(state)), 0);
+    EXPECT_EQ(storedStatus(), 0);
+    EXPECT_EQ(kernel, kernelSnapshot());
 }
 
 void ManagerTest::SetUp()

@@ -84,9 +84,15 @@ void putLan(const NW_LAN_CFG_DB_INFO_S &lan);
 std::vector<std::string> kernelAddresses(const std::string &interface);
 /* "GATEWAY METRIC" of its default routes, sorted. */
 std::vector<std::string> kernelGateways(const std::string &interface);
+/* "DESTINATION via GATEWAY METRIC" of its routes with the manager's protocol, sorted; without the
+ * part in the middle for a destination on the link. */
+std::vector<std::string> kernelRoutes(const std::string &interface);
 bool isUp(const std::string &interface);
 /* All links, addresses and routes, without what changes by itself. */
 std::string kernelSnapshot();
+
+/* The request is answered that way and changes neither records nor kernel. */
+void expectUntouched(const LanRequest &request, std::uint32_t result, std::uint32_t detail);
 
 /* Interfaces as the sandbox makes them, a fresh configuration and a manager that is ready. */
 class ManagerTest : public ::testing::Test {

@@ -19,8 +19,8 @@ TEST(LanChange, StandsInItsPortsPlacesAlone)
     change.bits[1] = NW_LAN_BIT_IPV4_ROUTE1_ADDR;
     change.fields.ucLanEnable = 7;
 
-    const NW_LAN_BITMAP_S bitmap = bitmapOf(change);
-    const NW_LAN_SET_CFG_S config = configOf(change);
+    const NW_LAN_BITMAP_S bitmap = bitmapOf({&change, 1});
+    const NW_LAN_SET_CFG_S config = configOf({&change, 1});
 
     NW_LAN_BITMAP_S expectedBitmap{};
     expectedBitmap.aauiWord[1][0] = NW_LAN_BIT_IPV4_ADDR;
@@ -34,8 +34,8 @@ TEST(LanChange, StandsInItsPortsPlacesAlone)
 NW_RESULT checkedWith(const std::vector<GivenOption> &given,
                       const NW_WIFI_ADDR_S &wireless = NW_WIFI_ADDR_S{})
 {
-    return checkSegments(buildLanChange(1, given), samples::interfaces(), samples::lanRecord(),
-                         wireless);
+    const LanChange change = buildLanChange(1, given);
+    return checkSegments({&change, 1}, samples::interfaces(), samples::lanRecord(), wireless);
 }
 
 class CheckSegments : public fake::FakePlatformTest {};
@@ -63,13 +63,45 @@ TEST_F(CheckSegments, AsksForWhatTheChangeTouchesAlone)
     NW_LAN_CFG_DB_INFO_S record = samples::lanRecord();
     samples::storeIpv4(record.astPort[1].aucIpv4Addr, "192.168.10.9");
     const auto checked = [&record](const GivenOption &given) {
-        return checkSegments(buildLanChange(1, std::vector{given}), samples::interfaces(), record,
-                             NW_WIFI_ADDR_S{});
+        const LanChange change = buildLanChange(1, std::vector{given});
+        return checkSegments({&change, 1}, samples::interfaces(), record, NW_WIFI_ADDR_S{});
     };
 
     EXPECT_EQ(checked({"--lan", "off"}), NW_OK);
     EXPECT_EQ(checked({"--ipv6", "2001:db8:20::9/64"}), NW_OK);
     EXPECT_EQ(checked({"--ipv4", "on"}), NW_ERR_IPV4_SAME_SEGMENT);
+}
+
+TEST_F(CheckSegments, FindsARouteToTheOtherPort)
+{
+    EXPECT_EQ(checkedWith({{"--ipv4-route1", "192.168.10.0/24,192.168.20.9"}}), NW_ERR_IPV4_ROUTE1);
+    EXPECT_EQ(checkedWith({{"--ipv4-route2", "10.0.0.0/8,192.168.10.9"}}),
+              NW_ERR_IPV4_ROUTE2_GATEWAY);
+    EXPECT_EQ(checkedWith({{"--ipv4-route1", "10.0.0.0/8,192.168.20.9"}}), NW_OK);
+    EXPECT_EQ(checkedWith({{"--ipv4-route1", "192.168.30.0/24,192.168.20.9"}},
+                          NW_WIFI_ADDR_S{1, {192, 168, 30, 1}}),
+              NW_ERR_IPV4_ROUTE1);
+}
+
+/* What was changed is blamed: the new address for lying in the other port's old route. */
+TEST_F(CheckSegments, FindsAnAddressInTheOthersRoute)
+{
+    NW_LAN_CFG_DB_INFO_S record = samples::lanRecord();
+    auto &route = record.astPort[0].astIpv4Route[1];
+    route.ucState = 1;
+    samples::storeIpv4(route.aucAddr, "10.0.0.0");
+    samples::storeIpv4(route.aucMask, "255.0.0.0");
+    const auto checked = [&record](const std::vector<GivenOption> &given) {
+        const LanChange change = buildLanChange(1, given);
+        return checkSegments({&change, 1}, samples::interfaces(), record, NW_WIFI_ADDR_S{});
+    };
+
+    EXPECT_EQ(checked({{"--ipv4", "10.9.9.9/24"}}), NW_ERR_IPV4_IN_ROUTE2);
+    EXPECT_EQ(checked({{"--ipv4-route1", "10.9.9.0/24,192.168.20.9"}}), NW_ERR_IPV4_ROUTE1);
+
+    /* The other port's own IPv4 is off: only the check of its routes still finds the address. */
+    record.astPort[0].ucIpv4Enable = 0;
+    EXPECT_EQ(checked({{"--ipv4", "10.9.9.9/24"}}), NW_ERR_IPV4_ROUTE2);
 }
 
 } // namespace

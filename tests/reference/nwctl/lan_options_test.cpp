@@ -28,6 +28,7 @@ struct Built {
     GivenOption given;
     std::uint32_t bits;
     std::function<void(NW_LAN_SET_PORT_S &)> fill;
+    std::uint32_t word1 = 0;
 };
 
 class BuiltChange : public ::testing::TestWithParam<Built> {};
@@ -41,11 +42,26 @@ TEST_P(BuiltChange, SelectsAndFillsTheFieldsOfTheOption)
 
     EXPECT_EQ(change.port, 2U);
     EXPECT_EQ(change.bits[0], row.bits);
-    EXPECT_EQ(change.bits[1], 0U);
+    EXPECT_EQ(change.bits[1], row.word1);
     EXPECT_EQ(fake::bytesOf(change.fields), fake::bytesOf(expected));
 }
 
 using Port = NW_LAN_SET_PORT_S;
+
+void fillIpv4Route(Port &port, unsigned number)
+{
+    samples::storeIpv4(port.astIpv4Route[number].aucAddr, "10.1.0.0");
+    samples::storeIpv4(port.astIpv4Route[number].aucMask, "255.255.240.0");
+    samples::storeIpv4(port.astIpv4Route[number].aucGateway, "192.168.20.9");
+}
+
+void fillIpv6Route(Port &port, unsigned number)
+{
+    samples::storeIpv6(port.astIpv6Route[number].aucAddr, "2001:db8:a::");
+    port.astIpv6Route[number].ucPrefix = 48;
+    samples::storeIpv6(port.astIpv6Route[number].aucGateway, "fe80::9");
+}
+
 /* clang-format off */
 const Built builtRows[] = {
     {"LanOn",      {"--lan", "on"},   0x1,    [](Port &port) { port.ucLanEnable = 1; }},
@@ -82,6 +98,14 @@ const Built builtRows[] = {
     }},
     {"VlanOff",      {"--vlan", "off"},        0x8000, [](Port &) {}},
     {"VlanPriority", {"--vlan-priority", "7"}, 0x20000, [](Port &port) { port.ucVlanPriority = 7; }},
+    {"Ipv4Route1",    {"--ipv4-route1", "10.1.0.0/20,192.168.20.9"}, 0, [](Port &port) { fillIpv4Route(port, 0); }, 0x07},
+    {"Ipv4Route2",    {"--ipv4-route2", "10.1.0.0/20,192.168.20.9"}, 0, [](Port &port) { fillIpv4Route(port, 1); }, 0x38},
+    {"Ipv4Route1Off", {"--ipv4-route1", "off"},                      0, [](Port &) {}, 0x07},
+    {"Ipv4Route2Off", {"--ipv4-route2", "off"},                      0, [](Port &) {}, 0x38},
+    {"Ipv6Route1",    {"--ipv6-route1", "2001:db8:a::/48,fe80::9"}, 0x1C0000, [](Port &port) { fillIpv6Route(port, 0); }},
+    {"Ipv6Route2",    {"--ipv6-route2", "2001:db8:a::/48,fe80::9"}, 0xE00000, [](Port &port) { fillIpv6Route(port, 1); }},
+    {"Ipv6Route1Off", {"--ipv6-route1", "off"},                     0x1C0000, [](Port &) {}},
+    {"Ipv6Route2Off", {"--ipv6-route2", "off"},                     0xE00000, [](Port &) {}},
 };
 /* clang-format on */
 INSTANTIATE_TEST_SUITE_P(Rows, BuiltChange, ::testing::ValuesIn(builtRows), fake::RowName());
@@ -140,6 +164,15 @@ const Rejection misusedRows[] = {
     {"Ipv6LongPrefix",   {"--ipv6", "2001:db8::1/129"},    "the prefix length is not a number from 1 to 128"},
     {"Ipv6Gateway",      {"--ipv6-gateway", "10.0.0.1"},   "expected an address of the family or off"},
     {"Ipv6Origin",       {"--ipv6-origin", "slaac"},       "expected static or dhcp"},
+    {"Route4Empty",      {"--ipv4-route1", ""},            "expected DEST/LEN,GATEWAY of the family or off"},
+    {"Route4NoGateway",  {"--ipv4-route1", "10.0.0.0/8"},  "expected DEST/LEN,GATEWAY of the family or off"},
+    {"Route4BadGateway", {"--ipv4-route2", "10.0.0.0/8,x"}, "expected DEST/LEN,GATEWAY of the family or off"},
+    {"Route4ThreeParts", {"--ipv4-route1", "10.0.0.0/8,10.9.9.9,1"}, "expected DEST/LEN,GATEWAY of the family or off"},
+    {"Route4NoPrefix",   {"--ipv4-route2", "10.0.0.0,192.168.20.9"}, "the prefix length is missing, expected ADDR/LEN"},
+    {"Route4LongPrefix", {"--ipv4-route1", "10.0.0.0/33,192.168.20.9"}, "the prefix length is not a number from 1 to 32"},
+    {"Route4Family",     {"--ipv4-route1", "2001:db8::/48,192.168.20.9"}, "expected DEST/LEN,GATEWAY of the family or off"},
+    {"Route6Family",     {"--ipv6-route1", "2001:db8::/48,192.168.20.9"}, "expected DEST/LEN,GATEWAY of the family or off"},
+    {"Route6LongPrefix", {"--ipv6-route2", "2001:db8::/129,fe80::1"}, "the prefix length is not a number from 1 to 128"},
     {"VlanZero",         {"--vlan", "0"},                  "expected off or a number from 1 to 4094"},
     {"VlanLarge",        {"--vlan", "4095"},               "expected off or a number from 1 to 4094"},
     {"VlanText",         {"--vlan", "on"},                 "expected off or a number from 1 to 4094"},
@@ -182,6 +215,12 @@ const Rejection refusedRows[] = {
     {"Ipv4ShortMask",    {"--ipv4", "10.0.0.2/7"},            "the first byte of a mask is 255, or the mask is 0.0.0.0"},
     {"Ipv4Gateway",      {"--ipv4-gateway", "224.0.0.1"},     "a multicast or reserved address"},
     {"Ipv4GatewayZero",  {"--ipv4-gateway", "0.0.0.0"},       "the all-zero address"},
+    {"Route4Loopback",   {"--ipv4-route1", "127.0.0.0/8,192.168.20.9"}, "a loopback address"},
+    {"Route4Default",    {"--ipv4-route1", "0.0.0.0/8,192.168.20.9"}, "the all-zero address"},
+    {"Route4ShortMask",  {"--ipv4-route2", "10.0.0.0/7,192.168.20.9"}, "the first byte of a mask is 255, or the mask is 0.0.0.0"},
+    {"Route4Gateway",    {"--ipv4-route2", "10.0.0.0/8,224.0.0.1"}, "a multicast or reserved address"},
+    {"Route6LinkLocal",  {"--ipv6-route1", "fe80::/64,fe80::1"}, "a link-local address"},
+    {"Route6Gateway",    {"--ipv6-route2", "2001:db8:a::/48,ff02::1"}, "a multicast address"},
     {"Ipv6LinkLocal",    {"--ipv6", "fe80::1/64"},            "a link-local address"},
     {"Ipv6Multicast",    {"--ipv6", "ff02::1/64"},            "a multicast address"},
     {"Ipv6Loopback",     {"--ipv6", "::1/128"},               "the loopback address"},
@@ -208,6 +247,21 @@ TEST(OptionAbout, FindsWhatTheManagerFoundWrong)
 
     EXPECT_EQ(optionAbout(gatewayOutside, both), &both[1]);
     EXPECT_EQ(optionAbout(gatewayOutside, address), &address[1]);
+}
+
+TEST(OptionAbout, FindsTheRoute)
+{
+    const std::vector<GivenOption> both{{"--ipv4", "10.0.0.2/8"},
+                                        {"--ipv4-route1", "11.0.0.0/8,10.0.0.1"},
+                                        {"--ipv4-route2", "12.0.0.0/8,10.0.0.1"}};
+    constexpr NW_RESULT badIpv4Route = 0x1E00000F;
+
+    EXPECT_EQ(optionAbout(NW_ERR_IPV4_ROUTE1, both), &both[1]);
+    EXPECT_EQ(optionAbout(NW_ERR_IPV4_ROUTE2_GATEWAY, both), &both[2]);
+    EXPECT_EQ(optionAbout(NW_ERR_IPV4_IN_ROUTE1, both), &both[0]);
+    EXPECT_EQ(optionAbout(badIpv4Route, both), &both[1]);
+    EXPECT_EQ(optionAbout(badIpv4Route, std::span(both).subspan(2)), &both[2]);
+    EXPECT_EQ(optionAbout(NW_ERR_IPV4_ROUTE2, std::span(both).first(2)), &both[0]);
 }
 
 } // namespace

@@ -90,9 +90,9 @@ TEST(ManagerResult, IsNamedByItsCompletionCode)
 
 TEST(ManagerResult, HasGeneralWordsWhereTheManagerHasNone)
 {
-    EXPECT_EQ(describeResult(0x1E000036).meaning,
+    EXPECT_EQ(describeResult(0x1E000A36).meaning,
               "refused by the network manager: invalid data field");
-    EXPECT_EQ(describeResult(0x1E000023).meaning,
+    EXPECT_EQ(describeResult(0x1E000A23).meaning,
               "refused by the network manager: parameter out of range");
 }
 

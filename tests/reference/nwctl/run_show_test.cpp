@@ -84,8 +84,8 @@ TEST_F(Show, RefusesAPortThatDoesNotExist)
     const auto ran = samples::run({"lan", "show", "eth7\n"});
 
     EXPECT_EQ(ran.status, Exit::usage);
-    EXPECT_EQ(ran.err, "nwctl: PORT 'eth7\\x0a': no such port, expected eth0, eth1, bond0, 0, 1 or "
-                       "2\n");
+    EXPECT_EQ(ran.err, "nwctl: PORT 'eth7\\x0a': no such port, expected eth0, eth1, bond0, 0, 1, "
+                       "2 or channel:N\n");
 }
 
 TEST_F(Show, RefusesAnEmptyPort)

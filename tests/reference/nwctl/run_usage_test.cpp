@@ -1,3 +1,7 @@
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
 #include "commands.hpp"
 #include "network_mng/chassis.h"
 #include "network_mng/store.h"
@@ -77,9 +81,9 @@ TEST(Help, ListsTheExitStatuses)
     const auto ran = samples::run({"--help"});
 
     EXPECT_EQ(ran.status, Exit::success);
-    for (const char *text :
-         {"0  success", "1  internal", "2  usage error", "3  refused by a check",
-          "4  refused by the network manager", "5  the network manager cannot"}) {
+    for (const char *text : {"0  success", "1  internal", "2  usage error", "3  refused by a check",
+                             "4  refused by the network manager", "5  the network manager cannot",
+                             "6  what was asked for was not found"}) {
         EXPECT_THAT(ran.out, HasSubstr(text));
     }
 }
@@ -87,7 +91,7 @@ TEST(Help, ListsTheExitStatuses)
 TEST(Help, OfEveryCommandHasAnExample)
 {
     for (const Command &command : commands()) {
-        const auto ran = samples::run({command.group, command.name, "--help"});
+        const auto ran = samples::runLine(command.group + " " + command.name + " --help");
 
         EXPECT_EQ(ran.status, Exit::success);
         EXPECT_THAT(ran.out, HasSubstr(command.description));
@@ -99,10 +103,27 @@ TEST(Help, OfLanSetListsEveryOption)
 {
     const auto ran = samples::run({"lan", "set", "--help"});
 
-    for (const char *option :
-         {"--lan on|off", "--ipv4 ADDR/LEN|on|off", "--ipv4-gateway ADDR|off",
-          "--ipv4-origin static|dhcp", "--ipv6 ADDR/LEN|on|off", "--ipv6-gateway ADDR|off",
-          "--ipv6-origin static|dhcp", "--vlan ID|off", "--vlan-priority N", "--no-check"}) {
+    for (const char *option : {"--lan on|off",
+                               "--ipv4 ADDR/LEN|on|off",
+                               "--ipv4-gateway ADDR|off",
+                               "--ipv4-origin static|dhcp",
+                               "--ipv4-route1 DEST/LEN,GATEWAY|off",
+                               "--ipv4-route2 DEST/LEN,GATEWAY|off",
+                               "--ipv6-route1 DEST/LEN,GATEWAY|off",
+                               "--ipv6-route2 DEST/LEN,GATEWAY|off",
+                               "--no-probe",
+                               "--ipv6 ADDR/LEN|on|off",
+                               "--ipv6-gateway ADDR|off",
+                               "--ipv6-origin static|dhcp",
+                               "--vlan ID|off",
+                               "--vlan-priority N",
+                               "--hop-limit N",
+                               "--traffic-class N",
+                               "--ipv4-header TTL,FLAGS,TOS",
+                               "--arp-interval N",
+                               "--arp-control none|announcements|responses|both",
+                               "--no-check",
+                               "--dry-run"}) {
         EXPECT_THAT(ran.out, HasSubstr(option));
     }
 }
@@ -113,6 +134,7 @@ bool needsQueue(const Command &command)
     return command.group == "queue" || command.group == "heartbeat";
 }
 
+/* In a directory that holds the file of the example that names one. */
 class Example : public samples::ConfiguredTest {
 protected:
     Example()
@@ -124,19 +146,23 @@ protected:
         platform.setRecord(NW_KEY_OCP_TEMPERATURE, NW_ALL_OCP_TEMP_S{});
         platform.setRecord(NW_KEY_FAN, NW_ALL_FAN_INFO_S{});
         platform.setRecord(NW_KEY_NET_STATUS, NW_NET_STATUS_S{});
+        std::filesystem::current_path(::testing::TempDir());
+        std::ofstream("network-settings.json") << R"({"mode": "separate"})";
+    }
+    ~Example() override
+    {
+        std::filesystem::remove("network-settings.json");
     }
 };
 
 TEST_F(Example, OfEveryCommandWorks)
 {
+    /* These ask the network and the system's own files. */
+    const std::string elsewhere[] = {"resolve", "gateway-mac", "ntp", "bmc-name"};
     for (const Command &command : commands()) {
-        if (needsQueue(command)) {
-            continue;
+        if (!needsQueue(command) && std::ranges::count(elsewhere, command.name) == 0) {
+            EXPECT_EQ(samples::runLine(command.example).status, Exit::success) << command.example;
         }
-        std::istringstream words(command.example);
-        const std::vector<std::string> arguments{std::istream_iterator<std::string>(words), {}};
-
-        EXPECT_EQ(samples::run(arguments).status, Exit::success) << command.example;
     }
 }
 

@@ -2,7 +2,9 @@
 
 #include <arpa/inet.h>
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <sstream>
 
 namespace samples {
@@ -62,6 +64,26 @@ NW_LAN_CFG_DB_INFO_S lanRecord()
     return record;
 }
 
+NW_HOSTNAME_DB_INFO_S hostNameRecord()
+{
+    NW_HOSTNAME_DB_INFO_S record{};
+    std::strcpy(record.szBmcHostName, "bmc-1");
+    std::strcpy(record.szBmcName, "rack-7");
+    return record;
+}
+
+NW_DNS_DB_INFO_S dnsRecord()
+{
+    NW_DNS_DB_INFO_S record{};
+    record.astPort[0].ucIpv4DnsMode = 2;
+    record.astPort[0].ucIpv6DnsMode = 2;
+    record.astPort[1].ucIpv4DnsMode = 1;
+    storeIpv4(record.astPort[1].aucIpv4DnsServer[0], "192.168.20.53");
+    storeIpv4(record.astPort[1].aucIpv4DnsServer[2], "192.168.20.54");
+    std::strcpy(record.astPort[1].szIpv4DnsDomain, "rack1.example.net");
+    return record;
+}
+
 nlohmann::json Ran::json() const
 {
     const auto document = nlohmann::json::parse(out, nullptr, false);
@@ -77,10 +99,64 @@ Ran run(const std::vector<std::string> &arguments)
     return {status, out.str(), err.str()};
 }
 
+Ran runLine(const std::string &line)
+{
+    std::istringstream words(line);
+    return run({std::istream_iterator<std::string>(words), {}});
+}
+
+Request requestOf(unsigned command, const std::vector<Patch> &patches)
+{
+    Request request{command, fake::Bytes(NW_RPC_PAYLOAD_SIZE)};
+    for (const Patch &patch : patches) {
+        std::ranges::copy(patch.bytes,
+                          request.payload.begin() + static_cast<std::ptrdiff_t>(patch.offset));
+    }
+    return request;
+}
+
+fake::Bytes textBytes(const std::string &text)
+{
+    return {text.begin(), text.end()};
+}
+
 ConfiguredTest::ConfiguredTest()
 {
     platform.setRecord(NW_KEY_IFC_STATE, interfaces());
     platform.setRecord(NW_KEY_LAN_CFG, lanRecord());
+    platform.setRecord(NW_KEY_HOSTNAME, hostNameRecord());
+    platform.setRecord(NW_KEY_DNS, dnsRecord());
+    platform.setRecord(NW_KEY_NET_STATUS, NW_NET_STATUS_S{});
+
+    NW_LLDP_DB_INFO_S lldp{};
+    lldp.ucLldpEnable = 1;
+    lldp.ucLldpWorkMode = 3;
+    platform.setRecord(NW_KEY_LLDP, lldp);
+
+    platform.setRecord(NW_KEY_AN_CFG, NW_AN_CFG_DB_INFO_S{{{0, 0, 1, {}}, {}, {}}});
+    platform.setAnStatus(NW_PORT_ETH1, {1, 1, 2});
+
+    NW_NCSI_DB_INFO_S ncsi{};
+    ncsi.ucAutoPort = 1;
+    ncsi.ucNicIndex = 1;
+    ncsi.ucChannel = 2;
+    platform.setRecord(NW_KEY_NCSI, ncsi);
+    platform.setCapability("SharePort", "ChannelIdOffset", std::uint16_t{1});
+    platform.setProc("/proc/sys/tollmere/ncsi/InitComplete", {'1'});
+}
+
+std::vector<Request> ConfiguredTest::sentRequests() const
+{
+    std::vector<Request> requests;
+    for (const fake::Call &call : platform.callsTo("MRPC_Call")) {
+        EXPECT_EQ(call.service, NW_RPC_SERVICE_NETWORK);
+        EXPECT_EQ(call.function, NW_RPC_FUNCTION_NETWORK);
+        EXPECT_EQ(call.timeout, NW_RPC_TIMEOUT_MS);
+        EXPECT_EQ(call.data.size(), sizeof(NW_RPC_REQUEST_S));
+        EXPECT_EQ(call.data.at(0), 0);
+        requests.push_back({call.data.at(1), {call.data.begin() + 2, call.data.end()}});
+    }
+    return requests;
 }
 
 } // namespace samples

@@ -7,6 +7,7 @@
 
 #include "fake_matchers.hpp"
 #include "network_mng/lan.h"
+#include "network_mng/rpc.h"
 #include "run.hpp"
 
 namespace samples {
@@ -15,6 +16,11 @@ namespace samples {
 NW_IFC_STATE_DB_INFO_S interfaces();
 /* eth0 192.168.10.2/24 and eth1 192.168.20.2/24 with 2001:db8:20::2/64; bond0 off. */
 NW_LAN_CFG_DB_INFO_S lanRecord();
+
+/* Manual "bmc-1", BMC name "rack-7". */
+NW_HOSTNAME_DB_INFO_S hostNameRecord();
+/* eth0 automatic; eth1 manual with two IPv4 servers, a domain and no IPv6. */
+NW_DNS_DB_INFO_S dnsRecord();
 
 void storeIpv4(std::uint8_t (&field)[NW_IPV4_SIZE], const char *text);
 void storeIpv6(std::uint8_t (&field)[NW_IPV6_SIZE], const char *text);
@@ -29,11 +35,33 @@ struct Ran {
 };
 
 Ran run(const std::vector<std::string> &arguments);
+/* The words of one line. */
+Ran runLine(const std::string &line);
 
-/* A platform that holds both records above. */
+/* A request as the network manager gets it. */
+struct Request {
+    unsigned command;
+    fake::Bytes payload; /* all of it */
+
+    bool operator==(const Request &other) const = default;
+};
+
+/* Bytes at an offset of a payload that is zero everywhere else. */
+struct Patch {
+    std::size_t offset;
+    fake::Bytes bytes;
+};
+Request requestOf(unsigned command, const std::vector<Patch> &patches);
+fake::Bytes textBytes(const std::string &text);
+
+/* A platform that holds the records above and others: LLDP on, NC-SI initialised, no change in
+ * progress. */
 class ConfiguredTest : public fake::FakePlatformTest {
 protected:
     ConfiguredTest();
+
+    /* What was sent to the network manager, in order. */
+    std::vector<Request> sentRequests() const;
 };
 
 } // namespace samples

@@ -58,6 +58,30 @@ TEST(LanSentences, ReadNoFurtherThanTheirSlots)
     EXPECT_THAT(lanSentences(log), ElementsAre(std::string(NW_OPER_LOG_SLOT_SIZE, 'x')));
 }
 
+TEST(CombinedSentences, AreThoseOfEveryPart)
+{
+    NW_OPER_LOG_S log = logOf("LAN.", "", "");
+    std::strcpy(log.szDnsLog, "DNS.");
+    std::strcpy(log.szNetModeLog, "Mode.");
+
+    EXPECT_THAT(combinedSentences(log), ElementsAre("LAN.", "DNS.", "Mode."));
+    EXPECT_THAT(combinedSentences(NW_OPER_LOG_S{}), IsEmpty());
+}
+
+TEST(SaysFailure, KnowsTheSentencesOfItsModuleAlone)
+{
+    NW_OPER_LOG_S log{};
+    EXPECT_FALSE(saysFailure(log, NW_LOG_HOSTNAME));
+
+    std::strcpy(log.szOperLog, "Failed to configure host name settings.");
+    EXPECT_TRUE(saysFailure(log, NW_LOG_HOSTNAME));
+    EXPECT_FALSE(saysFailure(log, NW_LOG_AN));
+    EXPECT_FALSE(saysFailure(log, 0));
+
+    std::strcpy(log.szOperLog, "Host name set successfully, host name BMC: Failed.");
+    EXPECT_FALSE(saysFailure(log, NW_LOG_HOSTNAME));
+}
+
 TEST(FailureSentence, IsTheMainSlot)
 {
     NW_OPER_LOG_S log{};

@@ -9,6 +9,13 @@
 
 namespace bmc::manager {
 
+/* Segment checks that a change of a field calls for. */
+struct Reach {
+    std::uint32_t addresses = 0;        /* NW_SEGCHK_* */
+    std::uint32_t ownRoutes = 0;        /* NW_ROUTESET_* of the port itself */
+    std::uint32_t neighboursRoutes = 0; /* ... and of the port beside it */
+};
+
 struct LanField {
     const char *name;
     unsigned word;     /* of the port's change bits */
@@ -17,8 +24,8 @@ struct LanField {
     std::size_t to;    /* offset in NW_LAN_CFG_PORT_S */
     std::size_t size;
     bool (*isValid)(const std::uint8_t *value);
-    Result refusal;              /* when it isn't */
-    std::uint32_t segmentChecks; /* NW_SEGCHK_* that a change of the field calls for */
+    Result refusal; /* when it isn't */
+    Reach reach;
 };
 
 std::span<const LanField> lanFields();
@@ -33,8 +40,5 @@ void checkFields(const ChangeBits &bits, const NW_LAN_SET_PORT_S &request);
 /* Copies the selected fields, and keeps in step what follows from them: a static route is valid
  * while it has a destination, and a port whose VLAN is switched off has no VLAN ID. */
 void applyFields(const ChangeBits &bits, const NW_LAN_SET_PORT_S &request, NW_LAN_CFG_PORT_S &port);
-
-/* Segment checks that the selected fields call for. */
-std::uint32_t segmentChecksOf(const ChangeBits &bits);
 
 } // namespace bmc::manager

@@ -25,8 +25,39 @@ public:
         return code_;
     }
 
+    /* Operation-log module of the part that is refused; 0 while nobody has named it. */
+    std::uint32_t module() const
+    {
+        return module_;
+    }
+
+    void blame(std::uint32_t module)
+    {
+        module_ = module_ == 0 ? module : module_;
+    }
+
 private:
     std::uint32_t code_;
+    std::uint32_t module_ = 0;
 };
+
+/* Runs a task; a refusal that it throws names the module. */
+template <typename Task>
+void blaming(std::uint32_t module, const Task &task)
+{
+    try {
+        task();
+    } catch (Refusal &refusal) {
+        refusal.blame(module);
+        throw;
+    }
+}
+
+inline void require(bool holds, Result refusal, const std::string &subject)
+{
+    if (!holds) {
+        throw Refusal(refusal, subject);
+    }
+}
 
 } // namespace bmc::manager

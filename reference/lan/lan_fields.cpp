@@ -58,8 +58,15 @@ bool isHostV6(const std::uint8_t *value)
            LIB_NW_CheckV6IsValid(flags, value) != 0;
 }
 
-constexpr std::uint32_t v4 = NW_SEGCHK_IPV4;
-constexpr std::uint32_t v6 = NW_SEGCHK_IPV6 | NW_SEGCHK_SLAAC;
+constexpr std::uint32_t ipv6Addresses = NW_SEGCHK_IPV6 | NW_SEGCHK_SLAAC;
+constexpr Reach none{};
+constexpr Reach v4{NW_SEGCHK_IPV4, 0, NW_ROUTESET_IPV4_ROUTE1 | NW_ROUTESET_IPV4_ROUTE2};
+constexpr Reach v6{ipv6Addresses, 0, NW_ROUTESET_IPV6_ROUTE1 | NW_ROUTESET_IPV6_ROUTE2};
+constexpr Reach v6Origin{ipv6Addresses, 0, 0};
+constexpr Reach r41{NW_SEGCHK_IPV4, NW_ROUTESET_IPV4_ROUTE1, 0};
+constexpr Reach r42{NW_SEGCHK_IPV4, NW_ROUTESET_IPV4_ROUTE2, 0};
+constexpr Reach r61{ipv6Addresses, NW_ROUTESET_IPV6_ROUTE1, 0};
+constexpr Reach r62{ipv6Addresses, NW_ROUTESET_IPV6_ROUTE2, 0};
 
 constexpr std::size_t ipv4Route(unsigned route, std::size_t member)
 {
@@ -80,38 +87,38 @@ constexpr std::size_t ipv6Route(unsigned route, std::size_t member)
 #define R4(route, field) ipv4Route(route, offsetof(NW_LAN_CFG_IPV4_ROUTE_S, field))
 #define R6(route, field) ipv6Route(route, offsetof(NW_LAN_CFG_IPV6_ROUTE_S, field))
 constexpr LanField fields[] = {
-    {"LAN enable",            0, BIT(LAN_ENABLE),          FROM(ucLanEnable),    TO(ucLanEnable),    1,  isUpTo<1>,                  Result::badFlag,         0},
+    {"LAN enable",            0, BIT(LAN_ENABLE),          FROM(ucLanEnable),    TO(ucLanEnable),    1,  isUpTo<1>,                  Result::badFlag,         none},
     {"IPv4 enable",           0, BIT(IPV4_ENABLE),         FROM(ucIpv4Enable),   TO(ucIpv4Enable),   1,  isUpTo<1>,                  Result::badFlag,         v4},
-    {"IPv4 origin",           0, BIT(IPV4_TYPE),           FROM(ucIpv4Type),     TO(ucIpv4Type),     1,  isUpTo<2>,                  Result::badOrigin,       0},
+    {"IPv4 origin",           0, BIT(IPV4_TYPE),           FROM(ucIpv4Type),     TO(ucIpv4Type),     1,  isUpTo<2>,                  Result::badOrigin,       none},
     {"IPv4 address",          0, BIT(IPV4_ADDR),           FROM(aucIpv4Addr),    TO(aucIpv4Addr),    4,  isHostV4,                   Result::badIpv4Address,  v4},
     {"IPv4 mask",             0, BIT(IPV4_MASK),           FROM(aucIpv4Mask),    TO(aucIpv4Mask),    4,  isMaskV4,                   Result::badIpv4Mask,     v4},
-    {"IPv4 gateway",          0, BIT(IPV4_GATEWAY),        FROM(aucIpv4Gateway), TO(aucIpv4Gateway), 4,  isHostV4,                   Result::badIpv4Gateway,  0},
-    {"IPv4 header",           0, BIT(IPV4_HEADER),         FROM(stIpv4Header),   keptIpv4Header,     3,  isAny,                      Result::done,            0},
+    {"IPv4 gateway",          0, BIT(IPV4_GATEWAY),        FROM(aucIpv4Gateway), TO(aucIpv4Gateway), 4,  isHostV4,                   Result::badIpv4Gateway,  none},
+    {"IPv4 header",           0, BIT(IPV4_HEADER),         FROM(stIpv4Header),   keptIpv4Header,     3,  isAny,                      Result::done,            none},
     {"IPv6 enable",           0, BIT(IPV6_ENABLE),         FROM(ucIpv6Enable),   TO(ucIpv6Enable),   1,  isUpTo<1>,                  Result::badFlag,         v6},
-    {"IPv6 origin",           0, BIT(IPV6_TYPE),           FROM(ucIpv6Type),     TO(ucIpv6Type),     1,  isUpTo<3>,                  Result::badOrigin,       v6},
+    {"IPv6 origin",           0, BIT(IPV6_TYPE),           FROM(ucIpv6Type),     TO(ucIpv6Type),     1,  isUpTo<3>,                  Result::badOrigin,       v6Origin},
     {"IPv6 address",          0, BIT(IPV6_ADDR),           FROM(aucIpv6Addr),    TO(aucIpv6Addr),    16, isHostV6<NW_V6CHK_ALL>,     Result::badIpv6Address,  v6},
-    {"IPv6 gateway",          0, BIT(IPV6_GATEWAY),        FROM(aucIpv6Gateway), TO(aucIpv6Gateway), 16, isHostV6<gatewayFlagsV6>,   Result::badIpv6Gateway,  0},
+    {"IPv6 gateway",          0, BIT(IPV6_GATEWAY),        FROM(aucIpv6Gateway), TO(aucIpv6Gateway), 16, isHostV6<gatewayFlagsV6>,   Result::badIpv6Gateway,  none},
     {"IPv6 prefix length",    0, BIT(IPV6_PREFIX),         FROM(ucIpv6Prefix),   TO(ucIpv6Prefix),   1,  isUpTo<128>,                Result::badIpv6Prefix,   v6},
-    {"ARP control",           0, BIT(ARP_CONTROL),         FROM(ucArpControl),   keptArpControl,     1,  isUpTo<3>,                  Result::badArpFlags,     0},
-    {"ARP interval",          0, BIT(ARP_INTERVAL),        FROM(ucArpInterval),  keptArpInterval,    1,  isAny,                      Result::done,            0},
-    {"ARP suspend",           0, BIT(ARP_SUSPEND),         FROM(ucArpSuspend),   keptArpSuspend,     1,  isUpTo<3>,                  Result::badArpFlags,     0},
-    {"VLAN enable",           0, BIT(VLAN_ENABLE),         FROM(ucVlanEnable),   keptVlanEnable,     1,  isUpTo<1>,                  Result::badFlag,         0},
-    {"VLAN ID",               0, BIT(VLAN_ID),             FROM(usVlanid),       TO(stVlan.usVlanid),2,  isVlanId,                   Result::badVlanId,       0},
-    {"VLAN priority",         0, BIT(VLAN_PRIORITY),       FROM(ucVlanPriority), keptVlanPriority,   1,  isUpTo<7>,                  Result::badVlanPriority, 0},
-    {"hop limit",             0, BIT(HOP_LIMIT),           FROM(ucHopLimit),     keptHopLimit,       1,  isAny,                      Result::done,            0},
-    {"traffic class",         0, BIT(TRAFFIC_CLASS),       FROM(ucTrafficClass), keptTrafficClass,   1,  isAny,                      Result::done,            0},
-    {"IPv6 route 1",          0, BIT(IPV6_ROUTE1_ADDR),    FROM(astIpv6Route[0].aucAddr),    R6(0, aucAddr),    16, isHostV6<NW_V6CHK_ALL>,   Result::badIpv6Route, v6},
-    {"IPv6 route 1 prefix",   0, BIT(IPV6_ROUTE1_PREFIX),  FROM(astIpv6Route[0].ucPrefix),   R6(0, ucPrefix),   1,  isUpTo<128>,              Result::badIpv6Route, v6},
-    {"IPv6 route 1 gateway",  0, BIT(IPV6_ROUTE1_GATEWAY), FROM(astIpv6Route[0].aucGateway), R6(0, aucGateway), 16, isHostV6<gatewayFlagsV6>, Result::badIpv6Route, v6},
-    {"IPv6 route 2",          0, BIT(IPV6_ROUTE2_ADDR),    FROM(astIpv6Route[1].aucAddr),    R6(1, aucAddr),    16, isHostV6<NW_V6CHK_ALL>,   Result::badIpv6Route, v6},
-    {"IPv6 route 2 prefix",   0, BIT(IPV6_ROUTE2_PREFIX),  FROM(astIpv6Route[1].ucPrefix),   R6(1, ucPrefix),   1,  isUpTo<128>,              Result::badIpv6Route, v6},
-    {"IPv6 route 2 gateway",  0, BIT(IPV6_ROUTE2_GATEWAY), FROM(astIpv6Route[1].aucGateway), R6(1, aucGateway), 16, isHostV6<gatewayFlagsV6>, Result::badIpv6Route, v6},
-    {"IPv4 route 1",          1, BIT(IPV4_ROUTE1_ADDR),    FROM(astIpv4Route[0].aucAddr),    R4(0, aucAddr),    4,  isHostV4, Result::badIpv4Route, v4},
-    {"IPv4 route 1 mask",     1, BIT(IPV4_ROUTE1_MASK),    FROM(astIpv4Route[0].aucMask),    R4(0, aucMask),    4,  isMaskV4, Result::badIpv4Route, v4},
-    {"IPv4 route 1 gateway",  1, BIT(IPV4_ROUTE1_GATEWAY), FROM(astIpv4Route[0].aucGateway), R4(0, aucGateway), 4,  isHostV4, Result::badIpv4Route, v4},
-    {"IPv4 route 2",          1, BIT(IPV4_ROUTE2_ADDR),    FROM(astIpv4Route[1].aucAddr),    R4(1, aucAddr),    4,  isHostV4, Result::badIpv4Route, v4},
-    {"IPv4 route 2 mask",     1, BIT(IPV4_ROUTE2_MASK),    FROM(astIpv4Route[1].aucMask),    R4(1, aucMask),    4,  isMaskV4, Result::badIpv4Route, v4},
-    {"IPv4 route 2 gateway",  1, BIT(IPV4_ROUTE2_GATEWAY), FROM(astIpv4Route[1].aucGateway), R4(1, aucGateway), 4,  isHostV4, Result::badIpv4Route, v4},
+    {"ARP control",           0, BIT(ARP_CONTROL),         FROM(ucArpControl),   keptArpControl,     1,  isUpTo<3>,                  Result::badArpFlags,     none},
+    {"ARP interval",          0, BIT(ARP_INTERVAL),        FROM(ucArpInterval),  keptArpInterval,    1,  isAny,                      Result::done,            none},
+    {"ARP suspend",           0, BIT(ARP_SUSPEND),         FROM(ucArpSuspend),   keptArpSuspend,     1,  isUpTo<3>,                  Result::badArpFlags,     none},
+    {"VLAN enable",           0, BIT(VLAN_ENABLE),         FROM(ucVlanEnable),   keptVlanEnable,     1,  isUpTo<1>,                  Result::badFlag,         none},
+    {"VLAN ID",               0, BIT(VLAN_ID),             FROM(usVlanid),       TO(stVlan.usVlanid),2,  isVlanId,                   Result::badVlanId,       none},
+    {"VLAN priority",         0, BIT(VLAN_PRIORITY),       FROM(ucVlanPriority), keptVlanPriority,   1,  isUpTo<7>,                  Result::badVlanPriority, none},
+    {"hop limit",             0, BIT(HOP_LIMIT),           FROM(ucHopLimit),     keptHopLimit,       1,  isAny,                      Result::done,            none},
+    {"traffic class",         0, BIT(TRAFFIC_CLASS),       FROM(ucTrafficClass), keptTrafficClass,   1,  isAny,                      Result::done,            none},
+    {"IPv6 route 1",          0, BIT(IPV6_ROUTE1_ADDR),    FROM(astIpv6Route[0].aucAddr),    R6(0, aucAddr),    16, isHostV6<NW_V6CHK_ALL>,   Result::badIpv6Route, r61},
+    {"IPv6 route 1 prefix",   0, BIT(IPV6_ROUTE1_PREFIX),  FROM(astIpv6Route[0].ucPrefix),   R6(0, ucPrefix),   1,  isUpTo<128>,              Result::badIpv6Route, r61},
+    {"IPv6 route 1 gateway",  0, BIT(IPV6_ROUTE1_GATEWAY), FROM(astIpv6Route[0].aucGateway), R6(0, aucGateway), 16, isHostV6<gatewayFlagsV6>, Result::badIpv6Route, r61},
+    {"IPv6 route 2",          0, BIT(IPV6_ROUTE2_ADDR),    FROM(astIpv6Route[1].aucAddr),    R6(1, aucAddr),    16, isHostV6<NW_V6CHK_ALL>,   Result::badIpv6Route, r62},
+    {"IPv6 route 2 prefix",   0, BIT(IPV6_ROUTE2_PREFIX),  FROM(astIpv6Route[1].ucPrefix),   R6(1, ucPrefix),   1,  isUpTo<128>,              Result::badIpv6Route, r62},
+    {"IPv6 route 2 gateway",  0, BIT(IPV6_ROUTE2_GATEWAY), FROM(astIpv6Route[1].aucGateway), R6(1, aucGateway), 16, isHostV6<gatewayFlagsV6>, Result::badIpv6Route, r62},
+    {"IPv4 route 1",          1, BIT(IPV4_ROUTE1_ADDR),    FROM(astIpv4Route[0].aucAddr),    R4(0, aucAddr),    4,  isHostV4, Result::badIpv4Route, r41},
+    {"IPv4 route 1 mask",     1, BIT(IPV4_ROUTE1_MASK),    FROM(astIpv4Route[0].aucMask),    R4(0, aucMask),    4,  isMaskV4, Result::badIpv4Route, r41},
+    {"IPv4 route 1 gateway",  1, BIT(IPV4_ROUTE1_GATEWAY), FROM(astIpv4Route[0].aucGateway), R4(0, aucGateway), 4,  isHostV4, Result::badIpv4Route, r41},
+    {"IPv4 route 2",          1, BIT(IPV4_ROUTE2_ADDR),    FROM(astIpv4Route[1].aucAddr),    R4(1, aucAddr),    4,  isHostV4, Result::badIpv4Route, r42},
+    {"IPv4 route 2 mask",     1, BIT(IPV4_ROUTE2_MASK),    FROM(astIpv4Route[1].aucMask),    R4(1, aucMask),    4,  isMaskV4, Result::badIpv4Route, r42},
+    {"IPv4 route 2 gateway",  1, BIT(IPV4_ROUTE2_GATEWAY), FROM(astIpv4Route[1].aucGateway), R4(1, aucGateway), 4,  isHostV4, Result::badIpv4Route, r42},
 };
 #undef BIT
 #undef FROM
@@ -181,15 +188,6 @@ void applyFields(const ChangeBits &bits, const NW_LAN_SET_PORT_S &request, NW_LA
     if ((bits[0] & NW_LAN_BIT_VLAN_ENABLE) != 0 && stored[keptVlanEnable] == 0) {
         port.stVlan.usVlanid = 0;
     }
-}
-
-std::uint32_t segmentChecksOf(const ChangeBits &bits)
-{
-    std::uint32_t checks = 0;
-    for (const LanField &field : fields) {
-        checks |= isSelected(field, bits) ? field.segmentChecks : 0;
-    }
-    return checks;
 }
 
 } // namespace bmc::manager

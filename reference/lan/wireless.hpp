@@ -1,0 +1,11 @@
+/* The wireless interface, as the segment checks look at it. */
+#pragma once
+
+#include "network_mng/check.h"
+
+namespace bmc::manager {
+
+/* All zero, which is switched off, when there is no wireless service. */
+NW_WIFI_ADDR_S readWireless();
+
+} // namespace bmc::manager

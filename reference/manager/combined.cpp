@@ -1,0 +1,44 @@
+#include "combined.hpp"
+
+#include "dns.hpp"
+#include "lan_set.hpp"
+#include "net_mode.hpp"
+#include "network_mng/lan.h"
+#include "network_mng/operate_log.h"
+#include "refusal.hpp"
+
+namespace bmc::manager {
+
+namespace {
+
+struct Part {
+    std::uint32_t module;
+    std::size_t at; /* in the request */
+    void (*edit)(Draft &draft, Payload payload);
+};
+
+/* The mode comes first: the other parts are checked against the ports that it serves. */
+constexpr Part parts[] = {
+    {NW_LOG_NET_MODE, offsetof(NW_SET_NETWORK_ALL_S, aucNetMode), selectNetMode},
+    {NW_LOG_LAN, offsetof(NW_SET_NETWORK_ALL_S, stLan), editLan},
+    {NW_LOG_DNS, offsetof(NW_SET_NETWORK_ALL_S, aucDns), editDns},
+};
+
+} // namespace
+
+void editAll(Draft &draft, Payload payload)
+{
+    const auto mask = contentOf<std::uint32_t>(payload);
+    require((mask & ~std::uint32_t{NW_LOG_NET_MODE | NW_LOG_LAN | NW_LOG_DNS}) == 0,
+            Result::unknownField, "combined set");
+    for (const Part &part : parts) {
+        if ((mask & part.module) != 0) {
+            blaming(part.module, [&] { part.edit(draft, payload.subspan(part.at)); });
+        }
+    }
+    if ((draft.modules & NW_LOG_NET_MODE) != 0) {
+        blaming(NW_LOG_NET_MODE, [&] { checkNetMode(draft); });
+    }
+}
+
+} // namespace bmc::manager

@@ -1,0 +1,139 @@
+#include "host_name.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+
+#include <unistd.h>
+
+#include "bmc_platform.h"
+#include "network_mng/check.h"
+#include "network_mng/discovery.h"
+#include "network_mng/operate_log.h"
+#include "network_mng/settings.h"
+#include "refusal.hpp"
+#include "system_files.hpp"
+
+namespace bmc::manager {
+
+namespace {
+
+enum Bit : std::uint8_t { modeBit = 1, hostNameBit = 2, bmcNameBit = 4 };
+
+enum Mode : std::uint8_t { manual = 0, automatic = 1 };
+
+constexpr std::size_t longestName = 63;
+
+/* Text of a field that need not have a terminator. */
+std::string textOf(const char *field, std::size_t size)
+{
+    return {field, strnlen(field, size)};
+}
+
+void checkName(const std::string &name, const char *what)
+{
+    const bool isName = !name.empty() && name.size() <= longestName &&
+                        name.find('\0') == std::string::npos &&
+                        LIB_NW_CheckHostName(name.c_str()) != 0;
+    require(isName, Result::badHostName, what);
+}
+
+template <std::size_t size>
+void store(char (&field)[size], const std::string &text)
+{
+    std::ranges::fill(field, '\0');
+    BMC_Strlcpy(field, text.c_str(), size);
+}
+
+/* "bmc-" and the MAC address of the first port that is on the board. */
+std::string automaticName(const Configuration &configuration)
+{
+    const auto *present = std::ranges::find_if(configuration.state.aucPortPresent,
+                                               [](std::uint8_t byte) { return byte != 0; });
+    const auto port = present - std::begin(configuration.state.aucPortPresent);
+    const std::uint8_t *mac = configuration.lan.astPort[port % NW_PORT_COUNT].aucMacAddr;
+    std::array<char, 17> text{};
+    std::snprintf(text.data(), text.size(), "bmc-%02x%02x%02x%02x%02x%02x", mac[0], mac[1], mac[2],
+                  mac[3], mac[4], mac[5]);
+    return text.data();
+}
+
+void setKernelName(const std::string &name)
+{
+    if (sethostname(name.data(), name.size()) != 0) {
+        throw Refusal(static_cast<std::uint32_t>(Result::kernelRefused),
+                      "host name " + name + ": " + std::strerror(errno));
+    }
+}
+
+std::string kernelName()
+{
+    std::array<char, 256> name{};
+    gethostname(name.data(), name.size() - 1);
+    return name.data();
+}
+
+/* The file is only written over, so that it has to be there; its first line counts. */
+void writeNameFile(const std::string &name, Transaction &transaction)
+{
+    const std::filesystem::path file = NW_BMC_NAME_FILE;
+    restoreLater(file, transaction);
+    if (!std::filesystem::exists(file)) {
+        replaceFile(file, "");
+    }
+    const std::string line = name + '\n';
+    require(NW_WriteBmcNameToFile(line.data(), static_cast<std::uint32_t>(line.size()),
+                                  file.c_str()) == NW_OK,
+            Result::systemFailed, file);
+    std::error_code ignored; /* a longer name's rest is no part of the first line */
+    std::filesystem::resize_file(file, line.size(), ignored);
+}
+
+} // namespace
+
+void editHostName(Draft &draft, Payload payload)
+{
+    const auto request = contentOf<NW_HOSTNAME_SET_REQ_S>(payload);
+    NW_HOSTNAME_DB_INFO_S &record = draft.after.hostName;
+    const std::uint8_t bits = request.ucSetMask;
+    require((bits & ~(modeBit | hostNameBit | bmcNameBit)) == 0, Result::unknownField, "host name");
+    if ((bits & modeBit) != 0) {
+        require(request.ucByte4 <= automatic, Result::badHostNameMode, "host name");
+        record.ucHostNameMode = request.ucByte4;
+    }
+    if ((bits & hostNameBit) != 0) {
+        require(record.ucHostNameMode == manual, Result::badHostNameMode, "host name");
+        require(request.ucLength <= longestName, Result::badHostName, "host name");
+        const std::string name(request.acHostName, request.ucLength);
+        checkName(name, "host name");
+        store(record.szBmcHostName, name);
+    }
+    if ((bits & bmcNameBit) != 0) {
+        const std::string name = textOf(request.acTail, sizeof(request.acTail));
+        checkName(name, "BMC name");
+        store(record.szBmcName, name);
+    }
+    if (record.ucHostNameMode != manual) {
+        store(record.szBmcHostName, automaticName(draft.after));
+    }
+    draft.modules |= bits != 0 ? NW_LOG_HOSTNAME : 0;
+}
+
+void applyHostName(const Context &context)
+{
+    const NW_HOSTNAME_DB_INFO_S &record = context.draft.after.hostName;
+    const std::string hostName = textOf(record.szBmcHostName, sizeof(record.szBmcHostName));
+    if (!hostName.empty()) {
+        const std::string former = kernelName();
+        setKernelName(hostName);
+        context.transaction.undoWith([former] { setKernelName(former); });
+    }
+    const std::string bmcName = textOf(record.szBmcName, sizeof(record.szBmcName));
+    if (!bmcName.empty()) {
+        writeNameFile(bmcName, context.transaction);
+    }
+}
+
+} // namespace bmc::manager

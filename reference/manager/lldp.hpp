@@ -1,0 +1,13 @@
+/* Command 2: LLDP. */
+#pragma once
+
+#include "effects.hpp"
+
+namespace bmc::manager {
+
+/* Checks a request and notes what it asks for; throws Refusal. */
+void editLldp(Draft &draft, Payload payload);
+
+void applyLldp(const Context &context);
+
+} // namespace bmc::manager

@@ -1,0 +1,14 @@
+/* Command 8: apply the whole configuration again. */
+#pragma once
+
+#include "draft.hpp"
+
+namespace bmc::manager {
+
+/* Checks a request and notes what it asks for; throws Refusal. */
+void editRestart(Draft &draft, Payload payload);
+
+/* Lets the draft apply everything that the records hold. */
+void selectEverything(Draft &draft);
+
+} // namespace bmc::manager

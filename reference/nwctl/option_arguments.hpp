@@ -1,0 +1,45 @@
+/* Options of a change on the command line. */
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <list>
+
+#include "option.hpp"
+
+namespace nwctl {
+
+/* The arguments that every change has, and the options of its rows. Outlives the parsing. */
+class OptionArguments {
+public:
+    template <typename Change>
+    void declare(CLI::App &app, std::span<const Option<Change>> rows)
+    {
+        for (const Option<Change> &row : rows) {
+            add(app, row.name, row.valueName, row.description);
+        }
+    }
+    void declareDryRun(CLI::App &app);
+
+    /* In the order of the rows, an option that was given again once for each value. */
+    std::vector<GivenOption> given() const;
+    bool dryRun() const
+    {
+        return dryRunWanted;
+    }
+
+private:
+    struct Values {
+        std::string name;
+        std::vector<std::string> values;
+    };
+
+    void add(CLI::App &app, const char *name, const char *valueName, const char *description);
+
+    std::list<Values> options; /* the app refers to the entries */
+    bool dryRunWanted = false;
+};
+
+/* The positional PORT. */
+CLI::Option *addPort(CLI::App &app, std::string &port, const char *remark = "");
+
+} // namespace nwctl

@@ -1,0 +1,36 @@
+/* Another host on the network of a port: the far end of its pair in a namespace of its own. */
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace e2e {
+
+class FarHost {
+public:
+    /* Takes peer0 or peer1 away from this host until the object goes. */
+    explicit FarHost(std::string interface);
+    ~FarHost();
+    FarHost(const FarHost &) = delete;
+    FarHost &operator=(const FarHost &) = delete;
+
+    /* "ADDRESS/LENGTH" on the far end of the pair, or elsewhere behind the host. */
+    void own(const std::string &address) const;
+    void ownBehind(const std::string &address) const;
+    std::string mac() const;
+
+    /* A socket that listens on an address of the host's. */
+    int listenOn(const std::string &address, std::uint16_t port) const;
+
+private:
+    void command(const std::string &words) const;
+
+    std::string interface_;
+};
+
+/* Connects from here; whether somebody listens there and was reached within two seconds. */
+bool canConnect(const std::string &address, std::uint16_t port);
+/* Whether a connection to the listening socket waits. */
+bool hasCaller(int listener);
+
+} // namespace e2e
