@@ -84,7 +84,7 @@ constexpr const char *s_apcOtherRouteText[NW_ROUTE_COUNT] = {
 constexpr uint32_t NW_ROUTESET_IPV4 = NW_ROUTESET_IPV4_ROUTE1 | NW_ROUTESET_IPV4_ROUTE2;
 constexpr uint32_t NW_ROUTESET_IPV6 = NW_ROUTESET_IPV6_ROUTE1 | NW_ROUTESET_IPV6_ROUTE2;
 
-/* Any further count but this one is taken as it is; with it nothing is compared at all. */
+/* With this count of further addresses nothing is compared at all. */
 constexpr uint8_t NW_NO_ADDRESS_COUNT = 255;
 constexpr uint32_t NW_GATEWAY_PREFIX = 128;
 

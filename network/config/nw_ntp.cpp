@@ -63,8 +63,12 @@ void NW_ReadLease(FILE *pstLease, uint32_t ulStrLen, char *pcNTPStr)
 int LIB_NW_ParseNTPInfo(uint8_t ucIpFamily, const char *pcIfcName, uint8_t ucPort,
                         uint32_t ulStrLen, char *pcNTPStr)
 {
-    NW_CHECK_NULL(pcIfcName, static_cast<int>(NW_ERR_NULL_POINTER));
-    NW_CHECK_NULL(pcNTPStr, static_cast<int>(NW_ERR_NULL_POINTER));
+    if (pcIfcName == nullptr) {
+        return NW_DIAG_NULL_POINTER(pcIfcName);
+    }
+    if (pcNTPStr == nullptr) {
+        return NW_DIAG_NULL_POINTER(pcNTPStr);
+    }
 
     NW_LAN_CFG_DB_INFO_S stLan{};
     if (NW_LMDB_GetLanCfgInfo(&stLan) != NW_OK) {

@@ -267,8 +267,10 @@ TEST_F(NtpServers, NullsReturnAtOnce)
 {
     char text[8] = "before";
     const char *const function = "LIB_NW_ParseNTPInfo";
-    LIB_NW_ParseNTPInfo(2, nullptr, 1, sizeof(text), text);
-    LIB_NW_ParseNTPInfo(2, "eth1", 1, sizeof(text), nullptr);
+    const int loggedAnswer = 0x4D;
+    fake::platform().setLogResult(loggedAnswer);
+    EXPECT_EQ(loggedAnswer, LIB_NW_ParseNTPInfo(2, nullptr, 1, sizeof(text), text));
+    EXPECT_EQ(loggedAnswer, LIB_NW_ParseNTPInfo(2, "eth1", 1, sizeof(text), nullptr));
     LIB_NW_ParseNTPInfo(2, nullptr, 200, 0, nullptr);
     EXPECT_THAT(lines(), ::testing::ElementsAre(fake::isNullLine("pcIfcName", function),
                                                 fake::isNullLine("pcNTPStr", function),
