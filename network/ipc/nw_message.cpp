@@ -1,9 +1,6 @@
 /* Message queues and TLV records. */
 #include "network_mng/message.h"
 
-#include <sys/ipc.h>
-#include <sys/msg.h>
-
 #include "nw_queue.h"
 
 namespace {
