@@ -1,6 +1,7 @@
 /* libnetwork_mng: read and change the network configuration of a baseboard management controller.
  *
- * Plain functions on packed records. Every function works on the caller's thread, keeps no state,
+ * Plain functions on packed records. Every function works on the caller's thread, keeps no state
+ * but what event.h and message.h name,
  * allocates nothing and frees nothing of the caller's. A null pointer is logged with the
  * parameter's name and answered with NW_ERR_NULL_POINTER unless the function says otherwise; it is
  * found before anything else is done. */

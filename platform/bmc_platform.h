@@ -47,9 +47,9 @@ void *DB_Open(void);
 void *DB_GetCurrentDb(void *pEnv);
 
 /* Copies the record uiKey, exactly uiSize bytes, into pBuffer. pDb is a database, or an environment
- * and then stands for its current database; likewise in DB_PutInternal. 0, or the database's own non-zero
- * code (a missing record and a record of another size included); on failure pBuffer may have
- * changed. */
+ * and then stands for its current database; likewise in DB_PutInternal. 0, or the database's own
+ * non-zero code (a missing record and a record of another size included); on failure pBuffer may
+ * have changed. */
 int DB_Get(void *pDb, uint32_t uiKey, uint32_t uiSize, void *pBuffer);
 
 /* Stores uiSize bytes under uiKey and answers 0 once they are durable, otherwise a non-zero code of
