@@ -7,6 +7,25 @@
 
 namespace bmc::chassis {
 
+namespace {
+
+/* Files of ours are nested less deeply; a deeper one is none. */
+constexpr int deepest = 16;
+
+/* What the file holds; discarded when it is not JSON or nested too deeply. */
+Json parseShallow(std::istream &file)
+{
+    bool tooDeep = false;
+    const auto watch = [&](int depth, Json::parse_event_t, const Json &) {
+        tooDeep = tooDeep || depth > deepest;
+        return !tooDeep;
+    };
+    Json parsed = Json::parse(file, watch, false);
+    return tooDeep ? Json() : parsed;
+}
+
+} // namespace
+
 Json loadObject(const std::filesystem::path &path)
 {
     std::ifstream file(path);
@@ -14,7 +33,7 @@ Json loadObject(const std::filesystem::path &path)
         return Json::object();
     }
 
-    Json object = Json::parse(file, nullptr, false);
+    Json object = parseShallow(file);
     if (!object.is_object()) {
         log(Level::error, path.string() + " holds no JSON object and is begun anew");
         return Json::object();

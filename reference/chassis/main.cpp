@@ -4,6 +4,7 @@
 #include <iostream>
 #include <span>
 
+#include "../platform/standard_descriptors.hpp"
 #include "chassis.hpp"
 #include "instance_lock.hpp"
 #include "ipmi_sink.hpp"
@@ -98,6 +99,7 @@ auto modeOf(std::span<char *> arguments) -> int (*)()
 
 int main(int count, char **arguments)
 {
+    bmc::occupyStandardDescriptors();
     try {
         return modeOf({arguments + 1, arguments + count})();
     } catch (const std::exception &error) {

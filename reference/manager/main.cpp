@@ -6,6 +6,7 @@
 
 #include <getopt.h>
 
+#include "../platform/standard_descriptors.hpp"
 #include "commands.hpp"
 #include "init_config.hpp"
 #include "instance_lock.hpp"
@@ -124,6 +125,7 @@ int run(const std::string &what, Task task)
 
 int main(int count, char **arguments)
 {
+    bmc::occupyStandardDescriptors();
     const std::optional<Options> options = parse(count, arguments);
     if (!options) {
         return wrongUsage;

@@ -57,7 +57,8 @@ template <typename Address>
 std::optional<Address> parseAddress(int family, const std::string &text)
 {
     Address address{};
-    if (inet_pton(family, text.c_str(), address.data()) != 1) {
+    const bool whole = text.find('\0') == std::string::npos;
+    if (!whole || inet_pton(family, text.c_str(), address.data()) != 1) {
         return std::nullopt;
     }
     return address;

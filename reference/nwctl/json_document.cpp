@@ -8,11 +8,17 @@ namespace nwctl {
 
 namespace {
 
+/* No document of ours is nested deeper. */
+constexpr int deepest = 16;
+
 /* Notes the first key that one object has twice. */
 class KeyWatch {
 public:
-    bool operator()(int, Json::parse_event_t event, const Json &parsed)
+    bool operator()(int depth, Json::parse_event_t event, const Json &parsed)
     {
+        if (depth > deepest) {
+            throw Failure(Exit::usage, "FILE", "", "nested too deeply");
+        }
         if (event == Json::parse_event_t::object_start) {
             open.emplace_back();
         } else if (event == Json::parse_event_t::object_end) {
@@ -51,6 +57,9 @@ std::string optionText(const std::string &key, const Json &value)
 Json parseDocument(const std::string &text)
 {
     KeyWatch watch;
+    if (const auto zero = text.find('\0'); zero != std::string::npos) {
+        throw Failure(Exit::usage, "FILE", "byte " + std::to_string(zero + 1), "not JSON");
+    }
     try {
         Json document = Json::parse(text, std::ref(watch));
         if (!watch.repeated.empty()) {
@@ -59,6 +68,8 @@ Json parseDocument(const std::string &text)
         return document;
     } catch (const Json::parse_error &error) {
         throw Failure(Exit::usage, "FILE", "byte " + std::to_string(error.byte), "not JSON");
+    } catch (const Json::exception &) {
+        throw Failure(Exit::usage, "FILE", "", "holds a number that is out of range");
     }
 }
 

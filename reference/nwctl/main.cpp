@@ -2,10 +2,12 @@
 #include <iostream>
 #include <vector>
 
+#include "../platform/standard_descriptors.hpp"
 #include "run.hpp"
 
 int main(int argc, char **argv)
 {
+    bmc::occupyStandardDescriptors();
     /* The program itself says why something failed; the library's diagnostics on the same stream
      * are for those who ask for them. */
     constexpr int keepUsersChoice = 0;

@@ -10,6 +10,7 @@
 
 #include "failure.hpp"
 #include "files.hpp"
+#include "standard_descriptors.hpp"
 
 namespace bmc {
 
@@ -158,6 +159,7 @@ void syncDirectory(const std::filesystem::path &directory)
 
 RecordStore::RecordStore(const std::filesystem::path &directory)
 {
+    occupyStandardDescriptors();
     makeDirectory(directory);
     reserveLockFile(directory / "lock.mdb");
     check(mdb_env_create(&m_environment), "database environment");

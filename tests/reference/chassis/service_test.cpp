@@ -226,7 +226,12 @@ TEST_P(DamagedFile, IsBegunAnew)
     EXPECT_EQ(kept()["postState"], (json{{"count", 1}, {"state", 7}}));
 }
 
+/* More than a reader that descends value by value can stand. */
+const std::string nested =
+    R"({"temperatures": )" + std::string(200000, '[') + std::string(200000, ']') + "}";
+
 const Damage damages[] = {
+    {"NestedTooDeeply", nested.c_str()},
     {"Empty", ""},
     {"NoJson", "{\"postState\": "},
     {"NoObject", "[1, 2]"},

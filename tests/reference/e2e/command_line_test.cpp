@@ -44,6 +44,18 @@ TEST_F(CommandLine, AnswerThatCannotBeWrittenIsAFailure)
     EXPECT_THAT(result.errors, HasSubstr("could not be written"));
 }
 
+TEST_F(CommandLine, ClosedDescriptorsAreNotTakenForTheDatabase)
+{
+    EXPECT_EQ(nwctl("lan show eth1 <&- >&-").status, 1);
+    EXPECT_EQ(nwctl("lan show eth1 >&-").status, 1);
+    nwctl("lan show bond0 <&- 2>&- >/dev/null");
+    nwctl("lan show <&- >&- 2>&-");
+
+    const CommandResult result = nwctl("lan show eth1");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.output, HasSubstr("192.168.20.2"));
+}
+
 TEST_F(CommandLine, ChangesThePortAndSaysSo)
 {
     const CommandResult result = nwctl("lan set eth1 --ipv4 192.168.20.7/25");

@@ -138,6 +138,27 @@ TEST_F(Apply, ChecksAsTheNewModeWillHaveIt)
               Exit::success);
 }
 
+TEST_F(Apply, RefusesWhatIsNestedTooDeeply)
+{
+    constexpr std::size_t depth = 100000;
+    const std::string deep = std::string(depth, '[') + std::string(depth, ']');
+
+    EXPECT_EQ(error(R"({"mode": )" + deep + "}")["reason"], "nested too deeply");
+    EXPECT_EQ(error(R"({"lan": {"eth1": {"vlan": )" + deep + "}}}")["reason"], "nested too deeply");
+}
+
+TEST_F(Apply, RefusesWhatStandsBehindAZeroByte)
+{
+    using namespace std::string_literals;
+    EXPECT_EQ(error("{\"mode\": \"separate\"}\0{"s)["reason"], "not JSON");
+}
+
+TEST_F(Apply, RefusesAnAddressWithAZeroByte)
+{
+    EXPECT_EQ(error(R"({"lan": {"eth1": {"ipv4": "192.168.20.9\u0000x/24"}}})")["reason"],
+              "expected ADDR/LEN, on or off");
+}
+
 struct Misuse {
     const char *name;
     const char *document;
@@ -172,6 +193,7 @@ constexpr const char *nothing = "nothing to change: give at least one setting";
 /* clang-format off */
 const Misuse misuses[] = {
     {"NoJson",      R"({"mode": )",                             2, "FILE", "byte 10", "not JSON"},
+    {"BigNumber",   R"({"mode": 1e999})",                       2, "FILE", "", "holds a number that is out of range"},
     {"NoObject",    R"(["mode"])",                              2, "FILE", R"(["mode"])", "expected an object"},
     {"TwiceAKey",   R"({"mode": "separate", "mode": "x"})",     2, "FILE", "mode", "the key is given twice"},
     {"UnknownPart", R"({"vlan": 3})",                           2, "vlan", "3", "no such part, expected lan, dns or mode"},

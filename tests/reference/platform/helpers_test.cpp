@@ -162,7 +162,7 @@ class Existence : public StateTest {};
 TEST_F(Existence, OfAPath)
 {
     write("file", "");
-    ASSERT_EQ(0, symlink("/nonexistent", (state() / "dangling").c_str()));
+    ASSERT_EQ(0, symlink((state() / "gone").c_str(), (state() / "dangling").c_str()));
 
     EXPECT_EQ(1, BMC_CheckDirVaildStatus(state().c_str()));
     EXPECT_EQ(1, BMC_CheckDirVaildStatus((state() / "file").c_str()));
