@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // What the library itself costs. The LAN query stands beside its floor in the same run: the same
 // reads of the database and the wireless record and one address dump, done by hand. Diagnostics are
 // thrown away unformatted. Both ask the kernel of the machine they run on.

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+# SPDX-License-Identifier: Apache-2.0
 # Debian's cross compiler for 32-bit ARM with hardware floating point.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR arm)

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+# SPDX-License-Identifier: Apache-2.0
 add_library(nw_table_texts INTERFACE)
 target_compile_options(nw_table_texts INTERFACE -Wno-format-security)
 

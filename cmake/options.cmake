@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+# SPDX-License-Identifier: Apache-2.0
 # nw_options: warnings and sanitizers for every target of the project.
 add_library(nw_options INTERFACE)
 target_compile_options(nw_options INTERFACE

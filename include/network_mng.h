@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* libnetwork_mng: read and change the network configuration of a baseboard management controller.
  *
  * Plain functions on packed records. Every function works on the caller's thread, keeps no state

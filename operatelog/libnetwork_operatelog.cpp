@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Operation log: the choice of the text, the table walk, the slots of the combined set. */
 #include "nw_operate_log.h"
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Inside the operation log: the table walk, the success builders and the LAN slots. */
 #ifndef NW_OPERATE_LOG_H
 #define NW_OPERATE_LOG_H

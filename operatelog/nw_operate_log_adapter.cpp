@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Formatters that ask the capability store about the shared port's network adapters. */
 #include "network_mng/store.h"
 #include "nw_operate_log.h"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The success builders: one sentence for each changed module, for LAN and DNS for each port. */
 #include "network_mng/check.h"
 #include "network_mng/settings.h"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The three tables that every operation-log text is made from. */
 #include "network_mng/store.h"
 #include "nw_operate_log.h"

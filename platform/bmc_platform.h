@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Interfaces that the library imports from the BMC platform: declarations only.
  *
  * Every function may be called from any thread at once. Texts are NUL-terminated. Unless a contract

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Result codes, port indices and the layout macros that every topic header builds on. */
 #ifndef NETWORK_MNG_BASE_H
 #define NETWORK_MNG_BASE_H

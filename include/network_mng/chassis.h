@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Status exchanged with the chassis manager. */
 #ifndef NETWORK_MNG_CHASSIS_H
 #define NETWORK_MNG_CHASSIS_H

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Validation that a front end applies before a change: addresses, names, shared segments.
  *
  * Addresses are raw bytes in network order, at any alignment. Boolean checks answer 1 or 0; a null

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* What the network and the system's files tell: the gateway's MAC address, NTP servers, BMC name.
  */
 #ifndef NETWORK_MNG_DISCOVERY_H

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Pending network events and the network lock: plain state of the process, without a lock. */
 #ifndef NETWORK_MNG_EVENT_H
 #define NETWORK_MNG_EVENT_H

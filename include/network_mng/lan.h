@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* LAN settings of a port: the query's view, the set request and its change bitmap. */
 #ifndef NETWORK_MNG_LAN_H
 #define NETWORK_MNG_LAN_H

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Local messaging over System V queues, TLV records, the heartbeat.
  *
  * A queue is named by an existing file and a project id, from which every call makes the key

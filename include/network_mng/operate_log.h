@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Operation log: the sentence that tells an operator what a set changed, or that it failed. */
 #ifndef NETWORK_MNG_OPERATE_LOG_H
 #define NETWORK_MNG_OPERATE_LOG_H

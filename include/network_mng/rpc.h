@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Requests to the network manager and its neighbours: buffers, commands, channels. */
 #ifndef NETWORK_MNG_RPC_H
 #define NETWORK_MNG_RPC_H

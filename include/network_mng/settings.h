@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Host name, DNS, LLDP, network mode, ARP, auto-negotiation, NC-SI: requests, views, functions.
  *
  * Every setter sends its request to the network manager, blocks for up to 10 seconds, and leaves

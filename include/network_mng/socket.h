@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Socket wrappers: a null-pointer check in front of the system call.
  *
  * Each answers what the system call answers (-1 with errno on failure), or NW_ERR_NULL_POINTER as a

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Records of the configuration database and their accessors.
  *
  * Records are packed, little-endian and of fixed size; addresses are raw bytes in network order.

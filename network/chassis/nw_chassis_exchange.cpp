@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* What is sent to the chassis manager, and what it reported of the temperatures. */
 #include "network_mng/chassis.h"
 #include "nw_rpc.h"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Accessors of what the chassis manager reports. */
 #include "network_mng/chassis.h"
 #include "nw_store.h"

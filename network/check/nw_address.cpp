@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* What kind of address a few raw bytes are, and whether they pass a set of such tests. */
 #include "nw_address.h"
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Predicates on raw addresses in network order; each answers 1 or 0, for a null pointer 0. */
 #ifndef NW_ADDRESS_H
 #define NW_ADDRESS_H

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* A port's static routes against another port and the wireless network. Each helper answers 0 or
  * the code of the first conflict; uiRouteSet: NW_ROUTESET_*. */
 #ifndef NW_ROUTE_SEGMENT_H

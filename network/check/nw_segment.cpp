@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Two ports in one segment: the check over the stored configuration. */
 #include "nw_segment.h"
 

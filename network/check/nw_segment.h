@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Whether two addresses share an IP segment, and whether an address meets a port's static routes.
  */
 #ifndef NW_SEGMENT_H

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The active search for a gateway's MAC address on a packet socket. */
 #include "nw_arp_probe.h"
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Asking the network for a gateway's MAC address. */
 #ifndef NW_ARP_PROBE_H
 #define NW_ARP_PROBE_H

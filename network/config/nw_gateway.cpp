@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* MAC address of a port's default gateway: the kernel's ARP cache, then the network. */
 #include <arpa/inet.h>
 #include <stdio.h>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Network mode and interface state, combined set, port switchover. */
 #include "network_mng/lan.h"
 #include "network_mng/settings.h"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The LAN configuration of one port: the stored settings, their texts, the live address states. */
 #include <arpa/inet.h>
 

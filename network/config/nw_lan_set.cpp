@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Change of LAN settings. */
 #include "network_mng/lan.h"
 #include "nw_operate_log.h"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Live duplicate-address-detection states of a port's IPv6 addresses. */
 #ifndef NW_LAN_STATE_H
 #define NW_LAN_STATE_H

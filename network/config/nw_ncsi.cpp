@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* NC-SI through the kernel's interface files; each holds one character. */
 #include "network_mng/settings.h"
 #include "nw_frame.h"

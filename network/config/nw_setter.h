@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* A setter as its callers see it: request out, operation log written, result answered. */
 #ifndef NW_SETTER_H
 #define NW_SETTER_H

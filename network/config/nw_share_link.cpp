@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The shared-link mode: a network mode and port 1's LAN, changed one after the other. */
 #include "network_mng/lan.h"
 #include "network_mng/settings.h"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The frame of every exported function: diagnostics, null checks, byte access. */
 #ifndef NW_FRAME_H
 #define NW_FRAME_H

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* RPC channels to the network manager, the chassis manager, the blade configuration and IPMI. */
 #include "nw_rpc.h"
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The request builder behind every setter and sender. */
 #ifndef NW_RPC_H
 #define NW_RPC_H

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Heartbeat posting. Its texts go to standard output, without a line break. */
 #include <errno.h>
 #include <stdio.h>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* How the library looks up a message queue. */
 #ifndef NW_QUEUE_H
 #define NW_QUEUE_H

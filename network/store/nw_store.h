@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* One reader and one writer behind all accessors; what differs is a row of data. */
 #ifndef NW_STORE_H
 #define NW_STORE_H

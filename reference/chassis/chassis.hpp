@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The chassis manager: keeps what the blade sends and publishes what the blade reads. */
 #pragma once
 

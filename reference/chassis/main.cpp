@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* nwchassisd: the chassis manager, or the IPMI service's sink. */
 #include <cstring>
 #include <functional>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Fields of a LAN set request: where each stands, and what it may hold. */
 #pragma once
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Why a request is not carried out: the code that is answered and a sentence for the log. */
 #pragma once
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Which segment checks a change calls for, and what they find in the record it leads to. */
 #pragma once
 

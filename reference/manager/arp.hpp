@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Commands 5 to 7: whether the ports answer ARP and announce themselves. */
 #pragma once
 

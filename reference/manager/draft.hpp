@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* A change on its way: the configuration that holds, the one that is wanted, and what to apply. */
 #pragma once
 

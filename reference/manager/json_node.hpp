@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* A value of a configuration file that knows its own place, for messages that name it. */
 #pragma once
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Links that the manager makes, and settings of links. */
 #include <linux/if_link.h>
 #include <linux/ip.h>

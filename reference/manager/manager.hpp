@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The network manager: keeps the records of the configuration database, the kernel and the system's
  * files the same. */
 #pragma once

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Commands 4 and 11: separate ports or a bond, and which interface is which port. */
 #pragma once
 

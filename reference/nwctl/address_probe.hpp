@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Does another host on the network have the IPv4 address that a change gives to a port? */
 #pragma once
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* "dns": DNS settings of the ports. */
 #include "command_kinds.hpp"
 #include "dns_change.hpp"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Would changes put two ports, or a port and the wireless interface, into one segment? */
 #pragma once
 

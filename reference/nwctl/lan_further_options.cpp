@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Options of "lan set" beyond addresses: VLAN, ARP, and the headers of what the port sends. */
 #include "addresses.hpp"
 #include "failure.hpp"

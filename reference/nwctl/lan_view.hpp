@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* A port's LAN settings as they are shown: texts and flags, nothing raw. */
 #pragma once
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* "mode", "switchover", "share-link", "restart": the controller's network as a whole. */
 #include <cstring>
 

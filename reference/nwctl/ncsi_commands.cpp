@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* "ncsi": the sideband interface over the host's network adapter. */
 #include "command_kinds.hpp"
 #include "failure.hpp"

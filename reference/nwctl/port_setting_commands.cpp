@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* "vlan" and "arp": further LAN settings of the ports, and the requests that ARP has of its own. */
 #include "command_kinds.hpp"
 #include "facts.hpp"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Capabilities: {"<group>": {"<name>": <number or text>}} in one file. */
 #include <algorithm>
 #include <cerrno>

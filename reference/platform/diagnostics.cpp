@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Diagnostic lines on standard error or in the journal.
  *
  * A line is one write: "<4>libnetwork_mng:123 [10/0] text", level, source unit, source line, module

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The one way in which a platform function fails: a code for the caller and a line for a human. */
 #pragma once
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* State of PHYs and of the wireless service, and whether a path exists. */
 #include <array>
 #include <cerrno>

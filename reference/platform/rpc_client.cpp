@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* RPC calls over D-Bus.
  *
  * Each call has a connection of its own, so that threads and forked children never share one and

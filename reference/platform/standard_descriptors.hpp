@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Descriptors 0 to 2 when whoever started the process has closed them. */
 #pragma once
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* What the network manager answers in the first word of a response, with its meaning for people.
  * The segment checks' codes (NW_ERR_IPV4_SAME_SEGMENT and its neighbours) are answered unchanged.
  */

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* How an RPC call travels over D-Bus: one bus name for each service, one object, one method.
  *
  *   method Call(in u function, in ay request, out ay response)

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Owner of a service's bus name: hands each call to the function's handler, one at a time. */
 #pragma once
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Fixture and matchers for tests on the fake platform.
  *
  *     EXPECT_THAT(lines(), ElementsAre(fake::isErrorLine("Get dns info failed, Ret:%d", -5)));

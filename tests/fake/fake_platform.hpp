@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Scriptable platform: stands in for every function of bmc_platform.h in tests.
  *
  *     fake::Platform &p = fake::platform();     // the process's one instance

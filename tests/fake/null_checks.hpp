@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Table-driven tests of null checks: a row is one call with a null argument.
  *
  *     class RpcNull : public fake::NullArgument {};

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The interface as a C11 program sees it. */
 #ifndef C_CALLER_H
 #define C_CALLER_H

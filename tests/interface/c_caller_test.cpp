@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The public header in C: every record has the size that it must have, and calls arrive. */
 #include <map>
 #include <string>

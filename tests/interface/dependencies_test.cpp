@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The library needs libc and a platform, and does nothing when it is loaded. */
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

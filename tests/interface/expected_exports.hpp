@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Everything that the library promises to export, by family. */
 #ifndef EXPECTED_EXPORTS_HPP
 #define EXPECTED_EXPORTS_HPP

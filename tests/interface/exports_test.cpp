@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The exported symbols, the version script and the public header say the same. */
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Compiles as it stands; each case breaks one promise that a static_assert holds. */
 #include "network_mng.h"
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* What a command prints, and what is of interest in it. */
 #ifndef TOOL_OUTPUT_HPP
 #define TOOL_OUTPUT_HPP

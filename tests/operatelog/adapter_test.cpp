@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The formatters that ask the capability store: channel, adapter name, adapter priority list. */
 #include "operate_log_fixture.hpp"
 

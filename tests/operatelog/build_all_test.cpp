@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The combined set: one slot for each text, each built on a private context. */
 #include "operate_log_fixture.hpp"
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* What the builders may and may not do to the caller's context. */
 #include "operate_log_fixture.hpp"
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Narrowing the LAN change bitmap, from which the operation log's LAN texts are split. */
 #include <cstring>
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* What the operation log's tables must hold, written down a second time. */
 #ifndef EXPECTED_ROWS_HPP
 #define EXPECTED_ROWS_HPP

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Failure messages: the first row whose module is equal and whose result is any or equal. */
 #include "operate_log_fixture.hpp"
 

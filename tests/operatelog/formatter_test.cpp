@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The formatters that need nothing but their value: words, edge values, and every size of output.
  */
 #include <algorithm>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Host name sentences: rows that share a bit, and names without a terminator. */
 #include "operate_log_fixture.hpp"
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Requests and records of the operation log's modules, and what a change of each must read like.
  *
  * Every byte that a sentence does not need is poisoned: a sentence that is right was read from the

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Success sentences: every row on its own, several fields and ports, zero bitmaps, records that
  * cannot be read back. */
 #include "operate_log_fixture.hpp"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The exported tables, row by row, and the layout of their rows. */
 #include "operate_log_fixture.hpp"
 

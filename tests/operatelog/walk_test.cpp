@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The two internal steps that no caller can reach with a null pointer: the table walk, and one
  * position of the adapter priority list. */
 #include "null_checks.hpp"

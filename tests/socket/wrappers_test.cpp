@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // The socket wrappers: null arguments, and the system call's own result and errno.
 #include <arpa/inet.h>
 #include <array>

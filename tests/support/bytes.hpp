@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // Address texts as raw bytes, and typed access to records kept as plain bytes.
 #pragma once
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // Memory that ends at an inaccessible page: a read or write one byte behind it ends the test in
 // every build, sanitized or not.
 #pragma once

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // The stored LAN configuration, built by offsets alone: a second description of the record, kept
 // apart from the library's own so that a mistake in either shows.
 #pragma once

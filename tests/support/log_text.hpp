@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // Logged lines as texts "module/category/level unit: line", so that whole sequences compare and
 // print as they were written.
 #pragma once

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // A second host: near0 here, its far end wire0 in a network namespace of its own. For programs that
 // run in the sandbox.
 #pragma once

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* A record in the caller's memory: exactly as large as it must be, at an odd address. */
 #ifndef CALLER_RECORD_HPP
 #define CALLER_RECORD_HPP

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Null checks of the chassis exchange: before the database is opened or anything is sent. */
 #include "network_mng.h"
 #include "null_checks.hpp"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* OCP temperatures of every length: what is sent, what the line shows, and that not a byte behind
  * the caller's is read. */
 #include "caller_record.hpp"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The chassis records in the database: every step of each accessor, and what it leaves alone. */
 #include "caller_record.hpp"
 #include "fake_matchers.hpp"

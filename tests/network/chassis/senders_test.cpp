@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The senders: the whole request, its lines, and every end of a call. */
 #include "caller_record.hpp"
 #include "fake_matchers.hpp"

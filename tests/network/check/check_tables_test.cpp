@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // Order and contents of the two check tables. They are private to their file, which therefore
 // takes the place of its library object in this program.
 #include "nw_address.cpp"

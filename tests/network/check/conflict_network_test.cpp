@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // The duplicate-address probe with the system's arping on a real link. Runs in the sandbox; each
 // probe that nobody answers takes the tool about a second.
 #include "bytes.hpp"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // Host names, domain names and the indexes of a DNS request.
 #include "fake_matchers.hpp"
 #include "log_text.hpp"

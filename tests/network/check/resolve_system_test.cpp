@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // The resolvers on the system's own resolver, which reads a hosts file of the test's. Runs in the
 // sandbox.
 #include <array>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // The resolvers on a scripted system resolver: what they ask it, which address remains.
 #include <netdb.h>
 #include <netinet/in.h>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // One route against one port or the wireless network: order of the comparisons, their arguments,
 // and the number of addresses that are looked at.
 #include <functional>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // Two addresses, or an address and a port's routes, in one segment: answers and lines.
 #include <functional>
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // Each step of the same-segment check: when it runs, what it answers, what it says and in which
 // order. The lines of the pair comparisons are left out here; they have tests of their own.
 #include <functional>

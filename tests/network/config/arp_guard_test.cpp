@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // The guards behind the channel: a channel that reports success beside a response that does not.
 #include "network_mng.h"
 #include "setter_fixture.hpp"

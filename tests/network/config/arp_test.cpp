@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // ARP control: suspending on one port, updating the status, resuming as a whole.
 #include "setter_fixture.hpp"
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // Auto-negotiation: the sentence of a change, and the stored settings merged with the live ones.
 #include "setter_fixture.hpp"
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // A datagram as a Linux kernel sent it in answer to the query's request: ::1 on interface 1, two
 // addresses on 4, and on 5 a tentative, a failed, a valid and the link-local address.
 #pragma once

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // The DNS settings shown to callers: which ports, which fields, and what stays as it was.
 #include "lan_record.hpp"
 #include "setter_fixture.hpp"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // The sentences of a DNS change: which ports the request names, what the database holds.
 #include "setter_fixture.hpp"
 

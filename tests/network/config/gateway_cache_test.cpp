@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // The gateway's address from the ARP cache: every kind of line, and the rules at the end of the
 // file. The active probe behind it opens no socket here.
 #include "gateway_fixture.hpp"

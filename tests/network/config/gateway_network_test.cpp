@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // The gateway's address on a real link: the kernel's ARP cache and another host. Runs in the
 // sandbox; a silent gateway costs its two waits of 2 seconds.
 #include <linux/capability.h>

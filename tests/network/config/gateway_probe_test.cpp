@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // The active probe for the gateway's address on a scripted socket: frames, waits, answers,
 // failures.
 #include "gateway_fixture.hpp"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // Stands in for the ARP cache file and the packet socket of the gateway search: the test program is
 // linked so that the calls named in gateway_script.cpp arrive here.
 #pragma once

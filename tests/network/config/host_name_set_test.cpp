@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // The host name request, and the sentence that is read back from the database.
 #include "setter_fixture.hpp"
 

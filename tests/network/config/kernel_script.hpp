@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // Stands in for the kernel's side of the address dump: the test program is linked so that socket,
 // send, recv and close arrive here.
 #pragma once

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // Rubbish from the kernel: whatever a datagram holds, the query succeeds, closes its socket once
 // and changes nothing but address states.
 #include <random>

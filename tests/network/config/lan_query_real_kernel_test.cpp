@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // The LAN query on a real interface: the states that a real kernel reports. Runs in a network of
 // its own, whose eth1 has its far end in peer1.
 #include <chrono>

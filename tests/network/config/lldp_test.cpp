@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // LLDP: the record with its fixed names, and the two setters that make a request of one value.
 #include "setter_fixture.hpp"
 

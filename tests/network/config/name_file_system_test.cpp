@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // The BMC name file at its real place, beneath a root directory of the test's own. Runs in the
 // sandbox.
 #include "fake_matchers.hpp"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // The BMC name file: contents, mode bit, failures. Files of a temporary directory stand in for the
 // one that the reader opens.
 #include <cerrno>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // NC-SI: what must hold before it is enabled, and when it has come up.
 #include <optional>
 

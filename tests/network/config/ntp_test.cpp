@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // The NTP servers that the DHCP client recorded: lease files of the test's own beneath a /run that
 // only this program sees. Runs in the sandbox.
 #include <sys/un.h>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // Sentences of the two changes that have one field: network port mode and port number switchover.
 #include "setter_fixture.hpp"
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // Calls the LAN query on a scripted board and kernel, the output ending at a guard page.
 #pragma once
 

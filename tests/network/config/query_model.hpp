@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // What the LAN query must deliver and log, from a layout table of its own.
 #pragma once
 

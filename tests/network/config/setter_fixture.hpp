@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // The setters that carry records to the network manager and leave a sentence, as rows of one table,
 // and what every test of a setter needs: requests, contexts and the lines of the operation log.
 #pragma once

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // What all setters have in common: the request that travels, the checks before it, the result, the
 // line and the sentence behind it.
 #include "setter_fixture.hpp"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // Null arguments of the getters and of the setters that carry no record of the caller's.
 #include "network_mng.h"
 #include "null_checks.hpp"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // The shared-link mode: two changes in the order that the mode asks for, and the mode in force.
 #include "lan_record.hpp"
 #include "setter_fixture.hpp"

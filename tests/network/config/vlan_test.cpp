@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 // Taking down VLAN sub-interfaces: what is read, traced and run, in this order.
 #include "lan_record.hpp"
 #include "setter_fixture.hpp"

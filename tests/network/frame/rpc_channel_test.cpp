@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The four RPC channels: what they send, and what each makes of every kind of answer. */
 #include <numeric>
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Null checks of the RPC channels: request before response, before anything is sent. */
 #include "network_mng.h"
 #include "null_checks.hpp"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The request builder behind the setters, and the restart request, its simplest user. */
 #include <numeric>
 

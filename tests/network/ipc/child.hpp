@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* A second process that does one thing and reports it as text. */
 #ifndef CHILD_HPP
 #define CHILD_HPP

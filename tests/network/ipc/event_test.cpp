@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The event table bit by bit. Tables and queues are exactly as large as they must be. */
 #include <memory>
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The heartbeat on the kernel's queues. Runs in an IPC namespace of its own and puts an empty /var
  * into a mount namespace of its own. */
 #include <fstream>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Two processes exchange packages: records through full queues, waiting on both sides, queues that
  * are created again under those who wait. Runs in an IPC namespace of its own. */
 #include <thread>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Messages on the kernel's queues: what is created, sent and received, and what stays as it was.
  * Runs in an IPC namespace of its own. */
 #include <climits>

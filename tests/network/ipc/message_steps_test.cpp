@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Messages step by step: which queue calls each function makes, how it ends at each of them. */
 #include <climits>
 #include <functional>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Null checks of the messages, events and the heartbeat: before anything else is looked at. */
 #include <type_traits>
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* A package exactly as large as its text, at an address as odd as callers may have. */
 #ifndef PACKAGE_HPP
 #define PACKAGE_HPP

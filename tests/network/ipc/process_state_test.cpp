@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The state that a process has with the shared library: what it starts with, and that process and
  * library see the same copy. Each test is a process of its own. */
 #include "fake_matchers.hpp"

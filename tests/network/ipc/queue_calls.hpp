@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The queue calls of the library end at a script that records them in order.
  *
  * Link with the target queue_calls, which wraps ftok and the msg* calls; a real queue stands in

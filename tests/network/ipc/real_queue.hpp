@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* A file and the kernel's queue that is named by it. */
 #ifndef REAL_QUEUE_HPP
 #define REAL_QUEUE_HPP

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Records of a value area: bytes, limits, and what a refused record leaves alone. */
 #include "fake_matchers.hpp"
 #include "network_mng.h"

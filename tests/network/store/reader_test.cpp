@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The readers: every failure of each with its code, lines, order of platform calls and what it
  * leaves untouched. */
 #include <numeric>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The link state over the life of the chassis manager, and how it starts and ends. */
 #include "chassis_system.hpp"
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* What the library sends is kept and published; what isn't understood is refused. */
 #include "chassis_system.hpp"
 

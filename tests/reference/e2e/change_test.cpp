@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* A change travels to the manager, the kernel and the database, and is told in words. */
 #include "system.hpp"
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* What the command line finds out: who has an address, gateways, servers and names. */
 #include "far_host.hpp"
 #include "system.hpp"

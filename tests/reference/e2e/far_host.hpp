@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Another host on the network of a port: the far end of its pair in a namespace of its own. */
 #pragma once
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Static routes from the command line to the traffic. */
 #include "far_host.hpp"
 #include "system.hpp"

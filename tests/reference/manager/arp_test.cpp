@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Commands 5 to 7 and the ARP fields of the LAN set: what the far end of the wire sees. */
 #include <algorithm>
 #include <array>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Every field of a LAN set: where it lands in the record, and what it does to the kernel. */
 #include <algorithm>
 #include <cstring>

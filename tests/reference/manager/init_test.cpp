@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The configuration file of nwmanagerd --init: what it means, and how its errors read. */
 #include <algorithm>
 #include <cstring>

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The library's setters through bus, manager, database and kernel, with their operation logs. */
 #include <algorithm>
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Command 9: link modes, on a virtual interface that keeps what it is told; and command 8. */
 #include <cstring>
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Command 2: LLDP, with a stand-in for the agent's command line client. */
 #include <filesystem>
 #include <fstream>

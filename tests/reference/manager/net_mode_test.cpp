@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Commands 4 and 11: separate ports and bond, switchover; and the VLAN of the LAN set. */
 #include "requests.hpp"
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* What a port's record asks of the kernel, step by step. */
 #include <gtest/gtest.h>
 

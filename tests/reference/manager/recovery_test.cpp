@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* What the kernel refuses, what a killed manager leaves behind, and how both come right again. */
 #include <algorithm>
 #include <atomic>

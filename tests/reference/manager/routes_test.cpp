@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Static routes: in the kernel as in the record, whatever happens on the way. */
 #include <algorithm>
 #include <atomic>

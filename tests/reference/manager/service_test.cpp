@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* The program: its options, its place on the bus, how it ends. */
 #include <csignal>
 #include <filesystem>

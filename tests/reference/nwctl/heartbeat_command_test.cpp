@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* nwctl heartbeat on a real queue, with the platform's capability on, off and missing. */
 #include "local_system.hpp"
 

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Fixture for commands that work on this machine: private /tmp, /var and message queues. */
 #pragma once
 

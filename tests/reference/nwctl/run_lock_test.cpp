@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* nwctl lock status under each condition that locks, on the fake platform. */
 #include "network_mng/event.h"
 #include "samples.hpp"

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Every changing command when it is misused, refused by a check, refused by the network manager, or
  * does not reach it. */
 #include "samples.hpp"

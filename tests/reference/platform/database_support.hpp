@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
 /* Access to the configuration database. Each process opens it once, so each test works in a child.
  */
 #pragma once
