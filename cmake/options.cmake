@@ -7,11 +7,16 @@ target_compile_options(nw_options INTERFACE
     -Wcast-qual -Wundef -Wvla -Werror
     $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual>
     -fstack-protector-strong)
+# Code of the tests is compiled fast rather than made fast; what they test is built as it ships.
+define_property(TARGET PROPERTY NW_TEST_CODE INITIALIZE_FROM_VARIABLE NW_TEST_CODE)
+set(nw_is_test_code $<BOOL:$<TARGET_PROPERTY:NW_TEST_CODE>>)
+target_compile_options(nw_options INTERFACE $<${nw_is_test_code}:-O0;-g1>)
+
 if(NW_SANITIZE)
     set(nw_sanitizers -fsanitize=address,undefined -fno-sanitize=vptr -fno-sanitize-recover=all
         -fno-omit-frame-pointer)
     target_compile_options(nw_options INTERFACE ${nw_sanitizers})
     target_link_options(nw_options INTERFACE ${nw_sanitizers})
 elseif(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
-    target_compile_options(nw_options INTERFACE -D_FORTIFY_SOURCE=2)
+    target_compile_options(nw_options INTERFACE $<$<NOT:${nw_is_test_code}>:-D_FORTIFY_SOURCE=2>)
 endif()
