@@ -6,11 +6,12 @@
 #include <iostream>
 #include <span>
 
-#include "../platform/standard_descriptors.hpp"
 #include "chassis.hpp"
 #include "instance_lock.hpp"
 #include "ipmi_sink.hpp"
 #include "network_mng/rpc.h"
+#include "print.hpp"
+#include "standard_descriptors.hpp"
 
 namespace {
 
@@ -57,14 +58,12 @@ int serveIpmi()
 
 int showUsage()
 {
-    std::cout << usage;
-    return done;
+    return print("nwchassisd", usage);
 }
 
 int showVersion()
 {
-    std::cout << "nwchassisd " NW_VERSION "\n";
-    return done;
+    return print("nwchassisd", "nwchassisd " NW_VERSION "\n");
 }
 
 int refuseUsage()

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "address.hpp"
+#include "dns_request.hpp"
 #include "instance_lock.hpp"
 #include "network_mng/check.h"
 #include "network_mng/operate_log.h"
@@ -21,17 +22,6 @@ namespace bmc::manager {
 namespace {
 
 enum Mode : std::uint8_t { disabled = 0, manual = 1, automatic = 2 };
-
-/* Payload of the command: a head, the change bits by port, and entries like those of the record. */
-struct NW_PACKED DnsRequest {
-    std::uint32_t head; /* not used */
-    std::uint16_t bits[NW_PORT_COUNT];
-    std::uint8_t reserved[2];
-    NW_DNS_PORT_S ports[NW_PORT_COUNT];
-};
-NW_ASSERT_AT(DnsRequest, bits, 4);
-NW_ASSERT_AT(DnsRequest, ports, 12);
-NW_ASSERT_SIZE(DnsRequest, NW_DNS_SET_SIZE);
 
 bool isMode(const std::uint8_t *value)
 {

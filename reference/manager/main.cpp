@@ -8,12 +8,13 @@
 
 #include <getopt.h>
 
-#include "../platform/standard_descriptors.hpp"
 #include "commands.hpp"
 #include "init_config.hpp"
 #include "instance_lock.hpp"
 #include "json_node.hpp"
+#include "print.hpp"
 #include "refusal.hpp"
+#include "standard_descriptors.hpp"
 
 namespace {
 
@@ -133,12 +134,10 @@ int main(int count, char **arguments)
         return wrongUsage;
     }
     if (options->isHelp) {
-        std::cout << usage;
-        return done;
+        return print("nwmanagerd", usage);
     }
     if (options->isVersion) {
-        std::cout << "nwmanagerd " NW_VERSION "\n";
-        return done;
+        return print("nwmanagerd", "nwmanagerd " NW_VERSION "\n");
     }
     if (options->initFile) {
         return run(*options->initFile + ": ",

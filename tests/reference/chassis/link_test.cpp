@@ -121,6 +121,8 @@ const Usage usages[] = {
     {"Help", "--help", 0, "Usage: nwchassisd [--ipmi]", ""},
     {"Version", "--version", 0, "nwchassisd 1.", ""},
     {"UnknownOption", "--frob", 2, "", "nwchassisd: see nwchassisd --help\n"},
+    {"FullDevice", "--help >/dev/full", 1, "",
+     "nwchassisd: cannot write the output: No space left on device\n"},
     {"TooMuch", "--ipmi --ipmi", 2, "", "nwchassisd: see nwchassisd --help\n"},
 };
 

@@ -184,6 +184,8 @@ TEST_F(Service, Options)
 {
     EXPECT_NE(shell(NWMANAGERD " --help").find("--init FILE"), std::string::npos);
     EXPECT_EQ(shell(NWMANAGERD " --version").rfind("nwmanagerd ", 0), 0U);
+    EXPECT_EQ(shell(NWMANAGERD " --help 2>&1 >/dev/full; echo $?"),
+              "nwmanagerd: cannot write the output: No space left on device\n1\n");
     EXPECT_EQ(runManager({"--nonsense"}).status, 2);
     EXPECT_EQ(runManager({"--force"}).status, 2);
     EXPECT_EQ(runManager({"word"}).status, 2);

@@ -225,6 +225,22 @@ TEST_F(Apply, RefusesADocumentWithoutSettings)
     EXPECT_THAT(ran.err, HasSubstr("nothing to change"));
 }
 
+TEST_F(Apply, StopsReadingAFileWithoutEnd)
+{
+    const auto ran = samples::run({"apply", "/dev/zero"});
+
+    EXPECT_EQ(ran.status, Exit::usage);
+    EXPECT_EQ(ran.err, "nwctl: FILE '/dev/zero': the file is longer than 1 MiB\n");
+}
+
+TEST_F(Apply, NamesADirectory)
+{
+    const auto ran = samples::run({"apply", "/tmp"});
+
+    EXPECT_EQ(ran.status, Exit::usage);
+    EXPECT_EQ(ran.err, "nwctl: FILE '/tmp': the file cannot be read or is empty\n");
+}
+
 TEST_F(Apply, NamesAFileThatCannotBeRead)
 {
     const auto ran = samples::run({"apply", "/nowhere/settings.json"});
