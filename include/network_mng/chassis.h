@@ -70,14 +70,14 @@ NW_EXPORT NW_RESULT NW_LMDB_Put_AllOMFanInfo(const NW_ALL_FAN_INFO_S *pstAllFanI
 
 /* Senders: the chassis manager's result word or NW_ERR_RPC_TRANSPORT. */
 
-/* NW_OA_POWER_ON_REQ_SIZE bytes; null sends zeros. */
+/* Asks for power: NW_OA_POWER_ON_REQ_SIZE bytes; null sends zeros. */
 NW_EXPORT NW_RESULT LIB_OA_SendPowerOnNodeRequest(const uint8_t *pucReq);
-/* One byte. */
+/* Reports the POST state: one byte. */
 NW_EXPORT NW_RESULT LIB_OA_SendBiosPostState(const uint8_t *pucPostState);
-/* uiLen bytes of temperatures in host byte order; what passes the payload's 3072 bytes is left out.
- */
+/* Reports temperatures: uiLen bytes in host byte order; what passes the payload's 3072 bytes is
+ * left out. */
 NW_EXPORT NW_RESULT LIB_OA_SendOcpTemp(const uint16_t *pusOcpTemp, uint32_t uiLen);
-/* Of the inlet temperature the low byte is sent. */
+/* Reports fan speed and inlet temperature; of the latter the low byte is sent. */
 NW_EXPORT NW_RESULT LIB_OA_SendFanSpeedAndInletTemp(uint32_t uiFanSpeed, uint32_t uiInletTemp);
 
 /* The stored temperatures (64 and 32 bytes); NW_ERR_GENERAL while the chassis network is down. */

@@ -139,8 +139,9 @@ NW_EXPORT uint32_t NW_IPV4AddressConflict(const char *pcIfname, const uint8_t *p
 /* Address text of a host name into a buffer of NW_RESOLVED_TEXT_SIZE bytes: the last one that the
  * system's resolver lists. NW_ERR_GENERAL when it knows none; the reason goes to standard error. */
 NW_EXPORT NW_RESULT LIB_NW_ConverHostnameToIP(const char *pcHostname, char *pcIp);
-/* The same, but keeps to the current address pcCurIP while the name still resolves to it; the empty
- * text and "0.0.0.0" stand for none. */
+/* Address text of a host name: the current address pcCurIP while the name still resolves to it,
+ * otherwise as LIB_NW_ConverHostnameToIP gives it. The empty text and "0.0.0.0" stand for no
+ * current address. */
 NW_EXPORT NW_RESULT LIB_NW_ParseHostnameToIP(const char *pcHostname, const char *pcCurIP,
                                              char *pcIp);
 

@@ -27,9 +27,9 @@ NW_EXTERN_C_BEGIN
 
 /* The process's own table; callers may keep others. */
 NW_EXPORT extern NW_NETWORK_EVENT_S g_stNetworkEvent;
-/* Only the value 1 locks. */
+/* Flags of the network lock; only the value 1 locks. */
 NW_EXPORT extern uint8_t g_ucNetworkSetFlag;    /* a change of this process runs */
-NW_EXPORT extern uint8_t g_ucNetworkDNSSetFlag; /* set with the flag above, never cleared here */
+NW_EXPORT extern uint8_t g_ucNetworkDNSSetFlag; /* set with g_ucNetworkSetFlag, never cleared */
 NW_EXPORT extern uint32_t g_uiRestartDelay;     /* a delayed restart is pending; only read here */
 
 /* Adds an event (below NW_EVENT_COUNT) to working queue 0 to 2, or asks for one: 1 when it is set.
@@ -39,7 +39,7 @@ NW_EXPORT void NW_AddNetworkEvent(uint32_t uiQueue, uint32_t uiEvent,
                                   NW_NETWORK_EVENT_S *pstEventHldr);
 NW_EXPORT uint32_t NW_FindNetworkEvent(uint32_t uiQueue, uint32_t uiEvent,
                                        const NW_NETWORK_EVENT_S *pstEventHldr);
-/* The same on one queue of NW_EVENT_QUEUE_SIZE bytes. */
+/* Adds an event to one queue of NW_EVENT_QUEUE_SIZE bytes, or asks for one: 1 when it is set. */
 NW_EXPORT void NW_AddNetworkEventByQ(uint8_t *pucEventQ, uint32_t uiEvent);
 NW_EXPORT uint32_t NW_FindNetworkEventByQ(const uint8_t *pucEventQ, uint32_t uiEvent);
 /* Non-zero saves the working bank, 0 restores it. */
@@ -47,9 +47,10 @@ NW_EXPORT void NW_BackUpNetworkEvent(uint32_t uiBackup, NW_NETWORK_EVENT_S *pstE
 
 /* Marks a change of this process as running; answers 1. */
 NW_EXPORT uint32_t NW_NetworkSetLock(void);
+/* Ends that mark, but for g_ucNetworkDNSSetFlag. */
 NW_EXPORT void NW_NetworkSetUnlock(void);
-/* 1 while a network change may not start: a flag above, a set in progress, the restart flag file,
- * or an unreadable status. */
+/* 1 while a network change may not start: a flag of this process, a set in progress, the restart
+ * flag file, or an unreadable status. */
 NW_EXPORT uint32_t NW_NetworkIsLock(void);
 
 NW_EXTERN_C_END

@@ -35,8 +35,9 @@ NW_ASSERT_SIZE(HEARTBEAT_MSG_S, sizeof(long) + 8);
 
 NW_EXTERN_C_BEGIN
 
-/* Makes an empty queue for the key; an earlier one is removed with its messages. Every failure but
- * a null pointer gives NW_ERR_GENERAL, here and below. */
+/* Every failure but a null pointer gives NW_ERR_GENERAL. */
+
+/* Makes an empty queue for the key; an earlier one is removed with its messages. */
 NW_EXPORT NW_RESULT NM_CreateMsg(const char *pcPath, int proj_id);
 /* Sends the package with msgsz bytes of text, at most NW_MSG_TEXT_SIZE. */
 NW_EXPORT NW_RESULT NW_SendMsg(const char *pcPath, int proj_id, uint32_t msgsz,

@@ -92,11 +92,13 @@ NW_ASSERT_SIZE(NW_OPERATE_LOG_SUB_MODULE_S, 520 + sizeof(void *));
 
 NW_EXTERN_C_BEGIN
 
+/* Settings that the sentences name, in their order. */
 NW_EXPORT extern const NW_OPERATE_LOG_DESC_S
     g_astSuccessOperateLogDescTbl[NW_OPERATE_LOG_SUCCESS_COUNT];
 /* The first row whose module equals the module and whose code is 0 or equals the result wins. */
 NW_EXPORT extern const NW_OPERATE_LOG_DESC_S
     g_astFailureOperateLogDefault[NW_OPERATE_LOG_FAILURE_COUNT];
+/* Modules with the heading of their success sentences. */
 NW_EXPORT extern const NW_OPERATE_LOG_SUB_MODULE_S
     g_astNwOperateLogSubModuleTbl[NW_OPERATE_LOG_SUB_MODULE_COUNT];
 

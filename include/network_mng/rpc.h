@@ -63,7 +63,8 @@ NW_EXTERN_C_BEGIN
  * word, 0 for an empty answer, or NW_ERR_RPC_TRANSPORT with the response untouched. */
 NW_EXPORT NW_RESULT Network_RPC_Comm(void *pstReqData, uint32_t *pstResData, uint32_t uiTimeout);
 
-/* The same to the chassis manager. An answer without data leaves the response as it is. */
+/* As Network_RPC_Comm, but to the chassis manager. An answer without data leaves the response as it
+ * is. */
 NW_EXPORT NW_RESULT NetworkOa_RPC_Comm(void *pstReqData, uint32_t *pstResData, uint32_t uiTimeout);
 
 /* Sends the one byte at pstReqData to the blade configuration service. Answers 0 once the call was

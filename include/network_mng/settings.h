@@ -186,65 +186,70 @@ NW_ASSERT_SIZE(NW_AN_SET_REQ_S, 28);
 
 NW_EXTERN_C_BEGIN
 
-/* pstHostNameConf: NW_HOSTNAME_CONF_S; ucHostNameArg: which settings change. Answers the response's
- * result word, which stays 0 when the call itself failed. */
+/* Changes the host name settings. pstHostNameConf: NW_HOSTNAME_CONF_S; ucHostNameArg: which of them
+ * change. Answers the response's result word, which stays 0 when the call itself failed. */
 NW_EXPORT NW_RESULT LIB_NW_SetHostName(uint8_t ucHostNameArg, const void *pstHostNameConf,
                                        NW_OPER_LOG_S *pstOperLog);
 
-/* pstDnsConf: NW_DNS_SET_SIZE bytes. */
+/* Changes the DNS settings of the ports. pstDnsConf: NW_DNS_SET_SIZE bytes. */
 NW_EXPORT NW_RESULT LIB_NW_SetAllDnsConf(const void *pstDnsConf, NW_OPER_LOG_S *pstOperLog);
 /* DNS settings of the ports served in the present network mode; the caller zeroes the record. */
 NW_EXPORT NW_RESULT LIB_NW_GetAllDnsInfo(NW_DNS_INFO_S *pstDnsInfo);
 
 /* The LLDP record with the interface names "eth0" and "eth1". A null pointer gives 1. */
 NW_EXPORT NW_RESULT LIB_NW_GetLLDP(NW_LLDP_DB_INFO_S *pstLLDPInfo);
+/* Changes the LLDP settings that ucSetMask selects. */
 NW_EXPORT NW_RESULT LIB_NW_SetLLDP(const NW_LLDP_SET_S *pstSetLLDP, NW_OPER_LOG_S *pstOperLog);
 /* LLDP reception on (1) or off (0); every failure gives NW_ERR_GENERAL. */
 NW_EXPORT NW_RESULT LIB_NW_LLDPRxEnable(uint32_t uiReq, NW_OPER_LOG_S *pstOperLog);
 /* Values 0 and 1 set the state, 2 to 7 state (bit 0) and work mode (the bits above). */
 NW_EXPORT NW_RESULT LIB_NW_IPMI_LLDPEnable(uint32_t uiEnable, NW_OPER_LOG_S *pstOperLog);
 
+/* The interface state record for callers; codes of NW_LMDB_Get_IfcState. */
 NW_EXPORT NW_RESULT LIB_NW_GetInterfaceState(NW_IFC_STATE_INFO_S *pstIfcStateInfo);
 /* Port index of an IPMI LAN channel (1 or 8). It is stored also when the port is not on the board,
  * which gives NW_ERR_PORT_NOT_SUPPORTED. */
 NW_EXPORT NW_RESULT NW_CheckChannel(uint32_t uiChannel, uint32_t *puiIndex);
-/* pstSetNetMode: NW_NET_MODE_SET_S. */
+/* Changes the network port mode. pstSetNetMode: NW_NET_MODE_SET_S. */
 NW_EXPORT NW_RESULT LIB_NW_SetNetMode(const uint8_t *pstSetNetMode, NW_OPER_LOG_S *pstOperLog);
 
 /* Take down the VLAN sub-interface of port 0 or 1, or of both; nothing is reported. */
 NW_EXPORT void NW_DisableVlan(uint32_t uiPort);
 NW_EXPORT void NW_DealVlan(void);
 
-/* pstSuspendBMCArpReq: NW_ARP_SUSPEND_REQ_S. The status after the change is stored on success;
- * every failure gives NW_ERR_ARP_SUSPEND. */
+/* Suspends ARP of a port. pstSuspendBMCArpReq: NW_ARP_SUSPEND_REQ_S. The status after the change is
+ * stored on success; every failure gives NW_ERR_ARP_SUSPEND. */
 NW_EXPORT NW_RESULT LIB_NW_SuspendBMCArp(const uint8_t *pstSuspendBMCArpReq,
                                          uint8_t *pucArpSuspendStatus, NW_OPER_LOG_S *pstOperLog);
-/* The arguments are the network manager's. No operation log; failures give NW_ERR_ARP_UPDATE. */
+/* Updates the ARP settings of a port and stores what is suspended. The arguments are the network
+ * manager's. No operation log; failures give NW_ERR_ARP_UPDATE. */
 NW_EXPORT NW_RESULT LIB_NW_UpdateArpStatus(uint32_t uiArpArg0, uint8_t ucArpArg1,
                                            uint32_t uiArpArg2, uint8_t *pucArpSuspendStatus);
-/* No operation log; failures give NW_ERR_ARP_RESUME. */
+/* Resumes suspended ARP. No operation log; failures give NW_ERR_ARP_RESUME. */
 NW_EXPORT NW_RESULT LIB_NW_ResumeSuspendBMCArps(uint32_t uiArpResume);
 
-/* NW_AN_BITMAP_SIZE and NW_AN_CONFIG_SIZE bytes. Answers the response's result word, which stays 0
- * when the call itself failed. */
+/* Changes auto-negotiation, duplex and speed of the ports: NW_AN_BITMAP_SIZE and NW_AN_CONFIG_SIZE
+ * bytes. Answers the response's result word, which stays 0 when the call itself failed. */
 NW_EXPORT NW_RESULT LIB_NW_SetAnPortConfig(const uint8_t *pstAnBitmap, const uint8_t *pstAnConfig,
                                            NW_OPER_LOG_S *pstOperLog);
 /* The stored settings with the live state of the PHYs in duplex and speed (port 0: only while its
  * auto-negotiation is on; ports 1 and 2: with auto-negotiation). */
 NW_EXPORT NW_RESULT LIB_NW_GetAnConfig(NW_AN_CFG_DB_INFO_S *pstAnCfgDbInfo);
 
-/* NW_ERR_GENERAL while a set is in progress or NC-SI has not finished initialising. */
+/* Turns NC-SI on in the kernel. NW_ERR_GENERAL while a set is in progress or NC-SI has not finished
+ * initialising. */
 NW_EXPORT NW_RESULT LIB_NW_EnableNcsi(void);
 /* 1 when NC-SI has finished initialising, else 0. */
 NW_EXPORT uint32_t LIB_NW_NcsiIsInitComplete(void);
 
-/* pstSetLanReverse: NW_LAN_REVERSE_SET_S. */
+/* Exchanges the numbers of the two ports. pstSetLanReverse: NW_LAN_REVERSE_SET_S. */
 NW_EXPORT NW_RESULT LIB_NW_SetLanReverse(const NW_LAN_REVERSE_SET_S *pstSetLanReverse,
                                          NW_OPER_LOG_S *pstOperLog);
 
-/* NW_SHARE_LINK_MODE_E, set as a change of the network mode and of port 1's LAN; the operation-log
- * texts are discarded and every failure gives NW_ERR_GENERAL. */
+/* Changes the shared-link mode. NW_SHARE_LINK_MODE_E, set as a change of the network mode and of
+ * port 1's LAN; the operation-log texts are discarded and every failure gives NW_ERR_GENERAL. */
 NW_EXPORT NW_RESULT LIB_NW_ChangeShareLinkMode(uint8_t ucMode);
+/* Stores the present NW_SHARE_LINK_MODE_E. A failed read gives NW_ERR_GENERAL. */
 NW_EXPORT NW_RESULT LIB_NW_GetShareLinkMode(uint8_t *pucNcsiEnable);
 
 NW_EXTERN_C_END

@@ -13,6 +13,7 @@
 
 NW_EXTERN_C_BEGIN
 
+/* bind, connect, send, recv, sendto and recvfrom. */
 NW_EXPORT int LIB_NW_Bind(int sockfd, const struct sockaddr *pstSockSrc, socklen_t addrlen);
 NW_EXPORT int LIB_NW_Connect(int sockfd, const struct sockaddr *pstDst, socklen_t addrlen);
 NW_EXPORT int LIB_NW_Send(int sockfd, const void *pcSendBuf, size_t ulLen, int iFlags);
