@@ -54,7 +54,8 @@ std::string automaticName(const Configuration &configuration)
 {
     const auto *present = std::ranges::find_if(configuration.state.aucPortPresent,
                                                [](std::uint8_t byte) { return byte != 0; });
-    const auto port = present - std::begin(configuration.state.aucPortPresent);
+    const auto port =
+        static_cast<std::size_t>(present - std::begin(configuration.state.aucPortPresent));
     const std::uint8_t *mac = configuration.lan.astPort[port % NW_PORT_COUNT].aucMacAddr;
     std::array<char, 17> text{};
     std::snprintf(text.data(), text.size(), "bmc-%02x%02x%02x%02x%02x%02x", mac[0], mac[1], mac[2],

@@ -11,9 +11,12 @@
 
 namespace bmc {
 
+/* Of a time that a caller is ready to wait: its seconds fit a time_t of 32 bits too. */
 inline timespec timespecOf(std::chrono::nanoseconds duration)
 {
-    return {duration.count() / std::nano::den, duration.count() % std::nano::den};
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(duration);
+    return {static_cast<std::time_t>(seconds.count()),
+            static_cast<long>((duration - seconds).count())};
 }
 
 class Deadline {
