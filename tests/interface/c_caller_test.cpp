@@ -10,7 +10,12 @@
 
 namespace {
 
-constexpr std::size_t pointer = sizeof(void *);
+/* Records with a pointer or a long, on each processor that is served. */
+#if defined(__x86_64__)
+constexpr std::size_t descRow = 160, subModuleRow = 528, message = 263, heartbeat = 16;
+#elif defined(__arm__)
+constexpr std::size_t descRow = 156, subModuleRow = 524, message = 259, heartbeat = 12;
+#endif
 
 const std::map<std::string, std::size_t> sizes{
     {"NW_NET_STATUS_S", 1},
@@ -41,8 +46,8 @@ const std::map<std::string, std::size_t> sizes{
     {"NW_LAN_SET_REQ_S", 506},
     {"NW_SET_NETWORK_ALL_S", 2482},
     {"NW_OPER_LOG_S", 3073},
-    {"NW_OPERATE_LOG_DESC_S", 152 + pointer},
-    {"NW_OPERATE_LOG_SUB_MODULE_S", 520 + pointer},
+    {"NW_OPERATE_LOG_DESC_S", descRow},
+    {"NW_OPERATE_LOG_SUB_MODULE_S", subModuleRow},
     {"NW_RPC_REQUEST_S", 3074},
     {"NW_RPC_RESPONSE_S", 264},
     {"NW_LLDP_SET_S", 8},
@@ -57,8 +62,8 @@ const std::map<std::string, std::size_t> sizes{
     {"NW_IFC_STATE_INFO_S", 57},
     {"NW_ARP_SUSPEND_REQ_S", 2},
     {"NW_ARP_UPDATE_REQ_S", 9},
-    {"NW_MSG_PACKAGE_S", sizeof(long) + 255},
-    {"HEARTBEAT_MSG_S", sizeof(long) + 8},
+    {"NW_MSG_PACKAGE_S", message},
+    {"HEARTBEAT_MSG_S", heartbeat},
     {"NW_NETWORK_EVENT_S", 1530},
     {"NW_OA_NETWORK_DB_INFO_S", 12},
     {"NW_OA_TEMPERA_INFO_S", 64},
