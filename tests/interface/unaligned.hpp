@@ -26,6 +26,12 @@ struct Row {
     std::string variant;
 };
 
+// In a failed expectation.
+inline void PrintTo(const Row &row, std::ostream *out)
+{
+    *out << row.function << row.variant;
+}
+
 template <typename Pointer>
 Pointer as(std::uint8_t *bytes)
 {
