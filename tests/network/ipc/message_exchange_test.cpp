@@ -64,6 +64,11 @@ std::vector<Record> expectedRecords(std::uint32_t index)
             {rest, Bytes(areaSize - 6 - 2 - length - 2, byte)}};
 }
 
+long typeOf(std::uint32_t index)
+{
+    return static_cast<long>(index) + 1;
+}
+
 class MessageExchange : public ipc::RealQueueTest {
 protected:
     MessageExchange()
@@ -74,7 +79,7 @@ protected:
 
     std::uint32_t send(std::uint32_t index)
     {
-        Package package(index + 1, textOf(index));
+        Package package(typeOf(index), textOf(index));
         return NW_SendMsg(queue.path(), project, areaSize, package.get());
     }
 
@@ -100,7 +105,7 @@ protected:
     {
         Package package(areaSize);
         ASSERT_EQ(NW_ReceiveMsg(queue.path(), project, areaSize, package.get()), 0U);
-        ASSERT_EQ(package.type(), index + 1);
+        ASSERT_EQ(package.type(), typeOf(index));
         ASSERT_EQ(recordsOf(package.text()), expectedRecords(index));
     }
 
