@@ -3,6 +3,14 @@
 add_library(nw_table_texts INTERFACE)
 target_compile_options(nw_table_texts INTERFACE -Wno-format-security)
 
+# For tests/binary: whether the compiler reports each unit's frames and calls (beside its object, as
+# .ci), and the list of the objects that nw_link_library writes.
+set(nw_object_list ${PROJECT_BINARY_DIR}/library_objects.txt)
+set(nw_reports_stack OFF)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT NW_SANITIZE AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
+    set(nw_reports_stack ON)
+endif()
+
 # nw_add_folder(<name> UNIT <unit> SOURCES <file>... USES <target>...)
 # One folder of the library: its files, what it may use, and the source unit's name that its
 # diagnostics carry. Needs nothing but libc.
@@ -16,8 +24,18 @@ function(nw_add_folder name)
     # nw_options' -Wall, so it comes by way of a target linked behind it.
     target_link_libraries(${name} PRIVATE nw_table_texts)
     target_compile_options(${name} PRIVATE
+        -g # the interface is compared by its debug information, which installation strips
         -fno-exceptions -fno-rtti -fno-threadsafe-statics -ffunction-sections -fdata-sections
         -fno-asynchronous-unwind-tables -fno-unwind-tables)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # The smaller code of the two register allocators, on ARM.
+        target_compile_options(${name} PRIVATE $<$<CONFIG:MinSizeRel>:-fira-algorithm=priority>)
+    endif()
+    if(nw_reports_stack)
+        target_compile_options(${name} PRIVATE -fcallgraph-info=su,da)
+        # A compiler cache would give back the object without its report.
+        set_target_properties(${name} PROPERTIES CXX_COMPILER_LAUNCHER "")
+    endif()
     set_property(GLOBAL APPEND PROPERTY NW_LIBRARY_FOLDERS ${name})
 endfunction()
 
@@ -26,6 +44,10 @@ endfunction()
 function(nw_link_library)
     get_property(folders GLOBAL PROPERTY NW_LIBRARY_FOLDERS)
     list(TRANSFORM folders REPLACE "(.+)" "$<TARGET_OBJECTS:\\1>" OUTPUT_VARIABLE objects)
+
+    if(nw_reports_stack)
+        file(GENERATE OUTPUT ${nw_object_list} CONTENT "$<JOIN:${objects},\n>\n")
+    endif()
 
     # No C++ runtime: linked as C, without what C++ would add and without start files, since the
     # library has neither constructors nor destructors.

@@ -67,15 +67,23 @@ void NW_LogOperLog(const NW_OPER_LOG_S &stOperLog)
     NW_DIAG(NW_DIAG_DEBUG, "OperLog %s.", szText);
 }
 
-/* Builds a success text in a context of its own and copies it into a slot; answers its level. */
+/* Builds a success text, copies it into a slot of the record and answers its level. It is built in
+ * place of the record's own text, which is put back: a second record is too large for the stack. */
 uint8_t NW_BuildSlot(uint32_t uiModule, uint32_t uiPort, const void *pNetConfig,
-                     char (&szSlot)[NW_OPER_LOG_SLOT_SIZE])
+                     char (&szSlot)[NW_OPER_LOG_SLOT_SIZE], NW_OPER_LOG_S *pstOperLog)
 {
-    NW_OPER_LOG_S stScratch{};
+    char szKept[NW_OPER_LOG_SLOT_SIZE];
+    const uint8_t ucKept = pstOperLog->ucLogLevel;
+    memcpy(szKept, pstOperLog->szOperLog, sizeof(szKept));
+    memset(pstOperLog->szOperLog, 0, sizeof(pstOperLog->szOperLog));
 
-    NW_OperateLogBuild(uiModule, NW_OK, uiPort, pNetConfig, &stScratch);
-    BMC_Strlcpy(szSlot, stScratch.szOperLog, sizeof(szSlot));
-    return stScratch.ucLogLevel;
+    NW_OperateLogBuild(uiModule, NW_OK, uiPort, pNetConfig, pstOperLog);
+    BMC_Strlcpy(szSlot, pstOperLog->szOperLog, sizeof(szSlot));
+    const uint8_t ucLevel = pstOperLog->ucLogLevel;
+
+    memcpy(pstOperLog->szOperLog, szKept, sizeof(szKept));
+    pstOperLog->ucLogLevel = ucKept;
+    return ucLevel;
 }
 
 /* The combined set's shares of the two words do not overlap. */
@@ -110,7 +118,7 @@ void NW_BuildCombinedPart(const NW_COMBINED_PART_S &stPart, const NW_SET_NETWORK
 
     const auto *pucRequest = reinterpret_cast<const uint8_t *>(&stRequest);
     pstOperLog->ucLogLevel = NW_BuildSlot(stPart.uiModule, uiPort, pucRequest + stPart.ulOffset,
-                                          pstOperLog->*stPart.pszSlot);
+                                          pstOperLog->*stPart.pszSlot, pstOperLog);
 }
 
 } // namespace
@@ -154,7 +162,8 @@ uint8_t NW_BuildLanSlots(const NW_LAN_SLOT_S (&astSlot)[NW_LAN_SLOT_COUNT],
         for (uint32_t i = 0; i < NW_LAN_WORD_COUNT; ++i) {
             NW_DecomposeBitmap(&stShare.stBitmap, stSlot.aulMask[i], i);
         }
-        ucLevel = NW_BuildSlot(NW_LOG_LAN, uiPort, &stShare, pstOperLog->*stSlot.pszSlot);
+        ucLevel =
+            NW_BuildSlot(NW_LOG_LAN, uiPort, &stShare, pstOperLog->*stSlot.pszSlot, pstOperLog);
     }
     return ucLevel;
 }

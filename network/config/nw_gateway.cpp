@@ -34,8 +34,10 @@ NW_CACHE_KEY_S NW_CacheKey(const NW_IFC_STATE_DB_INFO_S &stIfcState,
  *
  *   line := ip-address hardware-type flags hardware-address mask device
  *
- * No word is longer than the line. */
-bool NW_TakeCacheLine(const char *pcLine, const NW_CACHE_KEY_S &stKey, uint8_t *pucMacAddr)
+ * No word is longer than the line. Not inlined: the words are gone from the stack before the probe
+ * takes a packet. */
+[[gnu::noinline]] bool NW_TakeCacheLine(const char *pcLine, const NW_CACHE_KEY_S &stKey,
+                                        uint8_t *pucMacAddr)
 {
     char szIp[NW_LINE_SIZE]{};
     char szMac[NW_LINE_SIZE]{};

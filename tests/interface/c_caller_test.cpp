@@ -88,13 +88,13 @@ TEST_F(CCaller, SeesEveryRecordAtItsSize)
 
 TEST_F(CCaller, KnowsEveryRecordOfTheHeader)
 {
-    const std::string header = interface::outputOf(NW_PREPROCESS_HEADER " " NW_HEADER_FILE);
+    const std::string header = support::outputOf(NW_PREPROCESS_HEADER " " NW_HEADER_FILE);
 
     std::set<std::string> known;
     for (const auto &[name, size] : sizes) {
         known.insert(name);
     }
-    EXPECT_EQ(interface::allMatches(header, "\\}\\s*(\\w+_S);"), known);
+    EXPECT_EQ(support::allMatches(header, "\\}\\s*(\\w+_S);"), known);
 }
 
 TEST_F(CCaller, ReachesTheLibrary)

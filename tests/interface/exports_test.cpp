@@ -10,6 +10,10 @@
 namespace interface {
 namespace {
 
+using support::allMatches;
+using support::contentsOf;
+using support::outputOf;
+
 /* Of these kinds: T function, R and D constant or initialised data, B zeroed data. */
 Names exported(const std::string &kinds = "TRDB")
 {

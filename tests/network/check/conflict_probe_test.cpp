@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
 // The duplicate-address probe on tools of the test's own: command, verdict, failures.
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <sys/resource.h>
@@ -41,17 +42,21 @@ using ::testing::ElementsAre;
 // are the system's own unless a test says otherwise.
 class ConflictProbe : public fake::FakePlatformTest {
 protected:
+    static void SetUpTestSuite()
+    {
+        setPath(std::getenv("PATH")); // the first change makes libc copy the environment
+    }
     ConflictProbe()
     {
         opened.clear();
-        setenv("PATH", (directory_.path().string() + ":" + path_).c_str(), 1);
+        setPath(directory_.path().string() + ":" + path_);
         arpingPrints("Received 0 response(s)\n");
         tool("tail", "PATH=" + path_ + " exec tail \"$@\"");
         tool("awk", "PATH=" + path_ + " exec awk \"$@\"");
     }
     ~ConflictProbe() override
     {
-        setenv("PATH", path_.c_str(), 1);
+        setPath(path_);
         EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a process was left behind";
         EXPECT_EQ(support::lowestFreeDescriptor(), free_) << "a descriptor was left open";
     }
@@ -85,6 +90,13 @@ protected:
     }
 
 private:
+    // setenv would keep a copy for good.
+    static void setPath(const std::string &path)
+    {
+        static std::array<char, 4096> variable;
+        std::snprintf(variable.data(), variable.size(), "PATH=%s", path.c_str());
+        putenv(variable.data());
+    }
     std::string notes(const std::string &name) const
     {
         return (directory_ / (name + ".arguments")).string();

@@ -29,6 +29,7 @@ protected:
         lay("/etc/hosts", hosts);
         lay("/etc/nsswitch.conf", "hosts: files\nservices: files\n");
         lay("/etc/services", "http 80/tcp\n");
+        listed("both"); // libc reads its settings once and keeps them
     }
     ~SystemResolver() override
     {

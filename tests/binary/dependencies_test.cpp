@@ -9,8 +9,11 @@
 
 #include "tool_output.hpp"
 
-namespace interface {
+namespace binary {
 namespace {
+
+using support::allMatches;
+using support::outputOf;
 
 TEST(Dependencies, AreLibcAndItsLoaderAlone)
 {
@@ -47,30 +50,5 @@ TEST(Loading, RunsNothing)
                 testing::Not(testing::ContainsRegex("INIT|FINI|init_array|fini_array|[.]ctors")));
 }
 
-TEST(Loading, NeedsNeitherTextRelocationsNorAnExecutableStack)
-{
-    EXPECT_THAT(outputOf(NW_READELF " -d " NW_LIBRARY_FILE),
-                testing::Not(testing::HasSubstr("TEXTREL")));
-    EXPECT_THAT(outputOf(NW_READELF " -lW " NW_LIBRARY_FILE),
-                testing::ContainsRegex("GNU_STACK .* RW "));
-}
-
-/* The exported tables cannot be written once the loader has relocated them. */
-TEST(Loading, LeavesTheTablesReadOnly)
-{
-    const std::string sections = outputOf(NW_READELF " -SW " NW_LIBRARY_FILE);
-    const std::string symbols = outputOf(NW_READELF " --dyn-syms -W " NW_LIBRARY_FILE);
-    for (const std::string table :
-         {"g_astSuccessOperateLogDescTbl", "g_astFailureOperateLogDefault",
-          "g_astNwOperateLogSubModuleTbl"}) {
-        const auto index = allMatches(symbols, "OBJECT +GLOBAL +DEFAULT +(\\d+) +" + table);
-        ASSERT_EQ(index.size(), 1U) << table;
-        const auto section = allMatches(sections, "\\[ *" + *index.begin() + "\\] +(\\S+)");
-        EXPECT_THAT(section, testing::ElementsAre(testing::AnyOf(".rodata", ".data.rel.ro")))
-            << table;
-    }
-    EXPECT_THAT(outputOf(NW_READELF " -lW " NW_LIBRARY_FILE), testing::HasSubstr("GNU_RELRO"));
-}
-
 } // namespace
-} // namespace interface
+} // namespace binary

@@ -13,7 +13,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace interface {
+namespace support {
 
 inline std::string outputOf(const std::string &command)
 {
@@ -53,6 +53,6 @@ inline std::set<std::string> allMatches(const std::string &text, const std::stri
     return found;
 }
 
-} // namespace interface
+} // namespace support
 
 #endif
