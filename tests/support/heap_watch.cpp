@@ -74,15 +74,20 @@ void *noteTaken(void *block, const void *caller)
         return block;
     }
     const Range library{addressOf(nw_library_code_start), addressOf(nw_library_code_end)};
-    const std::scoped_lock locked(s_lock);
-    if (library.holds(caller)) {
-        ++s_takenByLibrary;
-    } else if (s_libc.holds(caller)) {
-        if (s_keptCount == maxKept) {
-            std::abort();
-        }
-        s_kept[s_keptCount++] = block;
+    const bool byLibrary = library.holds(caller);
+    if (!byLibrary && !s_libc.holds(caller)) {
+        return block;
     }
+
+    const std::scoped_lock locked(s_lock);
+    if (byLibrary) {
+        ++s_takenByLibrary;
+        return block;
+    }
+    if (s_keptCount == maxKept) {
+        std::abort();
+    }
+    s_kept[s_keptCount++] = block;
     return block;
 }
 
