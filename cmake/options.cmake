@@ -7,6 +7,13 @@ target_compile_options(nw_options INTERFACE
     -Wcast-qual -Wundef -Wvla -Werror
     $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual>
     -fstack-protector-strong)
+# The same result wherever it is built, also where a compiler cache makes paths relative. Of two
+# prefixes that fit the later one counts.
+cmake_path(RELATIVE_PATH PROJECT_SOURCE_DIR BASE_DIRECTORY ${PROJECT_BINARY_DIR}
+    OUTPUT_VARIABLE nw_source_from_build)
+target_compile_options(nw_options INTERFACE
+    -ffile-prefix-map=${nw_source_from_build}=.
+    -ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
 # Code of the tests is compiled fast rather than made fast; what they test is built as it ships.
 define_property(TARGET PROPERTY NW_TEST_CODE INITIALIZE_FROM_VARIABLE NW_TEST_CODE)
 set(nw_is_test_code $<BOOL:$<TARGET_PROPERTY:NW_TEST_CODE>>)
