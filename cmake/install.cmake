@@ -136,7 +136,9 @@ if(TARGET bmc_platform)
     set(nw_programs nwctl nwmanagerd nwchassisd)
     file(RELATIVE_PATH nw_platform_from_programs
         /${CMAKE_INSTALL_SBINDIR} /${nw_platform_directory})
+    # The build's own search path leaves its length behind: it must not name the build's directory.
     set_target_properties(${nw_programs} PROPERTIES
+        BUILD_RPATH_USE_ORIGIN ON
         INSTALL_RPATH "$ORIGIN/${nw_platform_from_programs}")
 
     install(TARGETS bmc_platform
