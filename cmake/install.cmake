@@ -103,7 +103,7 @@ nw_install_notices(runtime)
 # ---- development ----
 
 install(TARGETS nw_include EXPORT network_mng-targets
-    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} ${nw_headers}/platform)
 install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
     FILES_MATCHING PATTERN "*.h")
 install(FILES platform/bmc_platform.h DESTINATION ${nw_headers}/platform COMPONENT development)
@@ -111,6 +111,10 @@ install(FILES platform/bmc_platform.h DESTINATION ${nw_headers}/platform COMPONE
 install(FILES platform/template/bmc_platform_template.c
     DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/${nw_package_development}/examples
     COMPONENT development)
+foreach(document porting records)
+    nw_install_compressed(development ${document}.md ${PROJECT_SOURCE_DIR}/docs/${document}.md
+        ${CMAKE_INSTALL_DATAROOTDIR}/doc/${nw_package_development})
+endforeach()
 
 set_target_properties(nw_include PROPERTIES EXPORT_NAME headers)
 install(EXPORT network_mng-targets NAMESPACE network_mng::

@@ -24,6 +24,7 @@ if(NW_SANITIZE)
         -fno-omit-frame-pointer)
     target_compile_options(nw_options INTERFACE ${nw_sanitizers})
     target_link_options(nw_options INTERFACE ${nw_sanitizers})
-elseif(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
+elseif(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" AND NOT CMAKE_CXX_FLAGS MATCHES "_FORTIFY_SOURCE")
+    # A toolchain that brings a level of its own keeps it.
     target_compile_options(nw_options INTERFACE $<$<NOT:${nw_is_test_code}>:-D_FORTIFY_SOURCE=2>)
 endif()

@@ -20,7 +20,7 @@ constexpr std::uint64_t otherLimit = 9 * 1024;
 /* A frame of this size holds an array, which the compiler has to guard. */
 constexpr std::uint64_t guardedFrame = 256;
 
-const std::set<std::string> exportedFunctions()
+std::set<std::string> exportedFunctions()
 {
     return readElf(NW_LIBRARY_FILE).exported;
 }
