@@ -4,7 +4,7 @@
 add_library(nw_options INTERFACE)
 target_compile_options(nw_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
-    -Wcast-qual -Wundef -Wvla -Werror
+    -Wcast-qual -Wundef -Wvla $<$<BOOL:${NW_WARNINGS_AS_ERRORS}>:-Werror>
     $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual>
     -fstack-protector-strong)
 # The same result wherever it is built, also where a compiler cache makes paths relative. Of two

@@ -7,7 +7,7 @@
 #include <stddef.h>
 #include <stdint.h>
 
-#if defined(__BYTE_ORDER__) && (__BYTE_ORDER__ != __ORDER_LITTLE_ENDIAN__)
+#if !defined(__BYTE_ORDER__) || (__BYTE_ORDER__ != __ORDER_LITTLE_ENDIAN__)
 #error                                                                                             \
     "libnetwork_mng: stored and wire records are little-endian; a big-endian host is not supported"
 #endif
