@@ -7,17 +7,30 @@
 #include <fstream>
 #include <system_error>
 
+#include <fcntl.h>
 #include <sys/mount.h>
+#include <unistd.h>
 
 namespace local_test {
 
 namespace {
 
-void coverWithTmpfs(const char *directory)
+void mountOn(const std::string &source, const char *directory, const char *type,
+             unsigned long flags)
 {
-    if (mount("tmpfs", directory, "tmpfs", 0, nullptr) != 0) {
+    if (mount(source.c_str(), directory, type, flags, nullptr) != 0) {
         throw std::system_error(errno, std::generic_category(), directory);
     }
+}
+
+/* The programs stay where they are, also when that is beneath the directory. */
+void coverWithTmpfs(const char *directory)
+{
+    const int programs = open(NW_BINARY_DIR, O_PATH | O_CLOEXEC);
+    mountOn("tmpfs", directory, "tmpfs", 0);
+    std::filesystem::create_directories(NW_BINARY_DIR);
+    mountOn("/proc/self/fd/" + std::to_string(programs), NW_BINARY_DIR, nullptr, MS_BIND);
+    close(programs);
 }
 
 } // namespace
