@@ -14,6 +14,9 @@
 extern "C" {
 #endif
 
+/* The library calls these from outside of the program, also of one that hides its own names. */
+#pragma GCC visibility push(default)
+
 /* ---- Diagnostics and bounded text ---- */
 
 /* Writes one diagnostic line. uiLevel: 2 critical, 4 error, 6 information, 7 debug. pcFile is the
@@ -100,6 +103,8 @@ int NW_GetAnStatus(uint32_t uiPort, uint8_t *pucAutoNeg, uint8_t *pucDuplex, uin
 #define BMC_WIRELESS_ENABLE_OFFSET 4U     /* u8, 1: enabled */
 #define BMC_WIRELESS_IPV4_TEXT_OFFSET 51U /* dotted quad, NUL-terminated */
 int USBMANAGE_GetWirelessServiceInfo(void *pBuffer);
+
+#pragma GCC visibility pop
 
 #ifdef __cplusplus
 }
