@@ -7,7 +7,8 @@ target_compile_options(nw_table_texts INTERFACE -Wno-format-security)
 # .ci), and the list of the objects that nw_link_library writes.
 set(nw_object_list ${PROJECT_BINARY_DIR}/library_objects.txt)
 set(nw_reports_stack OFF)
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT NW_SANITIZE AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT NW_SANITIZE AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug"
+        AND NOT CMAKE_CONFIGURATION_TYPES)
     set(nw_reports_stack ON)
 endif()
 
