@@ -16,6 +16,12 @@ set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
+foreach(directory BINDIR SBINDIR LIBDIR INCLUDEDIR)
+    if(IS_ABSOLUTE "${CMAKE_INSTALL_${directory}}")
+        message(FATAL_ERROR "CMAKE_INSTALL_${directory} has to be relative to the prefix, "
+            "since installed files name it beneath that")
+    endif()
+endforeach()
 
 set(nw_packaging ${PROJECT_SOURCE_DIR}/packaging)
 set(nw_package_runtime libnetwork-mng${PROJECT_VERSION_MAJOR})
@@ -30,6 +36,7 @@ set(nw_platform_directory ${CMAKE_INSTALL_LIBDIR}/network-mng)
 
 # nw_install_configured(<component> <template> <destination>)
 # Installs packaging/<template>.in. It may name directories, so it is filled in at installation.
+# nw_prefix there is the prefix as every reader finds it; an empty one stands for the root.
 function(nw_install_configured component template destination)
     install(CODE "
         set(PROJECT_VERSION \"${PROJECT_VERSION}\")
@@ -38,6 +45,10 @@ function(nw_install_configured component template destination)
         set(CMAKE_INSTALL_INCLUDEDIR \"${CMAKE_INSTALL_INCLUDEDIR}\")
         set(CMAKE_INSTALL_LIBDIR \"${CMAKE_INSTALL_LIBDIR}\")
         set(CMAKE_INSTALL_SBINDIR \"${CMAKE_INSTALL_SBINDIR}\")
+        set(nw_prefix \"\${CMAKE_INSTALL_PREFIX}\")
+        if(nw_prefix)
+            cmake_path(ABSOLUTE_PATH nw_prefix NORMALIZE)
+        endif()
         configure_file(\"${nw_packaging}/${template}.in\"
             \"${PROJECT_BINARY_DIR}/packaging/${template}\" @ONLY)
         file(INSTALL \"${PROJECT_BINARY_DIR}/packaging/${template}\" TYPE FILE
