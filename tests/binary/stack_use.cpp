@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "stack_use.hpp"
 
+#include <algorithm>
 #include <fstream>
 #include <regex>
 #include <sstream>
@@ -72,14 +73,16 @@ std::string pointerAt(const std::string &place)
     for (unsigned long left = std::stoul(place.substr(line + 1)); left > 0; --left) {
         std::getline(source, text);
     }
-    const std::size_t name = text.rfind("pfn", std::stoul(place.substr(column + 1)));
-    if (name == std::string::npos) {
+    /* the compiler's column is that of the parenthesis behind the name */
+    const std::size_t end = std::stoul(place.substr(column + 1)) - 1;
+    const std::size_t name = text.find_last_not_of("abcdefghijklmnopqrstuvwxyz"
+                                                   "ABCDEFGHIJKLMNOPQRSTUVWXYZ",
+                                                   end - 1) +
+                             1;
+    if (text.compare(name, 3, "pfn") != 0) {
         throw std::runtime_error("no pointer's name at " + place);
     }
-    return text.substr(name, text.find_first_not_of("abcdefghijklmnopqrstuvwxyz"
-                                                    "ABCDEFGHIJKLMNOPQRSTUVWXYZ",
-                                                    name) -
-                                 name);
+    return text.substr(name, end - name);
 }
 
 std::regex reachedThrough(const std::string &pointer, const std::string &within)
@@ -136,7 +139,8 @@ void StackUse::readReport(const std::string &path)
 }
 
 /* Label: signature, place, "N bytes (static)", "N dynamic objects". "dynamic,bounded" is a frame
- * that pushes arguments of a known number. */
+ * that pushes arguments of a known number. What a template was made with is left out of its
+ * signature, and of a function that several units have the larger frame counts. */
 void StackUse::readNode(const std::string &line)
 {
     const std::vector<std::string> parts = partsOf(valueOf(line, "label"));
@@ -149,8 +153,8 @@ void StackUse::readNode(const std::string &line)
         throw std::runtime_error("the frame's size is not fixed: " + title);
     }
     Function &function = functions_[title];
-    function.signature = parts[0];
-    function.frame = std::stoull(parts[2]);
+    function.signature = parts[0].substr(0, parts[0].find(" [with "));
+    function.frame = std::max<std::uint64_t>(function.frame, std::stoull(parts[2]));
 }
 
 void StackUse::readEdge(const std::string &line)
