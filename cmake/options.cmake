@@ -21,7 +21,7 @@ target_compile_options(nw_options INTERFACE $<${nw_is_test_code}:-O0;-g1>)
 
 if(NW_SANITIZE)
     set(nw_sanitizers -fsanitize=address,undefined -fno-sanitize=vptr -fno-sanitize-recover=all
-        -fno-omit-frame-pointer)
+        -fno-omit-frame-pointer -g1) # names and lines are what a report shows
     target_compile_options(nw_options INTERFACE ${nw_sanitizers})
     target_link_options(nw_options INTERFACE ${nw_sanitizers})
 elseif(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" AND NOT CMAKE_CXX_FLAGS MATCHES "_FORTIFY_SOURCE")
