@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
+#include <CLI/CLI.hpp>
+
 #include "commands.hpp"
 #include "option_arguments.hpp"
 #include "results.hpp"

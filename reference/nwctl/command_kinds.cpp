@@ -2,9 +2,40 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "command_kinds.hpp"
 
+#include <CLI/CLI.hpp>
+
 #include "stored.hpp"
 
 namespace nwctl {
+
+Command optionsCommand(const CommandText &text, std::vector<OptionText> options, CheckGiven check)
+{
+    const auto declare = [options, check](CLI::App &app, Session &session) {
+        const auto arguments = std::make_shared<OptionArguments>();
+        arguments->declare(app, options);
+        arguments->declareDryRun(app);
+        app.callback([check, arguments, &session] {
+            carryOut(check(arguments->given()), arguments->dryRun(), session);
+        });
+    };
+    return {text.group, text.name, text.description, text.example, declare};
+}
+
+Command portOptionsCommand(const CommandText &text, std::vector<OptionText> options,
+                           CheckGivenForPort check)
+{
+    const auto declare = [options, check](CLI::App &app, Session &session) {
+        const auto arguments = std::make_shared<OptionArguments>();
+        const auto port = std::make_shared<std::string>();
+        addPort(app, *port)->required();
+        arguments->declare(app, options);
+        arguments->declareDryRun(app);
+        app.callback([check, arguments, port, &session] {
+            carryOut(check(*port, arguments->given()), arguments->dryRun(), session);
+        });
+    };
+    return {text.group, text.name, text.description, text.example, declare};
+}
 
 Command valueCommand(const CommandText &text, const ValueText &value,
                      Sending (*check)(const GivenOption &given))

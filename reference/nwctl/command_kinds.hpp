@@ -19,21 +19,22 @@ struct CommandText {
 
 using Given = std::vector<GivenOption>;
 
+/* What rows make of the options given. */
+using CheckGiven = std::function<Sending(const Given &given)>;
+using CheckGivenForPort = std::function<Sending(const std::string &port, const Given &given)>;
+
+Command optionsCommand(const CommandText &text, std::vector<OptionText> options, CheckGiven check);
+Command portOptionsCommand(const CommandText &text, std::vector<OptionText> options,
+                           CheckGivenForPort check);
+
 /* "GROUP set OPTION...": checks the change that the rows make and sends it. */
 template <typename Change>
 Command changeCommand(const CommandText &text, std::span<const Option<Change>> rows,
                       Sending (*check)(const Change &change, const Given &given))
 {
-    const auto declare = [rows, check](CLI::App &app, Session &session) {
-        const auto options = std::make_shared<OptionArguments>();
-        options->declare(app, rows);
-        options->declareDryRun(app);
-        app.callback([rows, check, options, &session] {
-            const Given given = options->given();
-            carryOut(check(buildChange<Change>(rows, given), given), options->dryRun(), session);
-        });
-    };
-    return {text.group, text.name, text.description, text.example, declare};
+    return optionsCommand(text, optionTexts(rows), [rows, check](const Given &given) {
+        return check(buildChange<Change>(rows, given), given);
+    });
 }
 
 /* "GROUP set PORT OPTION...": the same for the settings of a port. */
@@ -42,19 +43,10 @@ Command portChangeCommand(const CommandText &text, std::span<const Option<Change
                           Sending (*check)(const std::string &port, const Change &change,
                                            const Given &given))
 {
-    const auto declare = [rows, check](CLI::App &app, Session &session) {
-        const auto options = std::make_shared<OptionArguments>();
-        const auto port = std::make_shared<std::string>();
-        addPort(app, *port)->required();
-        options->declare(app, rows);
-        options->declareDryRun(app);
-        app.callback([rows, check, options, port, &session] {
-            const Given given = options->given();
-            carryOut(check(*port, buildChange<Change>(rows, given), given), options->dryRun(),
-                     session);
-        });
+    const auto checkGiven = [rows, check](const std::string &port, const Given &given) {
+        return check(port, buildChange<Change>(rows, given), given);
     };
-    return {text.group, text.name, text.description, text.example, declare};
+    return portOptionsCommand(text, optionTexts(rows), checkGiven);
 }
 
 /* A positional argument that is the whole change. */

@@ -3,13 +3,17 @@
 /* The commands as rows. */
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <functional>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "session.hpp"
+
+/* The command line's own library is large: only what declares arguments includes it. */
+namespace CLI {
+class App;
+}
 
 namespace nwctl {
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "exchange_values.hpp"
 
+#include <CLI/CLI.hpp>
+
 #include "addresses.hpp"
 #include "failure.hpp"
 #include "hex.hpp"

@@ -3,10 +3,13 @@
 /* Numbers, bytes and time limits that the user gives for a message. */
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <cstdint>
 #include <string>
 #include <vector>
+
+namespace CLI {
+class App;
+}
 
 namespace nwctl {
 

@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
+#include <CLI/CLI.hpp>
+
 #include "address_probe.hpp"
 #include "addresses.hpp"
 #include "command_kinds.hpp"
@@ -63,7 +65,7 @@ void declareSet(CLI::App &app, Session &session)
 {
     const auto arguments = std::make_shared<SetArguments>();
     addPort(app, arguments->port)->required();
-    arguments->options.declare(app, lanOptions());
+    arguments->options.declare(app, optionTexts(lanOptions()));
     arguments->options.declareDryRun(app);
     app.add_flag(
         "--no-check", arguments->unchecked,

@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
+#include <CLI/CLI.hpp>
+
 #include "answer.hpp"
 #include "bmc_platform.h"
 #include "commands.hpp"

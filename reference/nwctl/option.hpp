@@ -28,6 +28,13 @@ void requireSomething(std::span<const GivenOption> given);
 /* Throws Failure (refused) about the option if there is a reason. */
 void refuseFor(const GivenOption &given, const std::optional<std::string> &reason);
 
+/* What the command line says of an option. */
+struct OptionText {
+    const char *name;
+    const char *valueName;
+    const char *description;
+};
+
 template <typename Change>
 struct Option {
     const char *name;
@@ -38,6 +45,16 @@ struct Option {
      * contradicts an earlier one, refused when a check of the library refuses it. */
     void (*apply)(const GivenOption &given, Change &change);
 };
+
+template <typename Change>
+std::vector<OptionText> optionTexts(std::span<const Option<Change>> rows)
+{
+    std::vector<OptionText> texts;
+    for (const Option<Change> &row : rows) {
+        texts.push_back({row.name, row.valueName, row.description});
+    }
+    return texts;
+}
 
 /* What the rows make of the options given. Throws Failure as above, usage when there is none. */
 template <typename Change>

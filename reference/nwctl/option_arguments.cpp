@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "option_arguments.hpp"
 
+#include <CLI/CLI.hpp>
+
 namespace nwctl {
 
 void OptionArguments::declareDryRun(CLI::App &app)
@@ -20,14 +22,15 @@ std::vector<GivenOption> OptionArguments::given() const
     return all;
 }
 
-void OptionArguments::add(CLI::App &app, const char *name, const char *valueName,
-                          const char *description)
+void OptionArguments::declare(CLI::App &app, std::span<const OptionText> texts)
 {
-    Values &option = options.emplace_back(Values{name, {}});
-    app.add_option(name, option.values, description)
-        ->type_name(valueName)
-        ->option_text(valueName)
-        ->allow_extra_args(false);
+    for (const OptionText &text : texts) {
+        Values &option = options.emplace_back(Values{text.name, {}});
+        app.add_option(text.name, option.values, text.description)
+            ->type_name(text.valueName)
+            ->option_text(text.valueName)
+            ->allow_extra_args(false);
+    }
 }
 
 CLI::Option *addPort(CLI::App &app, std::string &port, const char *remark)

@@ -3,23 +3,21 @@
 /* Options of a change on the command line. */
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <list>
 
 #include "option.hpp"
+
+namespace CLI {
+class App;
+class Option;
+} // namespace CLI
 
 namespace nwctl {
 
 /* The arguments that every change has, and the options of its rows. Outlives the parsing. */
 class OptionArguments {
 public:
-    template <typename Change>
-    void declare(CLI::App &app, std::span<const Option<Change>> rows)
-    {
-        for (const Option<Change> &row : rows) {
-            add(app, row.name, row.valueName, row.description);
-        }
-    }
+    void declare(CLI::App &app, std::span<const OptionText> texts);
     void declareDryRun(CLI::App &app);
 
     /* In the order of the rows, an option that was given again once for each value. */
@@ -34,8 +32,6 @@ private:
         std::string name;
         std::vector<std::string> values;
     };
-
-    void add(CLI::App &app, const char *name, const char *valueName, const char *description);
 
     std::list<Values> options; /* the app refers to the entries */
     bool dryRunWanted = false;

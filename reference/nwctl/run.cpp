@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "run.hpp"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <map>
 
