@@ -211,12 +211,12 @@ bool Manager::applyAtStart(const Draft &draft, const Journal &journal) const
 void Manager::clearStaleStatus() const
 {
     const auto status = store_.find(netStatusRecord);
-    if (status && status->ucSetInProgress == 0) {
-        return;
+    if (!status || status->ucSetInProgress != 0) {
+        log(Level::information, status ? "start: a change was interrupted; its status is cleared"
+                                       : "start: there was no net status record");
     }
-
-    log(Level::information, status ? "start: a change was interrupted; its status is cleared"
-                                   : "start: there was no net status record");
+    /* Written in any case: a predecessor that was killed within a commit may have left a record
+     * that readers see only once somebody writes. */
     store_.put(netStatusRecord, {0});
 }
 
