@@ -18,6 +18,10 @@ target_compile_options(nw_options INTERFACE
 define_property(TARGET PROPERTY NW_TEST_CODE INITIALIZE_FROM_VARIABLE NW_TEST_CODE)
 set(nw_is_test_code $<BOOL:$<TARGET_PROPERTY:NW_TEST_CODE>>)
 target_compile_options(nw_options INTERFACE $<${nw_is_test_code}:-O0;-g1>)
+# The reference system's programs wait for the kernel and the bus: half the optimiser's work does.
+define_property(TARGET PROPERTY NW_REFERENCE_CODE INITIALIZE_FROM_VARIABLE NW_REFERENCE_CODE)
+target_compile_options(nw_options INTERFACE
+    $<$<AND:$<CONFIG:RelWithDebInfo>,$<BOOL:$<TARGET_PROPERTY:NW_REFERENCE_CODE>>>:-O1;-g1>)
 
 if(NW_SANITIZE)
     set(nw_sanitizers -fsanitize=address,undefined -fno-sanitize=vptr -fno-sanitize-recover=all
