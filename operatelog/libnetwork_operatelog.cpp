@@ -139,8 +139,7 @@ void NW_ParseSucessConfigParam(const uint8_t *pucNetConfig, uint32_t uiModule, u
 void NW_OperateLogBuild(uint32_t uiModule, uint32_t uiResult, uint32_t uiPort,
                         const void *pNetConfig, NW_OPER_LOG_S *pstOperLog)
 {
-    NW_CHECK_NULL(pNetConfig);
-    NW_CHECK_NULL(pstOperLog);
+    NW_CHECK_BUILDER_ARGUMENTS();
 
     pstOperLog->ucLogLevel = NW_OPER_LOG_LEVEL;
     if (uiResult != NW_OK) {

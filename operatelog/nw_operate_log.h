@@ -8,6 +8,28 @@
 #include "network_mng/operate_log.h"
 #include "nw_frame.h"
 
+/* Opens a success builder, or a formatter, with the checks that all of its kind share. */
+#define NW_CHECK_BUILDER_ARGUMENTS()                                                               \
+    do {                                                                                           \
+        if (!NW_CanBuild(pNetConfig, pstOperLog, NW_Place(NW_DIAG_NULL, NW_UNIT, __LINE__),        \
+                         __func__)) {                                                              \
+            return;                                                                                \
+        }                                                                                          \
+    } while (false)
+#define NW_CHECK_FORMATTER_ARGUMENTS()                                                             \
+    do {                                                                                           \
+        if (!NW_CanFormat(pucNwCfg, pcOperLogDesc, NW_Place(NW_DIAG_NULL, NW_UNIT, __LINE__),      \
+                          __func__)) {                                                             \
+            return;                                                                                \
+        }                                                                                          \
+    } while (false)
+
+/* Whether both pointers are given; the first that is null is logged in the function's name. */
+bool NW_CanBuild(const void *pNetConfig, const NW_OPER_LOG_S *pstOperLog, NW_PLACE uiPlace,
+                 const char *pcFunction);
+bool NW_CanFormat(const uint8_t *pucNwCfg, const char *pcOperLogDesc, NW_PLACE uiPlace,
+                  const char *pcFunction);
+
 /* "dedicated port", "shared port", "active/standby port"; empty for an index above 2. */
 const char *NW_PortName(uint32_t uiPort);
 

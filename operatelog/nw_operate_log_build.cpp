@@ -55,12 +55,19 @@ void NW_AppendRequest(uint32_t uiModule, const char *pcHead, const void *pNetCon
 
 } // namespace
 
-/* Opens a success builder with the checks that all share. */
 #define NW_BUILDER(name)                                                                           \
     void name(uint32_t, uint32_t, const void *pNetConfig, NW_OPER_LOG_S *pstOperLog)
-#define NW_CHECK_BUILDER_ARGUMENTS()                                                               \
-    NW_CHECK_NULL(pNetConfig);                                                                     \
-    NW_CHECK_NULL(pstOperLog)
+
+bool NW_CanBuild(const void *pNetConfig, const NW_OPER_LOG_S *pstOperLog, NW_PLACE uiPlace,
+                 const char *pcFunction)
+{
+    if (pNetConfig == nullptr) {
+        NW_LogNullPointer(uiPlace, "pNetConfig", pcFunction);
+    } else if (pstOperLog == nullptr) {
+        NW_LogNullPointer(uiPlace, "pstOperLog", pcFunction);
+    }
+    return pNetConfig != nullptr && pstOperLog != nullptr;
+}
 
 const char *NW_PortName(uint32_t uiPort)
 {
