@@ -62,7 +62,7 @@ NW_RESULT HeartbeatPostLogMsg(const void *pstMsg, int proj_id)
         return NW_ERR_GENERAL;
     }
     const key_t iKey = ftok(NW_HEARTBEAT_KEY_FILE, proj_id);
-    if (iKey < 0) {
+    if (!NW_IsQueueKey(iKey)) {
         printf("In %s, failed to ftok %s.", __func__, NW_HEARTBEAT_KEY_FILE);
         return NW_ERR_GENERAL;
     }
