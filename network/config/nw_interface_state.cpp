@@ -88,7 +88,7 @@ NW_RESULT NW_CheckChannel(uint32_t uiChannel, uint32_t *puiIndex)
         return uiResult;
     }
 
-    *puiIndex = uiPort; /* stored even where the port is missing */
+    NW_Store(puiIndex, uiPort); /* even where the port is missing */
     if (stIfcState.aucPortPresent[uiPort] == 0) {
         NW_DIAG(NW_DIAG_ERROR, "Current port is not supported.");
         return NW_ERR_PORT_NOT_SUPPORTED;
