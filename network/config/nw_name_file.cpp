@@ -8,14 +8,17 @@
 #include <unistd.h>
 
 #include "network_mng/discovery.h"
+#include "nw_descriptor.h"
+#include "nw_error_text.h"
 #include "nw_frame.h"
 
 /* Logs a close that failed, in the name of the function that closed. */
 #define NW_LOG_CLOSE(result)                                                                       \
     do {                                                                                           \
         if ((result) != 0) {                                                                       \
+            char szReason[NW_ERROR_TEXT_SIZE];                                                     \
             NW_DIAG(NW_DIAG_DEBUG, "[%s-%dL] Close file failed, %s.", __func__, __LINE__,          \
-                    strerror(errno));                                                              \
+                    NW_ErrorText(errno, szReason));                                                \
         }                                                                                          \
     } while (false)
 
