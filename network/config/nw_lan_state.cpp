@@ -8,6 +8,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "nw_descriptor.h"
+
 namespace {
 
 constexpr size_t NW_DATAGRAM_SIZE = 8192;
@@ -214,6 +216,7 @@ void NW_WalkAddrDump(const uint8_t *pucDatagram, size_t ulLength, uint32_t uiIfI
         return;
     }
 
+    NW_CloseOnExec(iSocket);
     NW_DumpAddresses(iSocket, uiIfIndex, pstView);
     close(iSocket);
 }

@@ -32,6 +32,7 @@ NW_RESULT LIB_NW_ReadBmcNameFromFile(char *pcHostName)
         return NW_ERR_GENERAL;
     }
 
+    NW_CloseOnExec(fileno(pstFile));
     NW_RESULT uiResult = NW_OK;
     if (fgets(pcHostName, NW_BMC_NAME_SIZE, pstFile) == nullptr) {
         NW_DIAG(NW_DIAG_ERROR, "Reading hostname failed when get hostname");
@@ -66,6 +67,7 @@ NW_RESULT NW_WriteBmcNameToFile(const char *pcWriteBuf, uint32_t ulLen, const ch
         return NW_ERR_GENERAL;
     }
 
+    NW_CloseOnExec(iFile);
     const char *pcFault = NW_Overwrite(iFile, pcWriteBuf, ulLen);
     if (pcFault != nullptr) {
         NW_DIAG(NW_DIAG_ERROR, pcFault);

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -25,10 +26,19 @@ struct Files {
     std::vector<std::string> opened;
     int closed = 0;
     int modesChanged = 0;
+    int inherited = 0; // of those closed: a program started meanwhile would have had them
 };
 Files files;
 
 } // namespace
+void noteClosing(int descriptor)
+{
+    ++files.closed;
+    if ((fcntl(descriptor, F_GETFD) & FD_CLOEXEC) == 0) {
+        ++files.inherited;
+    }
+}
+
 
 extern "C" {
 FILE *__real_fopen(const char *path, const char *mode);
@@ -51,7 +61,7 @@ FILE *__wrap_fopen(const char *path, const char *mode)
 
 int __wrap_fclose(FILE *file)
 {
-    ++files.closed;
+    noteClosing(fileno(file));
     const int result = __real_fclose(file);
     errno = EIO;
     return files.closeFails ? EOF : result;
@@ -59,7 +69,7 @@ int __wrap_fclose(FILE *file)
 
 int __wrap_close(int descriptor)
 {
-    ++files.closed;
+    noteClosing(descriptor);
     const int result = __real_close(descriptor);
     if (files.closeFails) {
         errno = EIO;
@@ -147,6 +157,7 @@ TEST_P(NameRead, IsTheFirstLine)
     EXPECT_EQ(files.opened, std::vector<std::string>{"/conf/network/hostname r"});
     EXPECT_EQ(files.closed, 1);
 }
+    EXPECT_EQ(files.inherited, 0);
 
 /* clang-format off */
 INSTANTIATE_TEST_SUITE_P(Rows, NameRead, ::testing::Values(
@@ -238,6 +249,7 @@ TEST_P(NameWrite, OverwritesFromTheStart)
     EXPECT_TRUE(lines().empty());
     EXPECT_EQ(files.closed, 1);
 }
+    EXPECT_EQ(files.inherited, 0);
 
 /* clang-format off */
 INSTANTIATE_TEST_SUITE_P(Rows, NameWrite, ::testing::Values(
