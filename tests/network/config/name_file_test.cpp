@@ -11,6 +11,7 @@
 
 #include "fake_matchers.hpp"
 #include "guarded.hpp"
+#include "libc_symbol.hpp"
 #include "log_text.hpp"
 #include "network_mng/discovery.h"
 #include "system.hpp"
@@ -25,12 +26,11 @@ struct Files {
 
     std::vector<std::string> opened;
     int closed = 0;
-    int modesChanged = 0;
     int inherited = 0; // of those closed: a program started meanwhile would have had them
+    int modesChanged = 0;
 };
 Files files;
 
-} // namespace
 void noteClosing(int descriptor)
 {
     ++files.closed;
@@ -39,16 +39,17 @@ void noteClosing(int descriptor)
     }
 }
 
+} // namespace
 
 extern "C" {
-FILE *__real_fopen(const char *path, const char *mode);
-FILE *__wrap_fopen(const char *path, const char *mode);
+FILE *__real_fopen(const char *path, const char *mode) NW_REAL_SYMBOL(fopen);
+FILE *__wrap_fopen(const char *path, const char *mode) NW_WRAP_SYMBOL(fopen);
 int __real_fclose(FILE *file);
 int __wrap_fclose(FILE *file);
 int __real_close(int descriptor);
 int __wrap_close(int descriptor);
-int __real_fstat(int descriptor, struct stat *status);
-int __wrap_fstat(int descriptor, struct stat *status);
+int __real_fstat(int descriptor, struct stat *status) NW_REAL_SYMBOL(fstat);
+int __wrap_fstat(int descriptor, struct stat *status) NW_WRAP_SYMBOL(fstat);
 int __real_fchmod(int descriptor, mode_t mode);
 int __wrap_fchmod(int descriptor, mode_t mode);
 
@@ -156,8 +157,8 @@ TEST_P(NameRead, IsTheFirstLine)
     EXPECT_TRUE(lines().empty());
     EXPECT_EQ(files.opened, std::vector<std::string>{"/conf/network/hostname r"});
     EXPECT_EQ(files.closed, 1);
-}
     EXPECT_EQ(files.inherited, 0);
+}
 
 /* clang-format off */
 INSTANTIATE_TEST_SUITE_P(Rows, NameRead, ::testing::Values(
@@ -248,8 +249,8 @@ TEST_P(NameWrite, OverwritesFromTheStart)
     EXPECT_EQ(support::readFile(path("name")), row.behind);
     EXPECT_TRUE(lines().empty());
     EXPECT_EQ(files.closed, 1);
-}
     EXPECT_EQ(files.inherited, 0);
+}
 
 /* clang-format off */
 INSTANTIATE_TEST_SUITE_P(Rows, NameWrite, ::testing::Values(
@@ -289,6 +290,40 @@ INSTANTIATE_TEST_SUITE_P(Rows, NameMode, ::testing::Values(
     Mode{"Sticky",       01600, 01604, 1},
     Mode{"OthersRead",   0644, 0644, 0},
     Mode{"OthersReadAlone", 0604, 0604, 0}), fake::RowName{});
+/* clang-format on */
+
+// Dates that 32 bits of seconds cannot tell, with and without a sign, and a length likewise.
+struct Extreme {
+    std::string name;
+    std::string date;     // as date(1) takes it
+    std::int64_t seconds; // the same
+    std::uintmax_t length;
+};
+class NameExtreme : public NameFile, public ::testing::WithParamInterface<Extreme> {};
+
+TEST_P(NameExtreme, IsReadAndWritten)
+{
+    const std::string name = path("hostname");
+    support::writeFile(name, "bmc-1\n");
+    support::run("truncate -s " + std::to_string(GetParam().length) + " " + name);
+    support::run("touch -d '" + GetParam().date + "' " + name);
+    struct statx status {};
+    ASSERT_EQ(statx(AT_FDCWD, name.c_str(), 0, STATX_BASIC_STATS, &status), 0);
+    ASSERT_EQ(status.stx_mtime.tv_sec, GetParam().seconds) << "the file system knows no such date";
+    ASSERT_EQ(status.stx_size, GetParam().length);
+
+    char text[nameSize] = "";
+    EXPECT_EQ(LIB_NW_ReadBmcNameFromFile(text), 0U);
+    EXPECT_STREQ(text, "bmc-1\n");
+    EXPECT_EQ(NW_WriteBmcNameToFile("rack", 4, name.c_str()), 0U);
+    EXPECT_TRUE(lines().empty());
+}
+
+/* clang-format off */
+INSTANTIATE_TEST_SUITE_P(Rows, NameExtreme, ::testing::Values(
+    Extreme{"Of2040",      "2040-01-01T00:00:00Z", 2208988800, 6},
+    Extreme{"Of2106",      "2106-06-01T00:00:00Z", 4304793600, 6},
+    Extreme{"Of3GiB",      "2026-01-01T00:00:00Z", 1767225600, 3221225472}), fake::RowName{});
 /* clang-format on */
 
 class NameWriteFailure : public NameFile {};
