@@ -292,40 +292,6 @@ INSTANTIATE_TEST_SUITE_P(Rows, NameMode, ::testing::Values(
     Mode{"OthersReadAlone", 0604, 0604, 0}), fake::RowName{});
 /* clang-format on */
 
-// Dates that 32 bits of seconds cannot tell, with and without a sign, and a length likewise.
-struct Extreme {
-    std::string name;
-    std::string date;     // as date(1) takes it
-    std::int64_t seconds; // the same
-    std::uintmax_t length;
-};
-class NameExtreme : public NameFile, public ::testing::WithParamInterface<Extreme> {};
-
-TEST_P(NameExtreme, IsReadAndWritten)
-{
-    const std::string name = path("hostname");
-    support::writeFile(name, "bmc-1\n");
-    support::run("truncate -s " + std::to_string(GetParam().length) + " " + name);
-    support::run("touch -d '" + GetParam().date + "' " + name);
-    struct statx status {};
-    ASSERT_EQ(statx(AT_FDCWD, name.c_str(), 0, STATX_BASIC_STATS, &status), 0);
-    ASSERT_EQ(status.stx_mtime.tv_sec, GetParam().seconds) << "the file system knows no such date";
-    ASSERT_EQ(status.stx_size, GetParam().length);
-
-    char text[nameSize] = "";
-    EXPECT_EQ(LIB_NW_ReadBmcNameFromFile(text), 0U);
-    EXPECT_STREQ(text, "bmc-1\n");
-    EXPECT_EQ(NW_WriteBmcNameToFile("rack", 4, name.c_str()), 0U);
-    EXPECT_TRUE(lines().empty());
-}
-
-/* clang-format off */
-INSTANTIATE_TEST_SUITE_P(Rows, NameExtreme, ::testing::Values(
-    Extreme{"Of2040",      "2040-01-01T00:00:00Z", 2208988800, 6},
-    Extreme{"Of2106",      "2106-06-01T00:00:00Z", 4304793600, 6},
-    Extreme{"Of3GiB",      "2026-01-01T00:00:00Z", 1767225600, 3221225472}), fake::RowName{});
-/* clang-format on */
-
 class NameWriteFailure : public NameFile {};
 
 TEST_F(NameWriteFailure, MissingFileIsNotMade)
