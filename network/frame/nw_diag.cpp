@@ -23,9 +23,16 @@ struct NW_LINE_HEAD_S {
         uint8_t ucLevel;
     };
     static constexpr NW_SHAPE_S s_astShape[] = {
-        {10, 0, 4}, {10, 0, 7}, {10, 0, 2}, {10, 0, 6}, {10, 4, 2}, {10, 4, 6}, {0, 0, 7},
+        {10, 0, 4}, /* NW_DIAG_ERROR */
+        {10, 0, 7}, /* NW_DIAG_DEBUG */
+        {10, 0, 2}, /* NW_DIAG_CRITICAL */
+        {10, 0, 6}, /* NW_DIAG_INFO */
+        {10, 4, 2}, /* NW_DIAG_IFC_FAIL */
+        {10, 4, 6}, /* NW_DIAG_IFC_TRACE */
+        {0, 0, 7},  /* NW_DIAG_NULL */
     };
-    const NW_SHAPE_S &stShape = s_astShape[uiPlace & 7U];
+    static_assert(NW_CountOf(s_astShape) == NW_DIAG_NULL + 1);
+    const NW_SHAPE_S &stShape = s_astShape[NW_ShapeOf(uiPlace)];
 
     return {stShape.ucModule, stShape.ucCategory, stShape.ucLevel, NW_LineOf(uiPlace),
             NW_UnitOf(uiPlace)};

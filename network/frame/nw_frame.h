@@ -30,12 +30,16 @@ inline constexpr const char *g_apcUnitName[] = {"libnetwork_mng", "libnetwork_op
 #define NW_UNIT_NAME g_apcUnitName[NW_UNIT]
 
 /* Where a line comes from and what it is, in one word: lines are many, and a word costs each of
- * them one instruction. */
+ * them one instruction. From the least bit: 3 of the shape, 2 of the unit, the source line. */
 using NW_PLACE = uint32_t;
 
 constexpr NW_PLACE NW_Place(NW_DIAG_SHAPE_E eShape, NW_UNIT_E eUnit, uint32_t uiLine)
 {
     return uiLine << 5U | static_cast<uint32_t>(eUnit) << 3U | eShape;
+}
+constexpr uint32_t NW_ShapeOf(NW_PLACE uiPlace)
+{
+    return uiPlace & 7U;
 }
 constexpr const char *NW_UnitOf(NW_PLACE uiPlace)
 {
@@ -64,7 +68,7 @@ constexpr const char *NW_LoggedValue(const char *pcValue)
     return pcValue;
 }
 
-/* Stands in nw_diag.cpp, with the kinds of lines that there are. */
+/* Stands in nw_diag.cpp, for the kinds of lines that there are; a new kind is a line there. */
 template <typename... VALUES>
 int NW_LogValues(NW_PLACE uiPlace, const char *pcFormat, VALUES... values);
 
