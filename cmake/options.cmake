@@ -7,6 +7,10 @@ target_compile_options(nw_options INTERFACE
     -Wcast-qual -Wundef -Wvla $<$<BOOL:${NW_WARNINGS_AS_ERRORS}>:-Werror>
     $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual>
     -fstack-protector-strong)
+# Times beyond 2038 and files beyond 2 GiB, also where a word has 32 bits.
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    add_compile_definitions(_TIME_BITS=64 _FILE_OFFSET_BITS=64)
+endif()
 # The same result wherever it is built, also where a compiler cache makes paths relative. Of two
 # prefixes that fit the later one counts.
 cmake_path(RELATIVE_PATH PROJECT_SOURCE_DIR BASE_DIRECTORY ${PROJECT_BINARY_DIR}

@@ -67,23 +67,16 @@ void NW_LogOperLog(const NW_OPER_LOG_S &stOperLog)
     NW_DIAG(NW_DIAG_DEBUG, "OperLog %s.", szText);
 }
 
-/* Builds a success text, copies it into a slot of the record and answers its level. It is built in
- * place of the record's own text, which is put back: a second record is too large for the stack. */
-uint8_t NW_BuildSlot(uint32_t uiModule, uint32_t uiPort, const void *pNetConfig,
-                     char (&szSlot)[NW_OPER_LOG_SLOT_SIZE], NW_OPER_LOG_S *pstOperLog)
+/* Builds a success text in a context of its own, then copies it into the slot and the context's
+ * level to *pucLevel. Nobody who looks at the slot's record sees a text that is being built. */
+void NW_BuildSlot(uint32_t uiModule, uint32_t uiPort, const void *pNetConfig,
+                  char (&szSlot)[NW_OPER_LOG_SLOT_SIZE], uint8_t *pucLevel)
 {
-    char szKept[NW_OPER_LOG_SLOT_SIZE];
-    const uint8_t ucKept = pstOperLog->ucLogLevel;
-    memcpy(szKept, pstOperLog->szOperLog, sizeof(szKept));
-    memset(pstOperLog->szOperLog, 0, sizeof(pstOperLog->szOperLog));
+    NW_OPER_LOG_S stPrivate{};
 
-    NW_OperateLogBuild(uiModule, NW_OK, uiPort, pNetConfig, pstOperLog);
-    BMC_Strlcpy(szSlot, pstOperLog->szOperLog, sizeof(szSlot));
-    const uint8_t ucLevel = pstOperLog->ucLogLevel;
-
-    memcpy(pstOperLog->szOperLog, szKept, sizeof(szKept));
-    pstOperLog->ucLogLevel = ucKept;
-    return ucLevel;
+    NW_OperateLogBuild(uiModule, NW_OK, uiPort, pNetConfig, &stPrivate);
+    BMC_Strlcpy(szSlot, stPrivate.szOperLog, sizeof(szSlot));
+    *pucLevel = stPrivate.ucLogLevel;
 }
 
 /* The combined set's shares of the two words do not overlap. */
@@ -111,14 +104,14 @@ void NW_BuildCombinedPart(const NW_COMBINED_PART_S &stPart, const NW_SET_NETWORK
                           uint32_t uiPort, NW_OPER_LOG_S *pstOperLog)
 {
     if (stPart.pszSlot == nullptr) {
-        pstOperLog->ucLogLevel =
-            NW_BuildLanSlots(s_astCombinedSlot, stRequest.stLan, uiPort, pstOperLog);
+        NW_LAN_SET_REQ_S stLan = stRequest.stLan;
+        NW_BuildLanSlots(s_astCombinedSlot, uiPort, &stLan, pstOperLog, &pstOperLog->ucLogLevel);
         return;
     }
 
     const auto *pucRequest = reinterpret_cast<const uint8_t *>(&stRequest);
-    pstOperLog->ucLogLevel = NW_BuildSlot(stPart.uiModule, uiPort, pucRequest + stPart.ulOffset,
-                                          pstOperLog->*stPart.pszSlot, pstOperLog);
+    NW_BuildSlot(stPart.uiModule, uiPort, pucRequest + stPart.ulOffset, pstOperLog->*stPart.pszSlot,
+                 &pstOperLog->ucLogLevel);
 }
 
 } // namespace
@@ -139,8 +132,7 @@ void NW_ParseSucessConfigParam(const uint8_t *pucNetConfig, uint32_t uiModule, u
 void NW_OperateLogBuild(uint32_t uiModule, uint32_t uiResult, uint32_t uiPort,
                         const void *pNetConfig, NW_OPER_LOG_S *pstOperLog)
 {
-    NW_CHECK_NULL(pNetConfig);
-    NW_CHECK_NULL(pstOperLog);
+    NW_CHECK_BUILDER_ARGUMENTS();
 
     pstOperLog->ucLogLevel = NW_OPER_LOG_LEVEL;
     if (uiResult != NW_OK) {
@@ -151,21 +143,18 @@ void NW_OperateLogBuild(uint32_t uiModule, uint32_t uiResult, uint32_t uiPort,
     NW_LogOperLog(*pstOperLog);
 }
 
-uint8_t NW_BuildLanSlots(const NW_LAN_SLOT_S (&astSlot)[NW_LAN_SLOT_COUNT],
-                         const NW_LAN_SET_REQ_S &stRequest, uint32_t uiPort,
-                         NW_OPER_LOG_S *pstOperLog)
+void NW_BuildLanSlots(const NW_LAN_SLOT_S (&astSlot)[NW_LAN_SLOT_COUNT], uint32_t uiPort,
+                      NW_LAN_SET_REQ_S *pstRequest, NW_OPER_LOG_S *pstOperLog, uint8_t *pucLevel)
 {
-    uint8_t ucLevel = 0;
+    const NW_LAN_BITMAP_S stWhole = pstRequest->stBitmap;
 
     for (const NW_LAN_SLOT_S &stSlot : astSlot) {
-        NW_LAN_SET_REQ_S stShare = stRequest;
+        pstRequest->stBitmap = stWhole;
         for (uint32_t i = 0; i < NW_LAN_WORD_COUNT; ++i) {
-            NW_DecomposeBitmap(&stShare.stBitmap, stSlot.aulMask[i], i);
+            NW_DecomposeBitmap(&pstRequest->stBitmap, stSlot.aulMask[i], i);
         }
-        ucLevel =
-            NW_BuildSlot(NW_LOG_LAN, uiPort, &stShare, pstOperLog->*stSlot.pszSlot, pstOperLog);
+        NW_BuildSlot(NW_LOG_LAN, uiPort, pstRequest, pstOperLog->*stSlot.pszSlot, pucLevel);
     }
-    return ucLevel;
 }
 
 void NW_OperateLogBuildAll(uint32_t uiSetMask, uint32_t uiFailModule, uint32_t uiResult,

@@ -8,6 +8,28 @@
 #include "network_mng/operate_log.h"
 #include "nw_frame.h"
 
+/* Opens a success builder, or a formatter, with the checks that all of its kind share. */
+#define NW_CHECK_BUILDER_ARGUMENTS()                                                               \
+    do {                                                                                           \
+        if (!NW_CanBuild(pNetConfig, pstOperLog, NW_Place(NW_DIAG_NULL, NW_UNIT, __LINE__),        \
+                         __func__)) {                                                              \
+            return;                                                                                \
+        }                                                                                          \
+    } while (false)
+#define NW_CHECK_FORMATTER_ARGUMENTS()                                                             \
+    do {                                                                                           \
+        if (!NW_CanFormat(pucNwCfg, pcOperLogDesc, NW_Place(NW_DIAG_NULL, NW_UNIT, __LINE__),      \
+                          __func__)) {                                                             \
+            return;                                                                                \
+        }                                                                                          \
+    } while (false)
+
+/* Whether both pointers are given; the first that is null is logged in the function's name. */
+bool NW_CanBuild(const void *pNetConfig, const NW_OPER_LOG_S *pstOperLog, NW_PLACE uiPlace,
+                 const char *pcFunction);
+bool NW_CanFormat(const uint8_t *pucNwCfg, const char *pcOperLogDesc, NW_PLACE uiPlace,
+                  const char *pcFunction);
+
 /* "dedicated port", "shared port", "active/standby port"; empty for an index above 2. */
 const char *NW_PortName(uint32_t uiPort);
 
@@ -54,10 +76,10 @@ struct NW_LAN_SLOT_S {
 
 constexpr size_t NW_LAN_SLOT_COUNT = 3;
 
-/* Builds the success text of each share in a context of its own and copies it into the slot; the
- * rest of pstOperLog stays as it is. Answers the level byte of the texts. */
-uint8_t NW_BuildLanSlots(const NW_LAN_SLOT_S (&astSlot)[NW_LAN_SLOT_COUNT],
-                         const NW_LAN_SET_REQ_S &stRequest, uint32_t uiPort,
-                         NW_OPER_LOG_S *pstOperLog);
+/* Builds the success text of each share in a private, zeroed context, then copies it into the slot
+ * and the context's level to *pucLevel. Of pstOperLog nothing but the three slots is touched;
+ * the request is the caller's own, whose bitmap is left with the last share. */
+void NW_BuildLanSlots(const NW_LAN_SLOT_S (&astSlot)[NW_LAN_SLOT_COUNT], uint32_t uiPort,
+                      NW_LAN_SET_REQ_S *pstRequest, NW_OPER_LOG_S *pstOperLog, uint8_t *pucLevel);
 
 #endif

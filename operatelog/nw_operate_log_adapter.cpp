@@ -33,8 +33,7 @@ NW_ADAPTER_NAME_S NW_AdapterName(uint8_t ucIndex)
 
 void NW_OperateLogParChannel(const uint8_t *pucNwCfg, uint32_t uiSize, char *pcOperLogDesc)
 {
-    NW_CHECK_NULL(pucNwCfg);
-    NW_CHECK_NULL(pcOperLogDesc);
+    NW_CHECK_FORMATTER_ARGUMENTS();
 
     uint16_t usOffset = 0;
     LIB_NW_GetNcsiChannelIdOffset(&usOffset);
@@ -43,16 +42,14 @@ void NW_OperateLogParChannel(const uint8_t *pucNwCfg, uint32_t uiSize, char *pcO
 
 void NW_OperateLogParNicPri(const uint8_t *pucNwCfg, uint32_t uiSize, char *pcOperLogDesc)
 {
-    NW_CHECK_NULL(pucNwCfg);
-    NW_CHECK_NULL(pcOperLogDesc);
+    NW_CHECK_FORMATTER_ARGUMENTS();
 
     BMC_Scnprintf(pcOperLogDesc, uiSize, "%s", NW_AdapterName(*pucNwCfg).szName);
 }
 
 void NW_OperateLogParCardPri(const uint8_t *pucNwCfg, uint32_t uiSize, char *pcOperLogDesc)
 {
-    NW_CHECK_NULL(pucNwCfg);
-    NW_CHECK_NULL(pcOperLogDesc);
+    NW_CHECK_FORMATTER_ARGUMENTS();
 
     uint16_t usCount = 0;
     const int iRet =

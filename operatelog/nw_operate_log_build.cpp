@@ -23,6 +23,9 @@ uint32_t NW_BitmapOf(const void *pNetConfig, size_t ulIndex = 0)
                          ulIndex * sizeof(WORD));
 }
 
+/* The host name request's bit for the second of the two names. */
+constexpr uint32_t NW_BIT_BMC_NAME = 0x4;
+
 /* What a sentence says: a heading, which may name a port, and the changed fields of a record. */
 struct NW_SENTENCE_S {
     uint32_t uiModule;
@@ -55,12 +58,19 @@ void NW_AppendRequest(uint32_t uiModule, const char *pcHead, const void *pNetCon
 
 } // namespace
 
-/* Opens a success builder with the checks that all share. */
 #define NW_BUILDER(name)                                                                           \
     void name(uint32_t, uint32_t, const void *pNetConfig, NW_OPER_LOG_S *pstOperLog)
-#define NW_CHECK_BUILDER_ARGUMENTS()                                                               \
-    NW_CHECK_NULL(pNetConfig);                                                                     \
-    NW_CHECK_NULL(pstOperLog)
+
+bool NW_CanBuild(const void *pNetConfig, const NW_OPER_LOG_S *pstOperLog, NW_PLACE uiPlace,
+                 const char *pcFunction)
+{
+    if (pNetConfig == nullptr) {
+        NW_LogNullPointer(uiPlace, "pNetConfig", pcFunction);
+    } else if (pstOperLog == nullptr) {
+        NW_LogNullPointer(uiPlace, "pstOperLog", pcFunction);
+    }
+    return pNetConfig != nullptr && pstOperLog != nullptr;
+}
 
 const char *NW_PortName(uint32_t uiPort)
 {
@@ -76,7 +86,7 @@ NW_BUILDER(NW_SuccessHostNameOperateLogBuild)
         return;
     }
 
-    /* The names may fill the record to its end; the byte behind it stops the formatter. */
+    /* A name may fill its field; the formatter stops at the byte behind it. */
     struct {
         NW_HOSTNAME_DB_INFO_S stRecord;
         char cEnd;
@@ -86,9 +96,18 @@ NW_BUILDER(NW_SuccessHostNameOperateLogBuild)
         NW_DIAG(NW_DIAG_ERROR, "[%d]Get BMCHostName Info from DB Failed.", uiResult);
         return;
     }
-    NW_AppendSentence(
-        {NW_LOG_HOSTNAME, "Host name set successfully", nullptr, &stHostName, {uiBitmap}},
-        pstOperLog);
+
+    const auto *pucRecord = reinterpret_cast<const uint8_t *>(&stHostName);
+    char &cBehindHostName = stHostName.stRecord.szBmcName[0];
+    const char cKept = cBehindHostName;
+    cBehindHostName = '\0';
+    NW_AppendOperLog(pstOperLog, "%s", "Host name set successfully");
+    NW_ParseSucessConfigParam(pucRecord, NW_LOG_HOSTNAME, 0, uiBitmap & ~NW_BIT_BMC_NAME,
+                              pstOperLog);
+    cBehindHostName = cKept;
+    NW_ParseSucessConfigParam(pucRecord, NW_LOG_HOSTNAME, 0, uiBitmap & NW_BIT_BMC_NAME,
+                              pstOperLog);
+    NW_AppendOperLog(pstOperLog, "%s", ".");
 }
 
 NW_BUILDER(NW_SuccessLANOperateLogBuild)

@@ -90,12 +90,22 @@ constexpr size_t NW_DOMAIN_PRINTED = 32;
 
 } // namespace
 
+bool NW_CanFormat(const uint8_t *pucNwCfg, const char *pcOperLogDesc, NW_PLACE uiPlace,
+                  const char *pcFunction)
+{
+    if (pucNwCfg == nullptr) {
+        NW_LogNullPointer(uiPlace, "pucNwCfg", pcFunction);
+    } else if (pcOperLogDesc == nullptr) {
+        NW_LogNullPointer(uiPlace, "pcOperLogDesc", pcFunction);
+    }
+    return pucNwCfg != nullptr && pcOperLogDesc != nullptr;
+}
+
 /* Defines a formatter: the checks that all share, then the statement given. */
 #define NW_FORMATTER(name, ...)                                                                    \
     void name(const uint8_t *pucNwCfg, uint32_t uiSize, char *pcOperLogDesc)                       \
     {                                                                                              \
-        NW_CHECK_NULL(pucNwCfg);                                                                   \
-        NW_CHECK_NULL(pcOperLogDesc);                                                              \
+        NW_CHECK_FORMATTER_ARGUMENTS();                                                            \
         __VA_ARGS__;                                                                               \
     }
 #define NW_WORD_FORMATTER(name, words, otherwise)                                                  \
@@ -126,8 +136,7 @@ NW_FORMATTER(NW_OperateLogParStr,
 
 void NW_OperateLogParIpv4Header(const uint8_t *pucNwCfg, uint32_t uiSize, char *pcOperLogDesc)
 {
-    NW_CHECK_NULL(pucNwCfg);
-    NW_CHECK_NULL(pcOperLogDesc);
+    NW_CHECK_FORMATTER_ARGUMENTS();
 
     const auto stHeader = NW_Load<NW_LAN_IPV4_HEADER_S>(pucNwCfg);
     BMC_Scnprintf(pcOperLogDesc, uiSize,
@@ -137,8 +146,7 @@ void NW_OperateLogParIpv4Header(const uint8_t *pucNwCfg, uint32_t uiSize, char *
 
 void NW_OperateLogParDNSDomain(const uint8_t *pucNwCfg, uint32_t uiSize, char *pcOperLogDesc)
 {
-    NW_CHECK_NULL(pucNwCfg);
-    NW_CHECK_NULL(pcOperLogDesc);
+    NW_CHECK_FORMATTER_ARGUMENTS();
 
     /* The domain is read no further than needed: it may fill its field without a terminator. */
     const char *pcDomain = reinterpret_cast<const char *>(pucNwCfg);

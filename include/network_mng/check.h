@@ -133,7 +133,7 @@ NW_EXPORT uint32_t LIB_NW_CheckIpv6SingRoutewithRouteSameSeg(const uint8_t *pucR
                                                              const NW_LAN_CFG_PORT_S *pstLanEthDB);
 
 /* 1 if another host on the interface answers for the 4-byte address; 0 also when the probe could
- * not be made. Runs the system's arping and blocks until it ends. */
+ * not be made. Runs the system's arping and blocks until it ends, whatever signals come. */
 NW_EXPORT uint32_t NW_IPV4AddressConflict(const char *pcIfname, const uint8_t *pucAddr);
 
 /* Address text of a host name into a buffer of NW_RESOLVED_TEXT_SIZE bytes: the last one that the

@@ -343,7 +343,9 @@ NW_EXTERN_C_BEGIN
 /* Full view of the port whose interface name the interface state record holds. The caller owns and
  * zeroes the output. An unknown name or a port not served in the present network mode gives
  * NW_ERR_GENERAL, a failed read the accessor's code. The kernel's address states and the wireless
- * record are asked for but not required. Blocks for one netlink exchange; about 11 KiB of stack. */
+ * record are asked for but not required. Blocks for one netlink exchange; about 11 KiB of stack.
+ * The netlink socket is closed in programs that are started meanwhile, but for one that another
+ * thread starts between the socket's opening and its marking. */
 NW_EXPORT NW_RESULT LIB_NW_GetLanConfig(const char *pcEthName,
                                         NW_ETHER_INS_INFO_S *pstEtherInsInfo);
 

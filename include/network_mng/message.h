@@ -35,7 +35,8 @@ NW_ASSERT_SIZE(HEARTBEAT_MSG_S, sizeof(long) + 8);
 
 NW_EXTERN_C_BEGIN
 
-/* Every failure but a null pointer gives NW_ERR_GENERAL. */
+/* Every failure but a null pointer gives NW_ERR_GENERAL. A path and id whose key is 0 or negative
+ * name no queue. */
 
 /* Makes an empty queue for the key; an earlier one is removed with its messages. */
 NW_EXPORT NW_RESULT NM_CreateMsg(const char *pcPath, int proj_id);

@@ -14,9 +14,9 @@ constexpr NW_ACCESSOR_S Current(uint32_t uiKey, uint32_t uiSize, NW_DIAG_SHAPE_E
     return {uiKey,
             uiSize,
             NW_DB_PATH_E::OPEN_THEN_CURRENT,
-            {eOpenShape, NW_TEXT_NO_ENVIRONMENT, NW_ERR_GENERAL},
-            {NW_DIAG_ERROR, pcNoDatabase, NW_ERR_DB_ENVIRONMENT},
-            {NW_DIAG_ERROR, pcNotDone, uiCode}};
+            NW_FailsWith(NW_ERR_GENERAL, eOpenShape, NW_TEXT_NO_ENVIRONMENT),
+            NW_FailsWith(NW_ERR_DB_ENVIRONMENT, NW_DIAG_ERROR, pcNoDatabase),
+            NW_FailsWith(uiCode, NW_DIAG_ERROR, pcNotDone)};
 }
 
 constexpr NW_ACCESSOR_S Direct(uint32_t uiKey, uint32_t uiSize, NW_DIAG_SHAPE_E eShape,
@@ -25,9 +25,9 @@ constexpr NW_ACCESSOR_S Direct(uint32_t uiKey, uint32_t uiSize, NW_DIAG_SHAPE_E 
     return {uiKey,
             uiSize,
             NW_DB_PATH_E::OPEN_ONLY,
-            {NW_DIAG_ERROR, NW_TEXT_NO_ENVIRONMENT, NW_ERR_DB_ENVIRONMENT},
+            NW_FailsWith(NW_ERR_DB_ENVIRONMENT, NW_DIAG_ERROR, NW_TEXT_NO_ENVIRONMENT),
             {},
-            {eShape, pcNotDone, uiCode}};
+            NW_FailsWith(uiCode, eShape, pcNotDone)};
 }
 
 constexpr const char *NW_TEXT_NO_DATABASE_TO_READ = "Failed to create LMDB environment!\n";

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
 /* Is an IPv4 address already in use on the network? */
+#include <errno.h>
 #include <stdio.h>
 
 #include "network_mng/check.h"
@@ -17,6 +18,18 @@ bool NW_IsInterfaceName(const char *pcIfname)
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"
         "0123456789._:@-";
     return pcIfname[strspn(pcIfname, NW_NAME_CHARACTERS)] == '\0';
+}
+
+/* Waits for one byte; a signal that comes in between decides nothing. */
+bool NW_ReadByte(FILE *pstPipe, char *pcByte)
+{
+    while (fread(pcByte, 1, 1, pstPipe) != 1) {
+        if (ferror(pstPipe) == 0 || errno != EINTR) {
+            return false;
+        }
+        clearerr(pstPipe);
+    }
+    return true;
 }
 
 } // namespace
@@ -38,8 +51,7 @@ uint32_t NW_IPV4AddressConflict(const char *pcIfname, const uint8_t *pucAddr)
 
     /* The tool's last line names the number of replies in its second word. */
     char cVerdict = 0;
-    const size_t ulRead = fread(&cVerdict, 1, 1, pstPipe);
-    if (ulRead != 1) {
+    if (!NW_ReadByte(pstPipe, &cVerdict)) {
         NW_DIAG(NW_DIAG_CRITICAL, "Error in fread : %s.", szCommand);
     }
     pclose(pstPipe);

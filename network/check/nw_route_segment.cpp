@@ -5,77 +5,68 @@
 
 namespace {
 
-/* What a conflict is called, and its code. */
+/* What a conflict is called, and its code, for each of the two routes. */
+struct NW_CODES_S {
+    NW_RESULT auiCode[NW_ROUTE_COUNT];
+};
 struct NW_VERDICT_S {
-    const char *pcText;
-    NW_RESULT uiCode;
+    const char *apcText[NW_ROUTE_COUNT];
+    NW_CODES_S stCodes;
 };
 
-NW_RESULT NW_Conflict(const NW_VERDICT_S &stVerdict)
+NW_RESULT NW_Conflict(const NW_VERDICT_S &stVerdict, size_t ulRoute)
 {
-    NW_DIAG(NW_DIAG_DEBUG, stVerdict.pcText);
-    return stVerdict.uiCode;
+    NW_DIAG(NW_DIAG_DEBUG, stVerdict.apcText[ulRoute]);
+    return stVerdict.stCodes.auiCode[ulRoute];
 }
 
-/* The verdicts on an IPv4 route: against a port, against the wireless network in either mode. */
-struct NW_IPV4_ROUTE_VERDICTS_S {
-    uint32_t uiSelect;
-    NW_VERDICT_S stInAddress;
-    NW_VERDICT_S stGatewayInAddress;
-    NW_VERDICT_S stInRoutes;
-};
-
-struct NW_WIFI_VERDICTS_S {
-    NW_VERDICT_S stInWifi;
-    NW_VERDICT_S stGatewayInWifi;
-};
-
-struct NW_IPV6_ROUTE_VERDICTS_S {
-    uint32_t uiSelect;
-    NW_VERDICT_S stInAddress;
-    NW_VERDICT_S stInRoutes;
-    NW_VERDICT_S stGatewayInAddress;
-    NW_VERDICT_S stGatewayInRoutes;
+/* The wireless network in one of the modes. */
+struct NW_WIFI_RULE_S {
+    const uint8_t *pucGatewayMask; /* a gateway must not meet the wireless address within it */
+    NW_VERDICT_S stIn;
+    NW_VERDICT_S stGatewayIn;
 };
 
 /* clang-format off */
-constexpr NW_IPV4_ROUTE_VERDICTS_S s_astIpv4Verdicts[NW_ROUTE_COUNT] = {
-    {NW_ROUTESET_IPV4_ROUTE1,
-     {"Ipv4 static route1 is in the same segment with ipv4 address when mode is normal.",         NW_ERR_IPV4_ROUTE1},
-     {"Ipv4 static route1 gateway is in the same segment with ipv4 address when mode is normal.", NW_ERR_IPV4_ROUTE1_GATEWAY},
-     {"Ipv4 static route1 is in the same segment with other route when mode is normal.",          NW_ERR_IPV4_ROUTE1}},
-    {NW_ROUTESET_IPV4_ROUTE2,
-     {"Ipv4 static route2 is in the same segment with ipv4 address when mode is normal.",         NW_ERR_IPV4_ROUTE2},
-     {"Ipv4 static route2 gateway is in the same segment with ipv4 address when mode is normal.", NW_ERR_IPV4_ROUTE2_GATEWAY},
-     {"Ipv4 static route2 is in the same segment with other route when mode is normal.",          NW_ERR_IPV4_ROUTE2}},
-};
+constexpr NW_CODES_S NW_IPV4_CODES        {{NW_ERR_IPV4_ROUTE1,         NW_ERR_IPV4_ROUTE2}};
+constexpr NW_CODES_S NW_IPV4_GATEWAY_CODES{{NW_ERR_IPV4_ROUTE1_GATEWAY, NW_ERR_IPV4_ROUTE2_GATEWAY}};
+constexpr NW_CODES_S NW_IPV6_CODES        {{NW_ERR_IPV6_ROUTE1,         NW_ERR_IPV6_ROUTE2}};
+constexpr NW_CODES_S NW_IPV6_GATEWAY_CODES{{NW_ERR_IPV6_ROUTE1_GATEWAY, NW_ERR_IPV6_ROUTE2_GATEWAY}};
 
-constexpr NW_WIFI_VERDICTS_S s_astNormalWifi[NW_ROUTE_COUNT] = {
-    {{"Ipv4 static route1 is in the same segment with wifi when mode is normal.",         NW_ERR_IPV4_ROUTE1},
-     {"Ipv4 static route1 gateway is in the same segment with wifi when mode is normal.", NW_ERR_IPV4_ROUTE1_GATEWAY}},
-    {{"Ipv4 static route2 is in the same segment with wifi when mode is normal.",         NW_ERR_IPV4_ROUTE2},
-     {"Ipv4 static route2 gateway is in the same segment with wifi when mode is normal.", NW_ERR_IPV4_ROUTE2_GATEWAY}},
-};
+constexpr NW_VERDICT_S s_stIpv4InAddress{
+    {"Ipv4 static route1 is in the same segment with ipv4 address when mode is normal.",
+     "Ipv4 static route2 is in the same segment with ipv4 address when mode is normal."}, NW_IPV4_CODES};
+constexpr NW_VERDICT_S s_stIpv4GatewayInAddress{
+    {"Ipv4 static route1 gateway is in the same segment with ipv4 address when mode is normal.",
+     "Ipv4 static route2 gateway is in the same segment with ipv4 address when mode is normal."}, NW_IPV4_GATEWAY_CODES};
+constexpr NW_VERDICT_S s_stIpv4InRoutes{
+    {"Ipv4 static route1 is in the same segment with other route when mode is normal.",
+     "Ipv4 static route2 is in the same segment with other route when mode is normal."}, NW_IPV4_CODES};
 
-constexpr NW_WIFI_VERDICTS_S s_astStandbyWifi[NW_ROUTE_COUNT] = {
-    {{"The IPv4 static route1 is in the same segment with wifi.",         NW_ERR_IPV4_ROUTE1},
-     {"The IPv4 static route1 gateway is in the same segment with wifi.", NW_ERR_IPV4_ROUTE1_GATEWAY}},
-    {{"The IPv4 static route2 is in the same segment with wifi.",         NW_ERR_IPV4_ROUTE2},
-     {"The IPv4 static route2 gateway is in the same segment with wifi.", NW_ERR_IPV4_ROUTE2_GATEWAY}},
-};
+/* In normal mode a gateway conflicts only when it is the wireless address itself. */
+constexpr NW_WIFI_RULE_S s_stNormalWifi{NW_HOST_MASK,
+    {{"Ipv4 static route1 is in the same segment with wifi when mode is normal.",
+      "Ipv4 static route2 is in the same segment with wifi when mode is normal."}, NW_IPV4_CODES},
+    {{"Ipv4 static route1 gateway is in the same segment with wifi when mode is normal.",
+      "Ipv4 static route2 gateway is in the same segment with wifi when mode is normal."}, NW_IPV4_GATEWAY_CODES}};
+constexpr NW_WIFI_RULE_S s_stStandbyWifi{NW_WIFI_MASK,
+    {{"The IPv4 static route1 is in the same segment with wifi.",
+      "The IPv4 static route2 is in the same segment with wifi."}, NW_IPV4_CODES},
+    {{"The IPv4 static route1 gateway is in the same segment with wifi.",
+      "The IPv4 static route2 gateway is in the same segment with wifi."}, NW_IPV4_GATEWAY_CODES}};
 
-constexpr NW_IPV6_ROUTE_VERDICTS_S s_astIpv6Verdicts[NW_ROUTE_COUNT] = {
-    {NW_ROUTESET_IPV6_ROUTE1,
-     {"Ipv6 static route1 is in the same segment with ipv6 address when mode is normal.",         NW_ERR_IPV6_ROUTE1},
-     {"Ipv6 static route1 is in the same segment with other route when mode is normal.",          NW_ERR_IPV6_ROUTE1},
-     {"Ipv6 static route1 gateway is in the same segment with ipv6 address when mode is normal.", NW_ERR_IPV6_ROUTE1_GATEWAY},
-     {"Ipv6 static route1 gateway is in the same segment with other route when mode is normal.",  NW_ERR_IPV6_ROUTE1_GATEWAY}},
-    {NW_ROUTESET_IPV6_ROUTE2,
-     {"Ipv6 static route2 is in the same segment with ipv6 address when mode is normal.",         NW_ERR_IPV6_ROUTE2},
-     {"Ipv6 static route2 is in the same segment with other route when mode is normal.",          NW_ERR_IPV6_ROUTE2},
-     {"Ipv6 static route2 gateway is in the same segment with ipv6 address when mode is normal.", NW_ERR_IPV6_ROUTE2_GATEWAY},
-     {"Ipv6 static route2 gateway is in the same segment with other route when mode is normal.",  NW_ERR_IPV6_ROUTE2_GATEWAY}},
-};
+constexpr NW_VERDICT_S s_stIpv6InAddress{
+    {"Ipv6 static route1 is in the same segment with ipv6 address when mode is normal.",
+     "Ipv6 static route2 is in the same segment with ipv6 address when mode is normal."}, NW_IPV6_CODES};
+constexpr NW_VERDICT_S s_stIpv6InRoutes{
+    {"Ipv6 static route1 is in the same segment with other route when mode is normal.",
+     "Ipv6 static route2 is in the same segment with other route when mode is normal."}, NW_IPV6_CODES};
+constexpr NW_VERDICT_S s_stIpv6GatewayInAddress{
+    {"Ipv6 static route1 gateway is in the same segment with ipv6 address when mode is normal.",
+     "Ipv6 static route2 gateway is in the same segment with ipv6 address when mode is normal."}, NW_IPV6_GATEWAY_CODES};
+constexpr NW_VERDICT_S s_stIpv6GatewayInRoutes{
+    {"Ipv6 static route1 gateway is in the same segment with other route when mode is normal.",
+     "Ipv6 static route2 gateway is in the same segment with other route when mode is normal."}, NW_IPV6_GATEWAY_CODES};
 
 constexpr const char *s_apcOtherRouteText[NW_ROUTE_COUNT] = {
     "Ipv4 static route is in the same segment with other port route1.",
@@ -83,6 +74,11 @@ constexpr const char *s_apcOtherRouteText[NW_ROUTE_COUNT] = {
 };
 /* clang-format on */
 
+/* Which bit selects a route. */
+constexpr uint32_t s_auiIpv4Select[NW_ROUTE_COUNT] = {NW_ROUTESET_IPV4_ROUTE1,
+                                                      NW_ROUTESET_IPV4_ROUTE2};
+constexpr uint32_t s_auiIpv6Select[NW_ROUTE_COUNT] = {NW_ROUTESET_IPV6_ROUTE1,
+                                                      NW_ROUTESET_IPV6_ROUTE2};
 constexpr uint32_t NW_ROUTESET_IPV4 = NW_ROUTESET_IPV4_ROUTE1 | NW_ROUTESET_IPV4_ROUTE2;
 constexpr uint32_t NW_ROUTESET_IPV6 = NW_ROUTESET_IPV6_ROUTE1 | NW_ROUTESET_IPV6_ROUTE2;
 
@@ -90,48 +86,24 @@ constexpr uint32_t NW_ROUTESET_IPV6 = NW_ROUTESET_IPV6_ROUTE1 | NW_ROUTESET_IPV6
 constexpr uint8_t NW_NO_ADDRESS_COUNT = 255;
 constexpr uint32_t NW_GATEWAY_PREFIX = 128;
 
-/* The selected valid routes against the wireless address: the destination within the wireless
- * network, the gateway within the given mask of it. */
-NW_RESULT NW_RoutesMeetWifi(uint32_t uiRouteSet, const uint8_t *pucWifiAddr,
-                            const uint8_t *pucWifiMask, const uint8_t *pucGatewayMask,
-                            const NW_LAN_CFG_PORT_S &stPort,
-                            const NW_WIFI_VERDICTS_S (&astVerdicts)[NW_ROUTE_COUNT])
+/* The selected valid routes against the wireless address. */
+NW_RESULT NW_RoutesMeetWifi(const NW_WIFI_RULE_S &stRule, uint32_t uiRouteSet,
+                            const NW_LAN_CFG_PORT_S &stPort, const uint8_t *pucWifiAddr,
+                            const uint8_t *pucWifiMask)
 {
     for (size_t i = 0; i < NW_ROUTE_COUNT; ++i) {
         const NW_LAN_CFG_IPV4_ROUTE_S &stRoute = stPort.astIpv4Route[i];
-        if ((uiRouteSet & s_astIpv4Verdicts[i].uiSelect) == 0 || !NW_IsOn(stRoute.ucState)) {
+        if ((uiRouteSet & s_auiIpv4Select[i]) == 0 || !NW_IsOn(stRoute.ucState)) {
             continue;
         }
         if (NW_CheckDoubleIPv4SameSegment(stRoute.aucAddr, stRoute.aucMask, pucWifiAddr,
                                           pucWifiMask) == 1) {
-            return NW_Conflict(astVerdicts[i].stInWifi);
+            return NW_Conflict(stRule.stIn, i);
         }
         if (NW_CheckDoubleIPv4SameSegment(stRoute.aucGateway, NW_HOST_MASK, pucWifiAddr,
-                                          pucGatewayMask) == 1) {
-            return NW_Conflict(astVerdicts[i].stGatewayInWifi);
+                                          stRule.pucGatewayMask) == 1) {
+            return NW_Conflict(stRule.stGatewayIn, i);
         }
-    }
-    return NW_OK;
-}
-
-NW_RESULT NW_Ipv6RouteMeetsPort(const NW_LAN_CFG_IPV6_ROUTE_S &stRoute,
-                                const NW_LAN_CFG_PORT_S &stOther,
-                                const NW_IPV6_ROUTE_VERDICTS_S &stVerdicts)
-{
-    if (LIB_NW_CheckIpv6SingRoutewithIpSameSeg(stRoute.aucAddr, stRoute.ucPrefix, &stOther) == 1) {
-        return NW_Conflict(stVerdicts.stInAddress);
-    }
-    if (LIB_NW_CheckIpv6SingRoutewithRouteSameSeg(stRoute.aucAddr, stRoute.ucPrefix, &stOther) ==
-        1) {
-        return NW_Conflict(stVerdicts.stInRoutes);
-    }
-    if (LIB_NW_CheckIpv6SingRoutewithIpSameSeg(stRoute.aucGateway, NW_GATEWAY_PREFIX, &stOther) ==
-        1) {
-        return NW_Conflict(stVerdicts.stGatewayInAddress);
-    }
-    if (LIB_NW_CheckIpv6SingRoutewithRouteSameSeg(stRoute.aucGateway, NW_GATEWAY_PREFIX,
-                                                  &stOther) == 1) {
-        return NW_Conflict(stVerdicts.stGatewayInRoutes);
     }
     return NW_OK;
 }
@@ -249,8 +221,8 @@ NW_RESULT NW_CheckRoutesStandby(uint32_t uiRouteSet, const NW_WIFI_ADDR_S &stWif
         return NW_OK;
     }
 
-    const NW_RESULT uiResult = NW_RoutesMeetWifi(NW_ROUTESET_IPV4, stWifi.aucIpv4Addr, NW_WIFI_MASK,
-                                                 NW_WIFI_MASK, stBond, s_astStandbyWifi);
+    const NW_RESULT uiResult = NW_RoutesMeetWifi(s_stStandbyWifi, NW_ROUTESET_IPV4, stBond,
+                                                 stWifi.aucIpv4Addr, NW_WIFI_MASK);
     if (uiResult != NW_OK) {
         NW_DIAG(NW_DIAG_DEBUG, "Ipv4 route address is in the same segment when mode is standby.");
         NW_DIAG(NW_DIAG_DEBUG, "Route address is in the same segment when standby mode");
@@ -292,29 +264,26 @@ NW_RESULT NW_CheckIpv4RouteWithPort(uint32_t uiRouteSet, const NW_LAN_CFG_PORT_S
 {
     for (size_t i = 0; i < NW_ROUTE_COUNT; ++i) {
         const NW_LAN_CFG_IPV4_ROUTE_S &stRoute = stPort.astIpv4Route[i];
-        const NW_IPV4_ROUTE_VERDICTS_S &stVerdicts = s_astIpv4Verdicts[i];
-        if ((uiRouteSet & stVerdicts.uiSelect) == 0 || !NW_IsOn(stRoute.ucState)) {
+        if ((uiRouteSet & s_auiIpv4Select[i]) == 0 || !NW_IsOn(stRoute.ucState)) {
             continue;
         }
         if (NW_CheckIpv4RouteWithPortIp(stRoute.aucAddr, stRoute.aucMask, stOther) == 1) {
-            return NW_Conflict(stVerdicts.stInAddress);
+            return NW_Conflict(s_stIpv4InAddress, i);
         }
         if (NW_CheckIpv4RouteWithPortIp(stRoute.aucGateway, NW_HOST_MASK, stOther) == 1) {
-            return NW_Conflict(stVerdicts.stGatewayInAddress);
+            return NW_Conflict(s_stIpv4GatewayInAddress, i);
         }
         if (NW_CheckIpv4RouteWithPortRoute(stRoute.aucAddr, stRoute.aucMask, stOther) == 1) {
-            return NW_Conflict(stVerdicts.stInRoutes);
+            return NW_Conflict(s_stIpv4InRoutes, i);
         }
     }
     return NW_OK;
 }
 
-/* A gateway conflicts only when it is the wireless address itself. */
 NW_RESULT NW_CheckIpv4RouteWithWifi(uint32_t uiRouteSet, const uint8_t *pucWifiAddr,
                                     const uint8_t *pucWifiMask, const NW_LAN_CFG_PORT_S &stPort)
 {
-    return NW_RoutesMeetWifi(uiRouteSet, pucWifiAddr, pucWifiMask, NW_HOST_MASK, stPort,
-                             s_astNormalWifi);
+    return NW_RoutesMeetWifi(s_stNormalWifi, uiRouteSet, stPort, pucWifiAddr, pucWifiMask);
 }
 
 NW_RESULT NW_CheckIpv6RouteWithPort(uint32_t uiRouteSet, const NW_LAN_CFG_PORT_S &stOther,
@@ -322,12 +291,23 @@ NW_RESULT NW_CheckIpv6RouteWithPort(uint32_t uiRouteSet, const NW_LAN_CFG_PORT_S
 {
     for (size_t i = 0; i < NW_ROUTE_COUNT; ++i) {
         const NW_LAN_CFG_IPV6_ROUTE_S &stRoute = stPort.astIpv6Route[i];
-        if ((uiRouteSet & s_astIpv6Verdicts[i].uiSelect) == 0 || !NW_IsOn(stRoute.ucState)) {
+        if ((uiRouteSet & s_auiIpv6Select[i]) == 0 || !NW_IsOn(stRoute.ucState)) {
             continue;
         }
-        const NW_RESULT uiResult = NW_Ipv6RouteMeetsPort(stRoute, stOther, s_astIpv6Verdicts[i]);
-        if (uiResult != NW_OK) {
-            return uiResult;
+        if (LIB_NW_CheckIpv6SingRoutewithIpSameSeg(stRoute.aucAddr, stRoute.ucPrefix, &stOther)) {
+            return NW_Conflict(s_stIpv6InAddress, i);
+        }
+        if (LIB_NW_CheckIpv6SingRoutewithRouteSameSeg(stRoute.aucAddr, stRoute.ucPrefix,
+                                                      &stOther)) {
+            return NW_Conflict(s_stIpv6InRoutes, i);
+        }
+        if (LIB_NW_CheckIpv6SingRoutewithIpSameSeg(stRoute.aucGateway, NW_GATEWAY_PREFIX,
+                                                   &stOther)) {
+            return NW_Conflict(s_stIpv6GatewayInAddress, i);
+        }
+        if (LIB_NW_CheckIpv6SingRoutewithRouteSameSeg(stRoute.aucGateway, NW_GATEWAY_PREFIX,
+                                                      &stOther)) {
+            return NW_Conflict(s_stIpv6GatewayInRoutes, i);
         }
     }
     return NW_OK;

@@ -12,7 +12,7 @@ constexpr const char *NW_TEXT_ARP_NOT_UPDATED =
 
 /* clang-format off */
 constexpr NW_SETTER_S s_stSuspend{Network_RPC_Comm, NW_CMD_SUSPEND_ARP, NW_DIAG_ERROR,
-    "BMC_RPC_CallWithStruct Failed when suspending BMC ARPs, iRet:%d", NW_LOG_LAN};
+    "BMC_RPC_CallWithStruct Failed when suspending BMC ARPs, iRet:%d"};
 constexpr NW_SETTER_S s_stUpdate{Network_RPC_Comm, NW_CMD_UPDATE_ARP,   NW_DIAG_ERROR, NW_TEXT_ARP_NOT_UPDATED};
 constexpr NW_SETTER_S s_stResume{Network_RPC_Comm, NW_CMD_RESUME_ARP,   NW_DIAG_ERROR, NW_TEXT_ARP_NOT_UPDATED};
 /* clang-format on */
@@ -66,8 +66,7 @@ NW_RESULT LIB_NW_SuspendBMCArp(const uint8_t *pstSuspendBMCArpReq, uint8_t *pucA
     }
 
     const NW_LAN_SET_REQ_S stRecord = NW_SuspendRecord(stResponse.uiDetail, stRequest.ucArpSuspend);
-    NW_OperateLogBuild(s_stSuspend.uiLogModule, uiResult, stResponse.uiDetail, &stRecord,
-                       pstOperLog);
+    NW_OperateLogBuild(NW_LOG_LAN, uiResult, stResponse.uiDetail, &stRecord, pstOperLog);
     return uiResult;
 }
 

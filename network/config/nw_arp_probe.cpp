@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "network_mng/socket.h"
+#include "nw_descriptor.h"
 
 namespace {
 
@@ -171,6 +172,7 @@ void NW_ProbeGateway(uint32_t uiIfIndex, const NW_LAN_CFG_PORT_S &stPort, uint8_
         return;
     }
 
+    NW_CloseOnExec(stProbe.iSocket);
     const char *pcFault = NW_BindToInterface(stProbe.iSocket, uiIfIndex, &stProbe.stBound);
     if (pcFault != nullptr) {
         close(stProbe.iSocket);

@@ -4,10 +4,11 @@
 #include "network_mng/settings.h"
 #include "nw_setter.h"
 
-static constexpr NW_SETTER_S s_stSetAn{
-    Network_RPC_Comm, NW_CMD_SET_AN,
-    NW_DIAG_ERROR,    "Network_RPC_Comm Failed when setting net port's AN and Speed!",
-    NW_LOG_AN,        NW_ANSWERS_E::RESPONSE_WORD};
+static constexpr NW_LOGGED_SETTER_S s_stSetAn{
+    {Network_RPC_Comm, NW_CMD_SET_AN, NW_DIAG_ERROR,
+     "Network_RPC_Comm Failed when setting net port's AN and Speed!"},
+    NW_LOG_AN,
+    NW_ANSWERS_E::RESPONSE_WORD};
 
 NW_RESULT LIB_NW_SetAnPortConfig(const uint8_t *pstAnBitmap, const uint8_t *pstAnConfig,
                                  NW_OPER_LOG_S *pstOperLog)

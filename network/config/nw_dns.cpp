@@ -9,8 +9,9 @@
 
 namespace {
 
-constexpr NW_SETTER_S s_stSetDns{Network_RPC_Comm, NW_CMD_SET_DNS, NW_DIAG_ERROR,
-                                 "BMC_RPC_CallWithStruct Failed when setting dnscfg!", NW_LOG_DNS};
+constexpr NW_LOGGED_SETTER_S s_stSetDns{{Network_RPC_Comm, NW_CMD_SET_DNS, NW_DIAG_ERROR,
+                                         "BMC_RPC_CallWithStruct Failed when setting dnscfg!"},
+                                        NW_LOG_DNS};
 
 /* Where a family's data stand in the stored entry and in the caller's. */
 struct NW_DNS_FAMILY_S {

@@ -4,10 +4,11 @@
 #include "network_mng/settings.h"
 #include "nw_setter.h"
 
-static constexpr NW_SETTER_S s_stSetHostName{
-    Network_RPC_Comm, NW_CMD_SET_HOSTNAME,
-    NW_DIAG_ERROR,    "BMC_RPC_CallWithStruct Failed when setting hostname!",
-    NW_LOG_HOSTNAME,  NW_ANSWERS_E::RESPONSE_WORD};
+static constexpr NW_LOGGED_SETTER_S s_stSetHostName{
+    {Network_RPC_Comm, NW_CMD_SET_HOSTNAME, NW_DIAG_ERROR,
+     "BMC_RPC_CallWithStruct Failed when setting hostname!"},
+    NW_LOG_HOSTNAME,
+    NW_ANSWERS_E::RESPONSE_WORD};
 
 NW_RESULT LIB_NW_SetHostName(uint8_t ucHostNameArg, const void *pstHostNameConf,
                              NW_OPER_LOG_S *pstOperLog)

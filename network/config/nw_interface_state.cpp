@@ -8,13 +8,12 @@
 namespace {
 
 /* clang-format off */
-constexpr NW_SETTER_S s_stSetNetMode{
-    Network_RPC_Comm, NW_CMD_SET_NET_MODE,    NW_DIAG_IFC_FAIL, NW_TEXT_IFC_STATE_NOT_SET, NW_LOG_NET_MODE};
-constexpr NW_SETTER_S s_stSetLanReverse{
-    Network_RPC_Comm, NW_CMD_SET_LAN_REVERSE, NW_DIAG_IFC_FAIL, NW_TEXT_IFC_STATE_NOT_SET, NW_LOG_LAN_REVERSE};
-/* Writes the combined operation log of its own. */
+constexpr NW_LOGGED_SETTER_S s_stSetNetMode{
+    {Network_RPC_Comm, NW_CMD_SET_NET_MODE,    NW_DIAG_IFC_FAIL, NW_TEXT_IFC_STATE_NOT_SET}, NW_LOG_NET_MODE};
+constexpr NW_LOGGED_SETTER_S s_stSetLanReverse{
+    {Network_RPC_Comm, NW_CMD_SET_LAN_REVERSE, NW_DIAG_IFC_FAIL, NW_TEXT_IFC_STATE_NOT_SET}, NW_LOG_LAN_REVERSE};
 constexpr NW_SETTER_S s_stSetAll{
-    Network_RPC_Comm, NW_CMD_SET_ALL,         NW_DIAG_IFC_FAIL, NW_TEXT_IFC_STATE_NOT_SET};
+    Network_RPC_Comm,  NW_CMD_SET_ALL,         NW_DIAG_IFC_FAIL, NW_TEXT_IFC_STATE_NOT_SET};
 /* clang-format on */
 
 /* The channels that a LAN may have. */
@@ -88,7 +87,7 @@ NW_RESULT NW_CheckChannel(uint32_t uiChannel, uint32_t *puiIndex)
         return uiResult;
     }
 
-    *puiIndex = uiPort; /* stored even where the port is missing */
+    NW_Store(puiIndex, uiPort); /* even where the port is missing */
     if (stIfcState.aucPortPresent[uiPort] == 0) {
         NW_DIAG(NW_DIAG_ERROR, "Current port is not supported.");
         return NW_ERR_PORT_NOT_SUPPORTED;
@@ -126,5 +125,5 @@ NW_RESULT LIB_NW_SetNetWorkAll(const NW_SET_NETWORK_ALL_S *pstSetNetworkAll,
     /* The answer's data begin with the module that failed. */
     NW_OperateLogBuildAll(pstSetNetworkAll->ulModuleMask, NW_Load<uint32_t>(stResponse.aucResData),
                           uiResult, stResponse.uiDetail, pstSetNetworkAll, pstOperLog);
-    return NW_AnswerOf(s_stSetAll, uiResult, stResponse);
+    return uiResult;
 }

@@ -8,104 +8,101 @@
 
 namespace {
 
-/* An address of the stored entry and its two places in the view. */
+/* A stored address and its two places in the view. Members, so that the compiler compares records,
+ * widths and types. */
+template <typename STORED, size_t SIZE>
 struct NW_ADDR_FIELD_S {
-    size_t ulEntry;
-    size_t ulRaw;
-    size_t ulText;
-    size_t ulRawSize; /* bytes of the raw value that the view receives */
+    uint8_t (STORED::*paucStored)[SIZE];
+    uint8_t (NW_ETHER_INS_INFO_S::*paucRaw)[SIZE];
+    char (NW_ETHER_INS_INFO_S::*pszText)[NW_ADDR_TEXT_SIZE];
 };
 
-#define ENTRY(field) offsetof(NW_LAN_CFG_PORT_S, field)
-#define VIEW(field) offsetof(NW_ETHER_INS_INFO_S, field)
+#define PORT(field) &NW_LAN_CFG_PORT_S::field
+#define ROUTE4(field) &NW_LAN_CFG_IPV4_ROUTE_S::field
+#define VIEW(field) &NW_ETHER_INS_INFO_S::field
 
 /* clang-format off */
-constexpr NW_ADDR_FIELD_S s_astIpv4Field[] = {
-    {ENTRY(aucIpv4Addr),    VIEW(aucIpv4Addr),    VIEW(szIpv4Addr),    NW_IPV4_SIZE},
-    {ENTRY(aucIpv4Mask),    VIEW(aucIpv4Mask),    VIEW(szIpv4Mask),    NW_IPV4_SIZE},
-    {ENTRY(aucIpv4Gateway), VIEW(aucIpv4Gateway), VIEW(szIpv4Gateway), NW_IPV4_SIZE},
-    {ENTRY(aucIpv4Addr2),   VIEW(aucIpv4Addr2),   VIEW(szIpv4Addr2),   NW_IPV4_SIZE},
+constexpr NW_ADDR_FIELD_S<NW_LAN_CFG_PORT_S, NW_IPV4_SIZE> s_astIpv4Field[] = {
+    {PORT(aucIpv4Addr),    VIEW(aucIpv4Addr),    VIEW(szIpv4Addr)},
+    {PORT(aucIpv4Mask),    VIEW(aucIpv4Mask),    VIEW(szIpv4Mask)},
+    {PORT(aucIpv4Gateway), VIEW(aucIpv4Gateway), VIEW(szIpv4Gateway)},
+    {PORT(aucIpv4Addr2),   VIEW(aucIpv4Addr2),   VIEW(szIpv4Addr2)},
 };
 
 struct NW_IPV4_ROUTE_FIELDS_S {
-    size_t ulState;
-    NW_ADDR_FIELD_S astField[3];
+    uint8_t NW_ETHER_INS_INFO_S::*pucState;
+    NW_ADDR_FIELD_S<NW_LAN_CFG_IPV4_ROUTE_S, NW_IPV4_SIZE> astField[3];
 };
 constexpr NW_IPV4_ROUTE_FIELDS_S s_astIpv4RouteFields[NW_ROUTE_COUNT] = {
-    {VIEW(ucIpv4Route1State),
-     {{ENTRY(astIpv4Route[0].aucAddr),    VIEW(aucIpv4Route1Addr),    VIEW(szIpv4Route1Addr),    NW_IPV4_SIZE},
-      {ENTRY(astIpv4Route[0].aucMask),    VIEW(aucIpv4Route1Mask),    VIEW(szIpv4Route1Mask),    NW_IPV4_SIZE},
-      {ENTRY(astIpv4Route[0].aucGateway), VIEW(aucIpv4Route1Gateway), VIEW(szIpv4Route1Gateway), NW_IPV4_SIZE}}},
-    {VIEW(ucIpv4Route2State),
-     {{ENTRY(astIpv4Route[1].aucAddr),    VIEW(aucIpv4Route2Addr),    VIEW(szIpv4Route2Addr),    NW_IPV4_SIZE},
-      {ENTRY(astIpv4Route[1].aucMask),    VIEW(aucIpv4Route2Mask),    VIEW(szIpv4Route2Mask),    NW_IPV4_SIZE},
-      {ENTRY(astIpv4Route[1].aucGateway), VIEW(aucIpv4Route2Gateway), VIEW(szIpv4Route2Gateway), NW_IPV4_SIZE}}},
+    {VIEW(ucIpv4Route1State), {{ROUTE4(aucAddr),    VIEW(aucIpv4Route1Addr),    VIEW(szIpv4Route1Addr)},
+                               {ROUTE4(aucMask),    VIEW(aucIpv4Route1Mask),    VIEW(szIpv4Route1Mask)},
+                               {ROUTE4(aucGateway), VIEW(aucIpv4Route1Gateway), VIEW(szIpv4Route1Gateway)}}},
+    {VIEW(ucIpv4Route2State), {{ROUTE4(aucAddr),    VIEW(aucIpv4Route2Addr),    VIEW(szIpv4Route2Addr)},
+                               {ROUTE4(aucMask),    VIEW(aucIpv4Route2Mask),    VIEW(szIpv4Route2Mask)},
+                               {ROUTE4(aucGateway), VIEW(aucIpv4Route2Gateway), VIEW(szIpv4Route2Gateway)}}},
 };
 
-constexpr NW_ADDR_FIELD_S s_stStaticField{
-    ENTRY(aucIpv6Addr), VIEW(aaucIpv6Addr[NW_IPV6_SLOT_STATIC]), VIEW(aszIpv6Addr[NW_IPV6_SLOT_STATIC]), NW_IPV6_SIZE};
-constexpr NW_ADDR_FIELD_S s_stLinkLocalField{
-    ENTRY(stLinkLocal.aucAddr), VIEW(aaucIpv6Addr[NW_IPV6_SLOT_LINK_LOCAL]), VIEW(aszIpv6Addr[NW_IPV6_SLOT_LINK_LOCAL]), NW_IPV6_SIZE};
-constexpr NW_ADDR_FIELD_S s_astIpv6GatewayField[] = {
-    {ENTRY(aucIpv6Gateway),  VIEW(aucIpv6Gateway),  VIEW(szIpv6Gateway),  NW_IPV6_SIZE},
-    {ENTRY(aucIpv6Gateway2), VIEW(aucIpv6Gateway2), VIEW(szIpv6Gateway2), NW_IPV6_SIZE},
-};
-
-struct NW_IPV6_ROUTE_FIELDS_S {
-    size_t ulState;
-    size_t ulPrefix;
-    NW_ADDR_FIELD_S astField[2];
-};
-/* Of the second gateway only 4 raw bytes are handed out; callers rely on it. */
-constexpr NW_IPV6_ROUTE_FIELDS_S s_astIpv6RouteFields[NW_ROUTE_COUNT] = {
-    {VIEW(ucIpv6Route1State), VIEW(ucIpv6Route1Prefix),
-     {{ENTRY(astIpv6Route[0].aucAddr),    VIEW(aucIpv6Route1Addr),    VIEW(szIpv6Route1Addr),    NW_IPV6_SIZE},
-      {ENTRY(astIpv6Route[0].aucGateway), VIEW(aucIpv6Route1Gateway), VIEW(szIpv6Route1Gateway), NW_IPV6_SIZE}}},
-    {VIEW(ucIpv6Route2State), VIEW(ucIpv6Route2Prefix),
-     {{ENTRY(astIpv6Route[1].aucAddr),    VIEW(aucIpv6Route2Addr),    VIEW(szIpv6Route2Addr),    NW_IPV6_SIZE},
-      {ENTRY(astIpv6Route[1].aucGateway), VIEW(aucIpv6Route2Gateway), VIEW(szIpv6Route2Gateway), NW_IPV4_SIZE}}},
+constexpr NW_ADDR_FIELD_S<NW_LAN_CFG_PORT_S, NW_IPV6_SIZE> s_astIpv6GatewayField[] = {
+    {PORT(aucIpv6Gateway),  VIEW(aucIpv6Gateway),  VIEW(szIpv6Gateway)},
+    {PORT(aucIpv6Gateway2), VIEW(aucIpv6Gateway2), VIEW(szIpv6Gateway2)},
 };
 /* clang-format on */
+
+/* An address of either width. */
+struct NW_ADDR_S {
+    uint32_t uiFamily;
+    const uint8_t *pucAddr;
+};
+
+NW_ADDR_S NW_Addr(const uint8_t (&aucAddr)[NW_IPV4_SIZE])
+{
+    return {NW_FAMILY_IPV4, aucAddr};
+}
+NW_ADDR_S NW_Addr(const uint8_t (&aucAddr)[NW_IPV6_SIZE])
+{
+    return {NW_FAMILY_IPV6, aucAddr};
+}
+
+void NW_ShowText(const NW_ADDR_S &stAddr, char (&szShown)[NW_ADDR_TEXT_SIZE])
+{
+    char szText[NW_ADDR_TEXT_SIZE]{};
+
+    inet_ntop(static_cast<int>(stAddr.uiFamily), stAddr.pucAddr, szText, sizeof(szText));
+    BMC_Strlcpy(szShown, szText, sizeof(szShown));
+}
+
+bool NW_ShowTextUnlessEmpty(const NW_ADDR_S &stAddr, char (&szShown)[NW_ADDR_TEXT_SIZE])
+{
+    if (NW_CheckIpIsEmpty(stAddr.uiFamily, stAddr.pucAddr) == 1) {
+        return false;
+    }
+    NW_ShowText(stAddr, szShown);
+    return true;
+}
+
+/* The raw value always, the text of one that is not empty; answers whether it is not. */
+template <size_t SIZE>
+bool NW_ShowAddress(const uint8_t (&aucStored)[SIZE], uint8_t (&aucRaw)[SIZE],
+                    char (&szText)[NW_ADDR_TEXT_SIZE])
+{
+    memcpy(aucRaw, aucStored, SIZE);
+    return NW_ShowTextUnlessEmpty(NW_Addr(aucStored), szText);
+}
+
+template <typename STORED, size_t SIZE>
+void NW_ShowField(const STORED &stStored, const NW_ADDR_FIELD_S<STORED, SIZE> &stField,
+                  NW_ETHER_INS_INFO_S *pstView)
+{
+    NW_ShowAddress(stStored.*stField.paucStored, pstView->*stField.paucRaw,
+                   pstView->*stField.pszText);
+}
 
 /* A stored entry and the view that it fills. */
 struct NW_QUERY_S {
     const NW_LAN_CFG_PORT_S &stEntry;
     uint32_t uiIfIndex;
     NW_ETHER_INS_INFO_S *pstView;
-
-    const uint8_t *Stored(const NW_ADDR_FIELD_S &stField) const
-    {
-        return reinterpret_cast<const uint8_t *>(&stEntry) + stField.ulEntry;
-    }
-    uint8_t *Shown(size_t ulOffset) const
-    {
-        return reinterpret_cast<uint8_t *>(pstView) + ulOffset;
-    }
 };
-
-void NW_ShowRaw(const NW_QUERY_S &stQuery, const NW_ADDR_FIELD_S &stField)
-{
-    memcpy(stQuery.Shown(stField.ulRaw), stQuery.Stored(stField), stField.ulRawSize);
-}
-
-void NW_ShowText(const NW_QUERY_S &stQuery, const NW_ADDR_FIELD_S &stField, uint32_t uiFamily)
-{
-    char szText[NW_ADDR_TEXT_SIZE]{};
-
-    inet_ntop(static_cast<int>(uiFamily), stQuery.Stored(stField), szText, sizeof(szText));
-    BMC_Strlcpy(reinterpret_cast<char *>(stQuery.Shown(stField.ulText)), szText, NW_ADDR_TEXT_SIZE);
-}
-
-/* The raw value always, the text of one that is not empty; answers whether it is not. */
-bool NW_ShowAddress(const NW_QUERY_S &stQuery, const NW_ADDR_FIELD_S &stField, uint32_t uiFamily)
-{
-    NW_ShowRaw(stQuery, stField);
-    if (NW_CheckIpIsEmpty(uiFamily, stQuery.Stored(stField)) == 1) {
-        return false;
-    }
-    NW_ShowText(stQuery, stField, uiFamily);
-    return true;
-}
 
 void NW_ShowLink(const NW_QUERY_S &stQuery, uint8_t ucChannel)
 {
@@ -127,6 +124,20 @@ void NW_ShowLink(const NW_QUERY_S &stQuery, uint8_t ucChannel)
                   pucMac[0], pucMac[1], pucMac[2], pucMac[3], pucMac[4], pucMac[5]);
 }
 
+/* Once the route is on, its three texts are written whatever they are. */
+void NW_ShowIpv4Route(const NW_LAN_CFG_IPV4_ROUTE_S &stRoute,
+                      const NW_IPV4_ROUTE_FIELDS_S &stFields, NW_ETHER_INS_INFO_S *pstView)
+{
+    pstView->*stFields.pucState = stRoute.ucState;
+    if (stRoute.ucState != 1) {
+        return;
+    }
+    for (const auto &stField : stFields.astField) {
+        memcpy(pstView->*stField.paucRaw, stRoute.*stField.paucStored, NW_IPV4_SIZE);
+        NW_ShowText(NW_Addr(stRoute.*stField.paucStored), pstView->*stField.pszText);
+    }
+}
+
 void NW_ShowIpv4(const NW_QUERY_S &stQuery)
 {
     const NW_LAN_CFG_PORT_S &stEntry = stQuery.stEntry;
@@ -136,80 +147,91 @@ void NW_ShowIpv4(const NW_QUERY_S &stQuery)
         return;
     }
 
-    stQuery.pstView->ucIpv4Type = stEntry.ucIpv4Type;
-    for (const NW_ADDR_FIELD_S &stField : s_astIpv4Field) {
-        NW_ShowAddress(stQuery, stField, NW_FAMILY_IPV4);
+    NW_ETHER_INS_INFO_S *pstView = stQuery.pstView;
+    pstView->ucIpv4Type = stEntry.ucIpv4Type;
+    for (const auto &stField : s_astIpv4Field) {
+        NW_ShowField(stEntry, stField, pstView);
     }
     for (size_t i = 0; i < NW_ROUTE_COUNT; ++i) {
-        const uint8_t ucState = stEntry.astIpv4Route[i].ucState;
-        *stQuery.Shown(s_astIpv4RouteFields[i].ulState) = ucState;
-        if (ucState != 1) {
-            continue;
-        }
-        for (const NW_ADDR_FIELD_S &stField : s_astIpv4RouteFields[i].astField) {
-            NW_ShowRaw(stQuery, stField);
-            NW_ShowText(stQuery, stField, NW_FAMILY_IPV4);
-        }
+        NW_ShowIpv4Route(stEntry.astIpv4Route[i], s_astIpv4RouteFields[i], pstView);
     }
 }
 
 /* The further addresses that have a place; all that are counted start as tentative. */
 void NW_ShowFurtherIpv6(const NW_QUERY_S &stQuery)
 {
+    const NW_LAN_CFG_PORT_S &stEntry = stQuery.stEntry;
     NW_ETHER_INS_INFO_S *pstView = stQuery.pstView;
 
-    pstView->ucIpv6AddrCount = stQuery.stEntry.ucIpv6FurtherCount;
-    pstView->aucIpv6PrefixLen[0] = stQuery.stEntry.ucIpv6Prefix;
+    pstView->ucIpv6AddrCount = stEntry.ucIpv6FurtherCount;
+    pstView->aucIpv6PrefixLen[0] = stEntry.ucIpv6Prefix;
     for (uint32_t i = 0; i < NW_FurtherCount(*pstView); ++i) {
-        const NW_ADDR_FIELD_S stField{
-            ENTRY(aaucIpv6FurtherAddr) + i * NW_IPV6_SIZE,
-            VIEW(aaucIpv6Addr) + (NW_IPV6_SLOT_FURTHER + i) * NW_IPV6_SIZE,
-            VIEW(aszIpv6Addr) + (NW_IPV6_SLOT_FURTHER + i) * NW_ADDR_TEXT_SIZE, NW_IPV6_SIZE};
-        NW_ShowAddress(stQuery, stField, NW_FAMILY_IPV6);
+        const uint32_t uiSlot = NW_IPV6_SLOT_FURTHER + i;
+        NW_ShowAddress(stEntry.aaucIpv6FurtherAddr[i], pstView->aaucIpv6Addr[uiSlot],
+                       pstView->aszIpv6Addr[uiSlot]);
         NW_SetAddrState(pstView, NW_IPV6_STATE_FURTHER + i, NW_IPV6_ADDR_TENTATIVE);
-        pstView->aucIpv6PrefixLen[1 + i] = stQuery.stEntry.aucIpv6FurtherPrefix[i];
+        pstView->aucIpv6PrefixLen[1 + i] = stEntry.aucIpv6FurtherPrefix[i];
     }
 }
 
-void NW_ShowIpv6Routes(const NW_QUERY_S &stQuery)
+/* Shows an address of a route unless it is zero, of its raw value no more than ulRawSize bytes. */
+void NW_ShowIpv6RouteAddress(const uint8_t (&aucStored)[NW_IPV6_SIZE], size_t ulRawSize,
+                             uint8_t (&aucRaw)[NW_IPV6_SIZE], char (&szText)[NW_ADDR_TEXT_SIZE])
 {
-    for (size_t i = 0; i < NW_ROUTE_COUNT; ++i) {
-        const NW_LAN_CFG_IPV6_ROUTE_S &stRoute = stQuery.stEntry.astIpv6Route[i];
-        *stQuery.Shown(s_astIpv6RouteFields[i].ulState) = stRoute.ucState;
-        *stQuery.Shown(s_astIpv6RouteFields[i].ulPrefix) = stRoute.ucPrefix;
-
-        for (const NW_ADDR_FIELD_S &stField : s_astIpv6RouteFields[i].astField) {
-            if (LIB_NW_CheckIPIsZero(stQuery.Stored(stField), NW_IPV6_SIZE) == 0) {
-                NW_ShowRaw(stQuery, stField);
-                NW_ShowText(stQuery, stField, NW_FAMILY_IPV6);
-            }
-        }
+    if (LIB_NW_CheckIPIsZero(aucStored, NW_IPV6_SIZE) == 0) {
+        memcpy(aucRaw, aucStored, ulRawSize);
+        NW_ShowText(NW_Addr(aucStored), szText);
     }
+}
+
+/* Of the second gateway only 4 raw bytes are handed out; callers rely on it. */
+constexpr size_t NW_GATEWAY2_RAW_SIZE = 4;
+
+void NW_ShowIpv6Routes(const NW_LAN_CFG_PORT_S &stEntry, NW_ETHER_INS_INFO_S *pstView)
+{
+    const NW_LAN_CFG_IPV6_ROUTE_S &stRoute1 = stEntry.astIpv6Route[0];
+    pstView->ucIpv6Route1State = stRoute1.ucState;
+    pstView->ucIpv6Route1Prefix = stRoute1.ucPrefix;
+    NW_ShowIpv6RouteAddress(stRoute1.aucAddr, NW_IPV6_SIZE, pstView->aucIpv6Route1Addr,
+                            pstView->szIpv6Route1Addr);
+    NW_ShowIpv6RouteAddress(stRoute1.aucGateway, NW_IPV6_SIZE, pstView->aucIpv6Route1Gateway,
+                            pstView->szIpv6Route1Gateway);
+
+    const NW_LAN_CFG_IPV6_ROUTE_S &stRoute2 = stEntry.astIpv6Route[1];
+    pstView->ucIpv6Route2State = stRoute2.ucState;
+    pstView->ucIpv6Route2Prefix = stRoute2.ucPrefix;
+    NW_ShowIpv6RouteAddress(stRoute2.aucAddr, NW_IPV6_SIZE, pstView->aucIpv6Route2Addr,
+                            pstView->szIpv6Route2Addr);
+    NW_ShowIpv6RouteAddress(stRoute2.aucGateway, NW_GATEWAY2_RAW_SIZE,
+                            pstView->aucIpv6Route2Gateway, pstView->szIpv6Route2Gateway);
 }
 
 void NW_ShowIpv6(const NW_QUERY_S &stQuery)
 {
+    const NW_LAN_CFG_PORT_S &stEntry = stQuery.stEntry;
     NW_ETHER_INS_INFO_S *pstView = stQuery.pstView;
 
-    pstView->ucIpv6Enable = stQuery.stEntry.ucIpv6Enable;
+    pstView->ucIpv6Enable = stEntry.ucIpv6Enable;
     /* The link-local address is shown even while IPv6 is off. */
-    if (NW_ShowAddress(stQuery, s_stLinkLocalField, NW_FAMILY_IPV6)) {
+    if (NW_ShowAddress(stEntry.stLinkLocal.aucAddr, pstView->aaucIpv6Addr[NW_IPV6_SLOT_LINK_LOCAL],
+                       pstView->aszIpv6Addr[NW_IPV6_SLOT_LINK_LOCAL])) {
         NW_SetAddrState(pstView, NW_IPV6_STATE_LINK_LOCAL, NW_IPV6_ADDR_TENTATIVE);
     }
-    if (stQuery.stEntry.ucIpv6Enable != 1) {
+    if (stEntry.ucIpv6Enable != 1) {
         return;
     }
 
-    pstView->ucIpv6Type = stQuery.stEntry.ucIpv6Type;
-    if (NW_ShowAddress(stQuery, s_stStaticField, NW_FAMILY_IPV6)) {
+    pstView->ucIpv6Type = stEntry.ucIpv6Type;
+    if (NW_ShowAddress(stEntry.aucIpv6Addr, pstView->aaucIpv6Addr[NW_IPV6_SLOT_STATIC],
+                       pstView->aszIpv6Addr[NW_IPV6_SLOT_STATIC])) {
         NW_SetAddrState(pstView, NW_IPV6_STATE_STATIC, NW_IPV6_ADDR_TENTATIVE);
     }
     NW_ShowFurtherIpv6(stQuery);
-    for (const NW_ADDR_FIELD_S &stField : s_astIpv6GatewayField) {
-        NW_ShowAddress(stQuery, stField, NW_FAMILY_IPV6);
+    for (const auto &stField : s_astIpv6GatewayField) {
+        NW_ShowField(stEntry, stField, pstView);
     }
     NW_QueryAddrStates(stQuery.uiIfIndex, pstView);
-    NW_ShowIpv6Routes(stQuery);
+    NW_ShowIpv6Routes(stEntry, pstView);
 }
 
 /* Wireless side of the segment checks; zeros when the service does not answer. Not inlined: its

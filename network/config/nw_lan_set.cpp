@@ -31,7 +31,7 @@ NW_RESULT LIB_NW_SetLanConfig(NW_LAN_BITMAP_S *pstLanBitmap, NW_LAN_SET_CFG_S *p
     NW_CHECK_NULL(pstLanBitmap, NW_ERR_NULL_POINTER);
     NW_CHECK_NULL(pstOperLog, NW_ERR_NULL_POINTER);
 
-    const NW_LAN_SET_REQ_S stRequest{pstLanConfig->ulLanCfgHead, *pstLanBitmap, *pstLanConfig};
+    NW_LAN_SET_REQ_S stRequest{pstLanConfig->ulLanCfgHead, *pstLanBitmap, *pstLanConfig};
     NW_RPC_RESPONSE_S stResponse;
     const NW_RESULT uiResult =
         NW_SendRequest(s_stSetLan, &stRequest, sizeof(stRequest), &stResponse);
@@ -39,7 +39,8 @@ NW_RESULT LIB_NW_SetLanConfig(NW_LAN_BITMAP_S *pstLanBitmap, NW_LAN_SET_CFG_S *p
     if (uiResult != NW_OK) {
         NW_OperateLogBuild(NW_LOG_LAN, uiResult, stResponse.uiDetail, &stRequest, pstOperLog);
     } else {
-        NW_BuildLanSlots(s_astLanSlot, stRequest, stResponse.uiDetail, pstOperLog);
+        uint8_t ucDiscarded; /* the caller's level stays as it was */
+        NW_BuildLanSlots(s_astLanSlot, stResponse.uiDetail, &stRequest, pstOperLog, &ucDiscarded);
     }
     return uiResult;
 }

@@ -8,6 +8,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "nw_descriptor.h"
+
 namespace {
 
 constexpr size_t NW_DATAGRAM_SIZE = 8192;
@@ -157,7 +159,9 @@ void NW_DumpAddresses(int iSocket, uint32_t uiIfIndex, NW_ETHER_INS_INFO_S *pstV
     const ssize_t lSent = send(iSocket, &stRequest, sizeof(stRequest), 0);
     NW_DIAG(NW_DIAG_DEBUG, " network send get addr return is %d,need .", static_cast<int>(lSent));
 
-    const ssize_t lReceived = recv(iSocket, aucBuffer, sizeof(aucBuffer), 0);
+    /* Where nothing was asked, nothing is waited for. */
+    const int iFlags = lSent < 0 ? MSG_DONTWAIT : 0;
+    const ssize_t lReceived = recv(iSocket, aucBuffer, sizeof(aucBuffer), iFlags);
     if (lReceived < 0) {
         NW_DIAG(NW_DIAG_CRITICAL, "Recv netlink route message failed.");
         return;
@@ -212,6 +216,7 @@ void NW_WalkAddrDump(const uint8_t *pucDatagram, size_t ulLength, uint32_t uiIfI
         return;
     }
 
+    NW_CloseOnExec(iSocket);
     NW_DumpAddresses(iSocket, uiIfIndex, pstView);
     close(iSocket);
 }

@@ -6,9 +6,9 @@
 
 namespace {
 
-constexpr NW_SETTER_S s_stSetLldp{Network_RPC_Comm, NW_CMD_SET_LLDP, NW_DIAG_ERROR,
-                                  "BMC_RPC_CallWithStruct Failed when setting lldpcfg!",
-                                  NW_LOG_LLDP};
+constexpr NW_LOGGED_SETTER_S s_stSetLldp{{Network_RPC_Comm, NW_CMD_SET_LLDP, NW_DIAG_ERROR,
+                                          "BMC_RPC_CallWithStruct Failed when setting lldpcfg!"},
+                                         NW_LOG_LLDP};
 
 /* What LIB_NW_GetLLDP alone answers for a null pointer. */
 constexpr NW_RESULT NW_LLDP_NULL_POINTER = 1;

@@ -8,14 +8,17 @@
 #include <unistd.h>
 
 #include "network_mng/discovery.h"
+#include "nw_descriptor.h"
+#include "nw_error_text.h"
 #include "nw_frame.h"
 
 /* Logs a close that failed, in the name of the function that closed. */
 #define NW_LOG_CLOSE(result)                                                                       \
     do {                                                                                           \
         if ((result) != 0) {                                                                       \
+            char szReason[NW_ERROR_TEXT_SIZE];                                                     \
             NW_DIAG(NW_DIAG_DEBUG, "[%s-%dL] Close file failed, %s.", __func__, __LINE__,          \
-                    strerror(errno));                                                              \
+                    NW_ErrorText(errno, szReason));                                                \
         }                                                                                          \
     } while (false)
 
@@ -29,6 +32,7 @@ NW_RESULT LIB_NW_ReadBmcNameFromFile(char *pcHostName)
         return NW_ERR_GENERAL;
     }
 
+    NW_CloseOnExec(fileno(pstFile));
     NW_RESULT uiResult = NW_OK;
     if (fgets(pcHostName, NW_BMC_NAME_SIZE, pstFile) == nullptr) {
         NW_DIAG(NW_DIAG_ERROR, "Reading hostname failed when get hostname");
@@ -63,6 +67,7 @@ NW_RESULT NW_WriteBmcNameToFile(const char *pcWriteBuf, uint32_t ulLen, const ch
         return NW_ERR_GENERAL;
     }
 
+    NW_CloseOnExec(iFile);
     const char *pcFault = NW_Overwrite(iFile, pcWriteBuf, ulLen);
     if (pcFault != nullptr) {
         NW_DIAG(NW_DIAG_ERROR, pcFault);

@@ -7,12 +7,13 @@
 namespace {
 
 /* Read from a database that is open already. */
-constexpr NW_ACCESSOR_S s_stGetVlan{NW_KEY_LAN_CFG,
-                                    sizeof(NW_LAN_CFG_DB_INFO_S),
-                                    NW_DB_PATH_E::CURRENT_ONLY,
-                                    {},
-                                    {},
-                                    {NW_DIAG_IFC_FAIL, NW_TEXT_LAN_CFG_NOT_READ, NW_DB_OWN_CODE}};
+constexpr NW_ACCESSOR_S s_stGetVlan{
+    NW_KEY_LAN_CFG,
+    sizeof(NW_LAN_CFG_DB_INFO_S),
+    NW_DB_PATH_E::CURRENT_ONLY,
+    {},
+    {},
+    NW_FailsWithDatabasesCode(NW_DIAG_IFC_FAIL, NW_TEXT_LAN_CFG_NOT_READ)};
 
 constexpr size_t NW_COMMAND_SIZE = 64;
 

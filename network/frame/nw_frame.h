@@ -9,7 +9,7 @@
 #include "bmc_platform.h"
 #include "network_mng/base.h"
 
-/* Where a line goes. The library uses exactly these shapes. */
+/* What a line is. The library uses exactly these shapes; their numbers stand in nw_diag.cpp. */
 enum NW_DIAG_SHAPE_E : uint8_t {
     NW_DIAG_ERROR,    /* ordinary failures */
     NW_DIAG_DEBUG,    /* verdicts in detail, progress */
@@ -18,16 +18,6 @@ enum NW_DIAG_SHAPE_E : uint8_t {
     NW_DIAG_IFC_FAIL,  /* interface-state and VLAN paths */
     NW_DIAG_IFC_TRACE, /* values on the VLAN path */
     NW_DIAG_NULL,      /* null pointers */
-};
-
-struct NW_DIAG_SHAPE_S {
-    uint8_t ucModule;
-    uint8_t ucCategory;
-    uint8_t ucLevel;
-};
-
-inline constexpr NW_DIAG_SHAPE_S g_astDiagShape[] = {
-    {10, 0, 4}, {10, 0, 7}, {10, 0, 2}, {10, 0, 6}, {10, 4, 2}, {10, 4, 6}, {0, 0, 7},
 };
 
 /* Source units, by whose names lines are told apart; the folder's build file sets NW_UNIT. */
@@ -39,24 +29,66 @@ inline constexpr const char *g_apcUnitName[] = {"libnetwork_mng", "libnetwork_op
 /* The source unit's name. */
 #define NW_UNIT_NAME g_apcUnitName[NW_UNIT]
 
-/* The one log call: NW_DIAG(shape, "text %d", value). Answers what the log answers. A line without
- * values, which most are, takes the short way. */
-#define NW_DIAG(shape, ...)                                                                        \
-    NW_DIAG_PICK(__VA_ARGS__, VALUES, VALUES, VALUES, VALUES, VALUES, VALUES, VALUES, TEXT, )      \
-    (shape, __VA_ARGS__)
-#define NW_DIAG_PICK(a1, a2, a3, a4, a5, a6, a7, a8, name, ...) NW_DIAG_##name
-#define NW_DIAG_TEXT(shape, text) NW_LogText(shape, NW_UNIT, __LINE__, text)
-#define NW_DIAG_VALUES(shape, ...)                                                                 \
-    BMC_DiagLogOut(g_astDiagShape[shape].ucModule, g_astDiagShape[shape].ucCategory,               \
-                   g_astDiagShape[shape].ucLevel, __LINE__, NW_UNIT_NAME, __VA_ARGS__)
+/* Where a line comes from and what it is, in one word: lines are many, and a word costs each of
+ * them one instruction. From the least bit: 3 of the shape, 2 of the unit, the source line. */
+using NW_PLACE = uint32_t;
 
-int NW_LogText(NW_DIAG_SHAPE_E eShape, NW_UNIT_E eUnit, uint32_t uiLine, const char *pcText);
+constexpr NW_PLACE NW_Place(NW_DIAG_SHAPE_E eShape, NW_UNIT_E eUnit, uint32_t uiLine)
+{
+    return uiLine << 5U | static_cast<uint32_t>(eUnit) << 3U | eShape;
+}
+constexpr uint32_t NW_ShapeOf(NW_PLACE uiPlace)
+{
+    return uiPlace & 7U;
+}
+constexpr const char *NW_UnitOf(NW_PLACE uiPlace)
+{
+    return g_apcUnitName[uiPlace >> 3U & 3U];
+}
+constexpr uint32_t NW_LineOf(NW_PLACE uiPlace)
+{
+    return uiPlace >> 5U;
+}
+
+/* A line's values are numbers and texts; of each there is one type, so that lines share a call. */
+constexpr uint32_t NW_LoggedValue(uint32_t uiValue)
+{
+    return uiValue;
+}
+constexpr uint32_t NW_LoggedValue(int iValue)
+{
+    return static_cast<uint32_t>(iValue);
+}
+constexpr long NW_LoggedValue(long lValue)
+{
+    return lValue;
+}
+constexpr const char *NW_LoggedValue(const char *pcValue)
+{
+    return pcValue;
+}
+
+/* Stands in nw_diag.cpp, for the kinds of lines that there are; a new kind is a line there. */
+template <typename... VALUES>
+int NW_LogValues(NW_PLACE uiPlace, const char *pcFormat, VALUES... values);
+
+template <typename... VALUES>
+[[gnu::always_inline]] inline int NW_Log(NW_PLACE uiPlace, const char *pcFormat, VALUES... values)
+{
+    return NW_LogValues(uiPlace, pcFormat, NW_LoggedValue(values)...);
+}
+
+/* The one log call: NW_DIAG(shape, "text %d", value). Answers what the log answers. The call that
+ * is never made has the compiler compare the text with its values. */
+#define NW_DIAG(shape, ...)                                                                        \
+    (false ? BMC_DiagLogOut(0, 0, 0, 0, "", __VA_ARGS__)                                           \
+           : NW_Log(NW_Place(shape, NW_UNIT, __LINE__), __VA_ARGS__))
 
 /* Logs that the pointer of this name is null: the name is part of the format. */
-int NW_LogNullPointer(NW_UNIT_E eUnit, const char *pcPointer, const char *pcFunction,
-                      uint32_t uiLine);
+int NW_LogNullPointer(NW_PLACE uiPlace, const char *pcPointer, const char *pcFunction);
 
-#define NW_DIAG_NULL_POINTER(pointer) NW_LogNullPointer(NW_UNIT, #pointer, __func__, __LINE__)
+#define NW_DIAG_NULL_POINTER(pointer)                                                              \
+    NW_LogNullPointer(NW_Place(NW_DIAG_NULL, NW_UNIT, __LINE__), #pointer, __func__)
 
 /* Returns from the calling function, with the value given if any, when the pointer is null; the
  * line logged names the pointer as it is written here. */

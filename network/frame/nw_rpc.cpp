@@ -62,10 +62,8 @@ NW_RESULT NW_Exchange(const NW_CHANNEL_S &stChannel, bool bEmptyIsDone, const vo
     return NW_Load<NW_RESULT>(pResponse);
 }
 
-constexpr NW_SETTER_S s_stRestart{
-    Network_RPC_Comm,  NW_CMD_RESTART,
-    NW_DIAG_ERROR,     "BMC_RPC_CallWithStruct Failed when setting network restart!",
-    NW_NO_OPERATE_LOG, NW_ANSWERS_E::RESPONSE_WORD};
+constexpr NW_SETTER_S s_stRestart{Network_RPC_Comm, NW_CMD_RESTART, NW_DIAG_ERROR,
+                                  "BMC_RPC_CallWithStruct Failed when setting network restart!"};
 
 } // namespace
 
@@ -113,9 +111,8 @@ NW_RESULT LIB_NW_SetNetworkRestart(uint32_t uiRestart)
 {
     NW_RPC_RESPONSE_S stResponse;
 
-    const NW_RESULT uiResult =
-        NW_SendRequest(s_stRestart, &uiRestart, sizeof(uiRestart), &stResponse);
-    return NW_AnswerOf(s_stRestart, uiResult, stResponse);
+    (void)NW_SendRequest(s_stRestart, &uiRestart, sizeof(uiRestart), &stResponse);
+    return stResponse.uiResult; /* 0 also when the call failed */
 }
 
 NW_RESULT NW_SendRequest(const NW_SETTER_S &stSetter, const void *pPayload, uint32_t uiLength,

@@ -7,22 +7,12 @@
 #include "network_mng/rpc.h"
 #include "nw_frame.h"
 
-/* What a setter answers. */
-enum class NW_ANSWERS_E {
-    CHANNEL_RESULT, /* the response's result word, or NW_ERR_RPC_TRANSPORT */
-    RESPONSE_WORD,  /* the result word alone, which stays 0 when the call failed */
-};
-
-constexpr uint32_t NW_NO_OPERATE_LOG = 0;
-
-/* What distinguishes one setter from another. */
+/* What a setter sends, and what it says when that fails. */
 struct NW_SETTER_S {
     NW_RESULT (*pfnChannel)(void *pstReqData, uint32_t *pstResData, uint32_t uiTimeout);
     uint8_t ucCommand;
     NW_DIAG_SHAPE_E eFailShape;
     const char *pcFailText; /* takes the result as its only argument, or none */
-    uint32_t uiLogModule = NW_NO_OPERATE_LOG;
-    NW_ANSWERS_E eAnswers = NW_ANSWERS_E::CHANNEL_RESULT;
 };
 
 /* Line of the interface-state family; prints the result. */
@@ -34,12 +24,5 @@ inline constexpr const char *NW_TEXT_IFC_STATE_NOT_SET =
  * zeroed first. Answers the channel's result. */
 NW_RESULT NW_SendRequest(const NW_SETTER_S &stSetter, const void *pPayload, uint32_t uiLength,
                          NW_RPC_RESPONSE_S *pstResponse);
-
-/* What the setter answers, given what the channel reported. */
-inline NW_RESULT NW_AnswerOf(const NW_SETTER_S &stSetter, NW_RESULT uiResult,
-                             const NW_RPC_RESPONSE_S &stResponse)
-{
-    return stSetter.eAnswers == NW_ANSWERS_E::RESPONSE_WORD ? stResponse.uiResult : uiResult;
-}
 
 #endif

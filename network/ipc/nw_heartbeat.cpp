@@ -5,6 +5,7 @@
 #include <stdio.h>
 
 #include "network_mng/message.h"
+#include "nw_error_text.h"
 #include "nw_queue.h"
 
 namespace {
@@ -62,7 +63,7 @@ NW_RESULT HeartbeatPostLogMsg(const void *pstMsg, int proj_id)
         return NW_ERR_GENERAL;
     }
     const key_t iKey = ftok(NW_HEARTBEAT_KEY_FILE, proj_id);
-    if (iKey < 0) {
+    if (!NW_IsQueueKey(iKey)) {
         printf("In %s, failed to ftok %s.", __func__, NW_HEARTBEAT_KEY_FILE);
         return NW_ERR_GENERAL;
     }
@@ -75,7 +76,9 @@ NW_RESULT HeartbeatPostLogMsg(const void *pstMsg, int proj_id)
     HEARTBEAT_MSG_S stMessage{NW_HEARTBEAT_TYPE, {}};
     memcpy(stMessage.aucPayload, pstMsg, sizeof(stMessage.aucPayload));
     if (msgsnd(iMsgFd, &stMessage, sizeof(stMessage.aucPayload), 0) != 0) {
-        printf("In %s, msgsnd failed (%s): %d.", __func__, strerror(errno), errno);
+        const int iError = errno;
+        char szReason[NW_ERROR_TEXT_SIZE];
+        printf("In %s, msgsnd failed (%s): %d.", __func__, NW_ErrorText(iError, szReason), iError);
         return NW_ERR_GENERAL;
     }
     return NW_OK;

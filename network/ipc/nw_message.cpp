@@ -14,7 +14,7 @@ constexpr uint32_t NW_TLV_HEAD_SIZE = 2;
 int NW_OpenQueue(const char *pcPath, int proj_id)
 {
     const key_t iKey = ftok(pcPath, proj_id);
-    if (iKey < 0) {
+    if (!NW_IsQueueKey(iKey)) {
         NW_DIAG(NW_DIAG_ERROR, "Creat key error\n");
         return -1;
     }
@@ -45,7 +45,7 @@ NW_RESULT NM_CreateMsg(const char *pcPath, int proj_id)
     NW_CHECK_NULL(pcPath, NW_ERR_NULL_POINTER);
 
     const key_t iKey = ftok(pcPath, proj_id);
-    if (iKey < 0) {
+    if (!NW_IsQueueKey(iKey)) {
         NW_DIAG(NW_DIAG_ERROR, "Ftok fail! iKey:%d\n", iKey);
         return NW_ERR_GENERAL;
     }

@@ -7,12 +7,12 @@ namespace {
 
 constexpr NW_DB_FAILURE_S NoEnvironment(NW_DIAG_SHAPE_E eShape, NW_RESULT uiCode)
 {
-    return {eShape, NW_TEXT_NO_ENVIRONMENT, uiCode};
+    return NW_FailsWith(uiCode, eShape, NW_TEXT_NO_ENVIRONMENT);
 }
 
 constexpr NW_DB_FAILURE_S NoDatabase(NW_DIAG_SHAPE_E eShape, NW_RESULT uiCode)
 {
-    return {eShape, NW_TEXT_NO_DATABASE, uiCode};
+    return NW_FailsWith(uiCode, eShape, NW_TEXT_NO_DATABASE);
 }
 
 /* A reader whose lines are ordinary failures; the codes of the first two differ between readers. */
@@ -24,7 +24,7 @@ constexpr NW_ACCESSOR_S Reader(uint32_t uiKey, uint32_t uiSize, NW_RESULT uiNoEn
             NW_DB_PATH_E::OPEN_THEN_CURRENT,
             NoEnvironment(NW_DIAG_ERROR, uiNoEnvironment),
             NoDatabase(NW_DIAG_ERROR, NW_ERR_DB_ENVIRONMENT),
-            {NW_DIAG_ERROR, pcNotRead, NW_ERR_DB_READ}};
+            NW_FailsWith(NW_ERR_DB_READ, NW_DIAG_ERROR, pcNotRead)};
 }
 
 /* What a failed call answers where it answers neither the database's code nor one of ours. */
@@ -48,33 +48,29 @@ constexpr NW_ACCESSOR_S s_stPutNetStatus{
     NW_KEY_NET_STATUS, sizeof(NW_NET_STATUS_S), NW_DB_PATH_E::OPEN_THEN_CURRENT,
     NoEnvironment(NW_DIAG_ERROR, NW_ERR_GENERAL),
     NoDatabase(NW_DIAG_ERROR, NW_NET_STATUS_NOT_PUT),
-    {NW_DIAG_ERROR, "Failed to put net status information to DB.", NW_NET_STATUS_NOT_PUT}};
-
-} // namespace
-
-extern constexpr NW_ACCESSOR_S g_stGetIfcState{
-    NW_KEY_IFC_STATE, sizeof(NW_IFC_STATE_DB_INFO_S), NW_DB_PATH_E::OPEN_THEN_CURRENT,
-    NoEnvironment(NW_DIAG_IFC_FAIL, NW_ERR_GENERAL),
-    {NW_DIAG_IFC_FAIL, "Failed to get interface state lmdb information!\n", NW_ERR_GENERAL},
-    {NW_DIAG_IFC_FAIL, "Get interface state info failed!\n", NW_DB_OWN_CODE}};
-
-namespace {
-
+    NW_FailsWith(NW_NET_STATUS_NOT_PUT, NW_DIAG_ERROR, "Failed to put net status information to DB.")};
 constexpr NW_ACCESSOR_S s_stPutIfcState{
     NW_KEY_IFC_STATE, sizeof(NW_IFC_STATE_DB_INFO_S), NW_DB_PATH_E::OPEN_THEN_CURRENT,
     NoEnvironment(NW_DIAG_IFC_FAIL, NW_ERR_GENERAL),
     NoDatabase(NW_DIAG_IFC_FAIL, NW_ERR_IFC_NO_DB),
-    {NW_DIAG_IFC_FAIL, "Failed to put interface state to DB.", NW_ERR_IFC_WRITE}};
+    NW_FailsWith(NW_ERR_IFC_WRITE, NW_DIAG_IFC_FAIL, "Failed to put interface state to DB.")};
 
 /* Relies on an environment that the process has opened before. */
 constexpr NW_ACCESSOR_S s_stGetNcsi{
     NW_KEY_NCSI, sizeof(NW_NCSI_DB_INFO_S), NW_DB_PATH_E::CURRENT_ONLY,
     {},
-    {NW_DIAG_ERROR, "Failed to get ncsi lmdb information!\n", NW_ERR_GENERAL},
-    {NW_DIAG_ERROR, "Get ncsi info failed!\n", NW_DB_OWN_CODE}};
-/* clang-format on */
+    NW_FailsWith(NW_ERR_GENERAL, NW_DIAG_ERROR, "Failed to get ncsi lmdb information!\n"),
+    NW_FailsWithDatabasesCode(NW_DIAG_ERROR, "Get ncsi info failed!\n")};
 
 } // namespace
+
+/* The VLAN path reads with it, too. */
+extern constexpr NW_ACCESSOR_S g_stGetIfcState{
+    NW_KEY_IFC_STATE, sizeof(NW_IFC_STATE_DB_INFO_S), NW_DB_PATH_E::OPEN_THEN_CURRENT,
+    NoEnvironment(NW_DIAG_IFC_FAIL, NW_ERR_GENERAL),
+    NW_FailsWith(NW_ERR_GENERAL, NW_DIAG_IFC_FAIL, "Failed to get interface state lmdb information!\n"),
+    NW_FailsWithDatabasesCode(NW_DIAG_IFC_FAIL, "Get interface state info failed!\n")};
+/* clang-format on */
 
 NW_RESULT NW_LMDB_Get_NetStatus(uint8_t *pstSetInProgress)
 {

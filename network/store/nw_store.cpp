@@ -6,7 +6,8 @@
 static NW_RESULT NW_FailDb(const NW_DB_FAILURE_S &stFailure, int iRet)
 {
     NW_DIAG(stFailure.eShape, stFailure.pcText, iRet);
-    return stFailure.uiCode == NW_DB_OWN_CODE ? static_cast<NW_RESULT>(iRet) : stFailure.uiCode;
+    return stFailure.eAnswers == NW_DB_ANSWERS_E::CODE ? stFailure.uiCode
+                                                       : static_cast<NW_RESULT>(iRet);
 }
 
 NW_RESULT NW_OpenStore(const NW_ACCESSOR_S &stAccessor, void *pArgument, void **ppDb)

@@ -14,18 +14,31 @@ enum class NW_DB_PATH_E {
     OPEN_ONLY,         /* the environment itself stands for the database */
 };
 
-/* Stands for a code that is passed through as the database gave it. */
-constexpr NW_RESULT NW_DB_OWN_CODE = NW_OK;
-
 inline constexpr const char *NW_TEXT_NO_ENVIRONMENT = "Failed to open lmdb database.";
 inline constexpr const char *NW_TEXT_NO_DATABASE = "Failed to create LMDB environment.";
+
+/* What a failed call answers. */
+enum class NW_DB_ANSWERS_E : uint8_t {
+    CODE,           /* the row's code */
+    DATABASES_CODE, /* the one that the database gave */
+};
 
 /* One way to fail: the line logged, which may print the database's code, and the result. */
 struct NW_DB_FAILURE_S {
     NW_DIAG_SHAPE_E eShape;
-    const char *pcText;
+    NW_DB_ANSWERS_E eAnswers;
     NW_RESULT uiCode;
+    const char *pcText;
 };
+
+constexpr NW_DB_FAILURE_S NW_FailsWith(NW_RESULT uiCode, NW_DIAG_SHAPE_E eShape, const char *pcText)
+{
+    return {eShape, NW_DB_ANSWERS_E::CODE, uiCode, pcText};
+}
+constexpr NW_DB_FAILURE_S NW_FailsWithDatabasesCode(NW_DIAG_SHAPE_E eShape, const char *pcText)
+{
+    return {eShape, NW_DB_ANSWERS_E::DATABASES_CODE, NW_OK, pcText};
+}
 
 struct NW_ACCESSOR_S {
     uint32_t uiKey;

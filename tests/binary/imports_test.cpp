@@ -44,6 +44,13 @@ TEST_F(Imports, HaveNoUncheckedTwin)
                 "vasprintf", "syslog", "vsyslog", "longjmp", "siglongjmp", "gets"});
 }
 
+/* The caller's threads share no text and no state of libc's. */
+TEST_F(Imports, AreForAnyThread)
+{
+    expectNone({"strerror", "strtok", "inet_ntoa", "gethostbyname", "getservbyname", "localtime",
+                "gmtime", "ctime", "asctime", "rand", "random", "setlocale", "readdir", "ttyname"});
+}
+
 /* The RPC reply comes from the platform and goes back by MRPC_MsgFree. */
 TEST_F(Imports, TakeNoMemory)
 {

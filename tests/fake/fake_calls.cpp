@@ -116,6 +116,9 @@ int BMC_DiagLogOut(uint32_t uiModule, uint32_t uiCategory, uint32_t uiLevel, uin
 
     state().lines.push_back({uiModule, uiCategory, uiLevel, uiLine, pcFile, pcFormat, text.data()});
     note("BMC_DiagLogOut").text = text.data();
+    if (state().observeLine) {
+        state().observeLine();
+    }
     return state().logResult;
 }
 

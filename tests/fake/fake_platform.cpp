@@ -181,6 +181,11 @@ void Platform::setLogResult(int result)
     current.logResult = result;
 }
 
+void Platform::onLine(std::function<void()> observe)
+{
+    current.observeLine = std::move(observe);
+}
+
 void Platform::setRecording(bool on)
 {
     current.recording = on;

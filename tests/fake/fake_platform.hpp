@@ -135,8 +135,9 @@ public:
     void failProcWrite(const std::string &path, int code);
     void setPathExists(const std::string &path);
     void setCommandStatus(int status);
-    void setLogResult(int result); /* answer of BMC_DiagLogOut */
-    void setRecording(bool on);    /* off: neither calls nor lines are kept, for benchmarks */
+    void setLogResult(int result);              /* answer of BMC_DiagLogOut */
+    void onLine(std::function<void()> observe); /* called at each line, behind its recording */
+    void setRecording(bool on); /* off: neither calls nor lines are kept, for benchmarks */
 
     /* ---- Record ---- */
 
@@ -196,6 +197,7 @@ struct Platform::State {
     std::set<std::string> paths;
     int commandStatus = 0;
     int logResult = 0;
+    std::function<void()> observeLine;
     bool recording = true;
 
     std::vector<Call> calls;

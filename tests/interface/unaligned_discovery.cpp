@@ -6,6 +6,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include "libc_symbol.hpp"
 #include "unaligned.hpp"
 
 namespace unaligned {
@@ -66,8 +67,8 @@ extern "C" {
 
 int __wrap_access(const char *path, int mode);
 int __real_access(const char *path, int mode);
-FILE *__wrap_fopen(const char *path, const char *mode);
-FILE *__real_fopen(const char *path, const char *mode);
+FILE *__wrap_fopen(const char *path, const char *mode) NW_WRAP_SYMBOL(fopen);
+FILE *__real_fopen(const char *path, const char *mode) NW_REAL_SYMBOL(fopen);
 FILE *__wrap_popen(const char *command, const char *mode);
 FILE *__real_popen(const char *command, const char *mode);
 

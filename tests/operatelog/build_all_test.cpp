@@ -109,6 +109,23 @@ TEST_F(BuildAll, PutsEachLanBitInExactlyOneSlot)
     }
 }
 
+/* Whoever looks while a text is built: its own thread from the log, or another one. */
+TEST_F(BuildAll, NeverTouchesTheMainSlotAndTheLevelOnlyBehindAText)
+{
+    lanPart.addAll(1);
+    dnsPart.addAll(0);
+    modePart.addAll(0);
+    std::string levels;
+    platform.onLine([&] {
+        EXPECT_THAT(log->szOperLog, Each('o'));
+        levels += log->ucLogLevel == 6 ? '6' : static_cast<char>(log->ucLogLevel);
+    });
+
+    success(0xFFFFFFFF);
+
+    EXPECT_EQ(levels, "o6666") << "at the lines of the five texts";
+}
+
 TEST_F(BuildAll, BuildsDnsFromItsPart)
 {
     dnsPart.add(successRows[13], 0).add(successRows[19], 2);

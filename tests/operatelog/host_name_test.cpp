@@ -88,6 +88,20 @@ TEST_F(HostName, BmcHostNameMayFillItsFieldToTheLastByte)
                 StartsWith(std::string(heading) + ", host name BMC: " + std::string(64, 'h')));
 }
 
+TEST_F(HostName, BmcHostNameEndsWithItsField)
+{
+    const std::string full(64, 'h');
+    store(1, full, "name");
+    const std::string bmc = ", host name BMC: " + full;
+    EXPECT_EQ(sentence(0x2), heading + bmc + ".");
+    EXPECT_EQ(sentence(0x7),
+              std::string(heading) + ", host name mode: Auto" + bmc + ", BMC name: name.");
+
+    store(1, full, std::string(128, 'n'));
+    EXPECT_EQ(sentence(0x1), std::string(heading) + ", host name mode: Auto" + bmc + ".");
+    EXPECT_EQ(sentence(0x6), heading + bmc + ", BMC name: " + std::string(128, 'n') + ".");
+}
+
 TEST_F(HostName, BothNamesMayLackATerminator)
 {
     store(0, std::string(64, 'h'), std::string(128, 'n'));

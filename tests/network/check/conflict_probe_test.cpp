@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // The duplicate-address probe on tools of the test's own: command, verdict, failures.
 #include <array>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <sys/resource.h>
+#include <sys/time.h>
 #include <sys/wait.h>
 
 #include "bytes.hpp"
@@ -152,6 +154,48 @@ INSTANTIATE_TEST_SUITE_P(Rows, ConflictVerdict, ::testing::Values(
     Verdict{"EmptyLine",       "Received 1\n\n", 0}),
     [](const auto &row) { return row.param.name; });
 /* clang-format on */
+
+/* Signals that interrupt every blocking call, as long as it lives. */
+class Interruptions {
+public:
+    Interruptions()
+    {
+        struct sigaction action {};
+        action.sa_handler = [](int) { count = count + 1; };
+        sigaction(SIGALRM, &action, &before_);
+        set(20000);
+    }
+    ~Interruptions()
+    {
+        set(0);
+        sigaction(SIGALRM, &before_, nullptr);
+    }
+
+    static inline volatile std::sig_atomic_t count = 0;
+
+private:
+    static void set(long microseconds)
+    {
+        const itimerval timer{{0, microseconds}, {0, microseconds}};
+        setitimer(ITIMER_REAL, &timer, nullptr);
+    }
+
+    struct sigaction before_ {};
+};
+
+TEST_F(ConflictProbe, SignalIsNoVerdict)
+{
+    arpingPrints("Received 1 response(s)\n");
+    tool("tail", "PATH=/usr/bin:/bin sleep 0.4; PATH=/usr/bin:/bin exec tail \"$@\"");
+    std::uint32_t verdict = 0;
+    {
+        const Interruptions interruptions;
+        verdict = probe("eth0");
+    }
+    EXPECT_EQ(verdict, 1U);
+    EXPECT_GT(Interruptions::count, 1);
+    EXPECT_TRUE(lines().empty());
+}
 
 TEST_F(ConflictProbe, NothingPrintedIsLogged)
 {

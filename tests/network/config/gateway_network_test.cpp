@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The gateway's address on a real link: the kernel's ARP cache and another host. Runs in the
 // sandbox; a silent gateway costs its two waits of 2 seconds.
+#include <fcntl.h>
 #include <linux/capability.h>
 #include <poll.h>
 #include <sys/syscall.h>
@@ -178,6 +179,23 @@ TEST_F(GatewayOnTheWire, CacheEntryOfAnotherDeviceIsNot)
     EXPECT_EQ(ask(), peerMac);
     EXPECT_EQ(linesOfTheProbe(), probing + success + success);
     support::run("ip link del other0");
+}
+
+// Programs that other threads start meanwhile inherit neither the cache file nor the socket.
+TEST_F(GatewayOnTheWire, DescriptorsAreKeptFromOtherPrograms)
+{
+    peer.own(gateway + "/24");
+    const int opened = support::lowestFreeDescriptor();
+    int seen = 0;
+    platform.onLine([&] {
+        const int descriptorFlags = fcntl(opened, F_GETFD);
+        if (descriptorFlags >= 0) {
+            ++seen;
+            EXPECT_EQ(descriptorFlags, FD_CLOEXEC) << lines().back().text;
+        }
+    });
+    EXPECT_EQ(ask(), peerMac);
+    EXPECT_GE(seen, 4) << "lines of the scan and of both answers";
 }
 
 TEST_F(GatewayOnTheWire, HostThatAnswersIsFound)

@@ -10,6 +10,8 @@
 #include <sys/select.h>
 #include <unistd.h>
 
+#include "libc_symbol.hpp"
+
 namespace gateway {
 
 Script &script()
@@ -81,15 +83,16 @@ using gateway::script;
 
 extern "C" {
 
-FILE *__real_fopen(const char *path, const char *mode);
+FILE *__real_fopen(const char *path, const char *mode) NW_REAL_SYMBOL(fopen);
 int __real_close(int fd);
-FILE *__wrap_fopen(const char *path, const char *mode);
+FILE *__wrap_fopen(const char *path, const char *mode) NW_WRAP_SYMBOL(fopen);
 int __wrap_socket(int family, int type, int protocol);
 int __wrap_bind(int fd, const sockaddr *address, socklen_t length);
 int __wrap_getsockname(int fd, sockaddr *address, socklen_t *length);
 ssize_t __wrap_sendto(int fd, const void *data, size_t size, int flags, const sockaddr *address,
                       socklen_t length);
-int __wrap_select(int end, fd_set *read, fd_set *write, fd_set *except, timeval *time);
+int __wrap_select(int end, fd_set *read, fd_set *write, fd_set *except, timeval *time)
+    NW_WRAP_SYMBOL(select);
 ssize_t __wrap_recvfrom(int fd, void *buffer, size_t size, int flags, sockaddr *address,
                         socklen_t *length);
 int __wrap_close(int fd);

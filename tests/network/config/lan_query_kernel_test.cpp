@@ -341,10 +341,23 @@ TEST_F(LanQuerySocket, FailingToReceiveIsClosed)
                  query::oneExchange);
 }
 
+// Without waiting: nobody was asked.
+const std::vector<std::string> exchangeWithoutWaiting = {"socket 16 2 0", "send 7777 24 0",
+                                                         "recv 7777 8192 64", "close 7777"};
+
 TEST_F(LanQuerySocket, FailingToSendReceivesAllTheSame)
 {
     kernel::script().sendResult = -1;
-    expectGoesOn(query::exchangeLines({endOfDump}), query::oneExchange);
+    expectGoesOn(query::exchangeLines({endOfDump}), exchangeWithoutWaiting);
+}
+
+TEST_F(LanQuerySocket, FailingToSendWithNothingToReceiveIsAFailureToReceive)
+{
+    kernel::script().sendResult = -1;
+    kernel::script().receiveResult = -1;
+    expectGoesOn({support::debugLine(" network send get addr return is -1,need ."),
+                  support::criticalLine("Recv netlink route message failed.")},
+                 exchangeWithoutWaiting);
 }
 
 TEST_F(LanQuerySocket, CarriesOneRequestOf24Bytes)

@@ -4,6 +4,7 @@
 // its own, whose eth1 has its far end in peer1.
 #include <chrono>
 #include <cstdlib>
+#include <fcntl.h>
 #include <fstream>
 #include <net/if.h>
 #include <thread>
@@ -83,9 +84,10 @@ protected:
         return board;
     }
 
-    Bytes ask(const Board &board)
+    Bytes ask(const Board &board, const std::function<void()> &observe = {})
     {
         platform.reset();
+        platform.onLine(observe);
         board.install();
         const support::Guarded view(query::viewSize);
         EXPECT_EQ(LIB_NW_GetLanConfig("eth1", view.as<NW_ETHER_INS_INFO_S>()), 0U);
@@ -124,14 +126,31 @@ TEST_F(LanQueryRealKernel, FollowsAnAddressThatTheKernelDrops)
     EXPECT_EQ(ask(asked)[states + 4], 3U);
 }
 
+int lowestFree()
+{
+    const int descriptor = dup(STDERR_FILENO);
+    close(descriptor);
+    return descriptor;
+}
+
+// Programs that other threads start meanwhile do not inherit the socket.
+TEST_F(LanQueryRealKernel, KeepsItsSocketFromOtherPrograms)
+{
+    const int socket = lowestFree();
+    int seen = 0;
+    ask(board(), [&] {
+        const int descriptorFlags = fcntl(socket, F_GETFD);
+        if (descriptorFlags >= 0) {
+            ++seen;
+            EXPECT_EQ(descriptorFlags, FD_CLOEXEC) << lines().back().text;
+        }
+    });
+    EXPECT_GT(seen, 2);
+}
+
 // The lowest free descriptor is the same before and after.
 TEST_F(LanQueryRealKernel, LeavesNoSocketBehind)
 {
-    const auto lowestFree = [] {
-        const int descriptor = dup(STDERR_FILENO);
-        close(descriptor);
-        return descriptor;
-    };
     const Board asked = board();
     const int before = lowestFree();
     ask(asked);

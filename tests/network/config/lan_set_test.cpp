@@ -132,6 +132,29 @@ Set filledSet()
     return set;
 }
 
+/* Whoever looks while a text is built: its own thread from the log, or another one. */
+TEST_F(LanSet, SuccessNeverTouchesTheMainSlotAndTheLevel)
+{
+    Set set = filledSet();
+    set.bits(1, 0x8, 0x1);
+    Bytes context(contextSize, 0xA5);
+    int seen = 0;
+    platform.onLine([&] {
+        ++seen;
+        EXPECT_TRUE(std::all_of(context.begin(), context.begin() + slotSize,
+                                [](auto byte) { return byte == 0xA5; }));
+        EXPECT_EQ(context.back(), 0xA5);
+    });
+
+    EXPECT_EQ(LIB_NW_SetLanConfig(reinterpret_cast<NW_LAN_BITMAP_S *>(set.bitmap.data()),
+                                  reinterpret_cast<NW_LAN_SET_CFG_S *>(set.config.data()),
+                                  reinterpret_cast<NW_OPER_LOG_S *>(context.data())),
+              0U);
+
+    EXPECT_EQ(seen, 3);
+    EXPECT_EQ(context.back(), 0xA5);
+}
+
 struct Sentences {
     std::string name;
     std::function<void(Set &)> script;

@@ -5,11 +5,13 @@
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
 #include "fake_matchers.hpp"
 #include "guarded.hpp"
+#include "libc_symbol.hpp"
 #include "log_text.hpp"
 #include "network_mng/discovery.h"
 #include "system.hpp"
@@ -24,21 +26,30 @@ struct Files {
 
     std::vector<std::string> opened;
     int closed = 0;
+    int inherited = 0; // of those closed: a program started meanwhile would have had them
     int modesChanged = 0;
 };
 Files files;
 
+void noteClosing(int descriptor)
+{
+    ++files.closed;
+    if ((fcntl(descriptor, F_GETFD) & FD_CLOEXEC) == 0) {
+        ++files.inherited;
+    }
+}
+
 } // namespace
 
 extern "C" {
-FILE *__real_fopen(const char *path, const char *mode);
-FILE *__wrap_fopen(const char *path, const char *mode);
+FILE *__real_fopen(const char *path, const char *mode) NW_REAL_SYMBOL(fopen);
+FILE *__wrap_fopen(const char *path, const char *mode) NW_WRAP_SYMBOL(fopen);
 int __real_fclose(FILE *file);
 int __wrap_fclose(FILE *file);
 int __real_close(int descriptor);
 int __wrap_close(int descriptor);
-int __real_fstat(int descriptor, struct stat *status);
-int __wrap_fstat(int descriptor, struct stat *status);
+int __real_fstat(int descriptor, struct stat *status) NW_REAL_SYMBOL(fstat);
+int __wrap_fstat(int descriptor, struct stat *status) NW_WRAP_SYMBOL(fstat);
 int __real_fchmod(int descriptor, mode_t mode);
 int __wrap_fchmod(int descriptor, mode_t mode);
 
@@ -51,7 +62,7 @@ FILE *__wrap_fopen(const char *path, const char *mode)
 
 int __wrap_fclose(FILE *file)
 {
-    ++files.closed;
+    noteClosing(fileno(file));
     const int result = __real_fclose(file);
     errno = EIO;
     return files.closeFails ? EOF : result;
@@ -59,7 +70,7 @@ int __wrap_fclose(FILE *file)
 
 int __wrap_close(int descriptor)
 {
-    ++files.closed;
+    noteClosing(descriptor);
     const int result = __real_close(descriptor);
     if (files.closeFails) {
         errno = EIO;
@@ -146,6 +157,7 @@ TEST_P(NameRead, IsTheFirstLine)
     EXPECT_TRUE(lines().empty());
     EXPECT_EQ(files.opened, std::vector<std::string>{"/conf/network/hostname r"});
     EXPECT_EQ(files.closed, 1);
+    EXPECT_EQ(files.inherited, 0);
 }
 
 /* clang-format off */
@@ -237,6 +249,7 @@ TEST_P(NameWrite, OverwritesFromTheStart)
     EXPECT_EQ(support::readFile(path("name")), row.behind);
     EXPECT_TRUE(lines().empty());
     EXPECT_EQ(files.closed, 1);
+    EXPECT_EQ(files.inherited, 0);
 }
 
 /* clang-format off */

@@ -115,7 +115,7 @@ const PostRow postRows[] = {
     {"Sent",          {1}, {}, 0, "", {makesKey, looksUp, sends}},
     {"AnyCapability", {4}, {}, 0, "", {makesKey, looksUp, sends}},
     {"QueueZero",     {1}, {.found = 0}, 0, "", {makesKey, looksUp, "msgsnd(0, 8, 0)"}},
-    {"KeyZero",       {1}, {.key = 0}, 0, "", {makesKey, "msgget(0, 2000)", sends}},
+    {"KeyZero",       {1}, {.key = 0}, failed, noKey, {makesKey}},
     {"Off",           {0}, {}, failed,
      "Get Kez Oem Support failed or not support. iRet = 0, bKezOemSupport = 0", {}},
     {"CapabilityFails", {{}, -404}, {}, failed,

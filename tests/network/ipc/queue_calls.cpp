@@ -6,6 +6,8 @@
 #include <sys/ipc.h>
 #include <sys/msg.h>
 
+#include "libc_symbol.hpp"
+
 namespace {
 
 queue_calls::Script current;
@@ -47,7 +49,7 @@ extern "C" {
 
 key_t __wrap_ftok(const char *path, int project);
 int __wrap_msgget(key_t key, int flags);
-int __wrap_msgctl(int queue, int command, msqid_ds *status);
+int __wrap_msgctl(int queue, int command, msqid_ds *status) NW_WRAP_SYMBOL(msgctl);
 int __wrap_msgsnd(int queue, const void *message, size_t length, int flags);
 ssize_t __wrap_msgrcv(int queue, void *message, size_t length, long type, int flags);
 
