@@ -2,9 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "record_store.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
+#include <optional>
 #include <utility>
 
 #include <fcntl.h>
@@ -35,6 +36,17 @@ public:
         : m_bytes{static_cast<std::uint8_t>(key >> 24), static_cast<std::uint8_t>(key >> 16),
                   static_cast<std::uint8_t>(key >> 8), static_cast<std::uint8_t>(key)}
     {
+    }
+
+    /* Of a record; nothing for one of somebody else's. */
+    static std::optional<std::uint32_t> read(const MDB_val &name)
+    {
+        if (name.mv_size != sizeof(std::uint32_t)) {
+            return std::nullopt;
+        }
+        const auto *bytes = static_cast<const std::uint8_t *>(name.mv_data);
+        return std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 |
+               std::uint32_t{bytes[2]} << 8 | bytes[3];
     }
 
     MDB_val value()
@@ -92,6 +104,75 @@ public:
 private:
     MDB_txn *m_transaction = nullptr;
 };
+
+class Cursor {
+public:
+    Cursor(const Transaction &transaction, MDB_dbi database)
+    {
+        check(mdb_cursor_open(transaction.get(), database, &m_cursor), "database cursor");
+    }
+
+    Cursor(const Cursor &) = delete;
+    Cursor &operator=(const Cursor &) = delete;
+
+    ~Cursor()
+    {
+        mdb_cursor_close(m_cursor);
+    }
+
+    /* False behind the last record. */
+    bool next(MDB_val &name, MDB_val &record)
+    {
+        const int code = mdb_cursor_get(m_cursor, &name, &record, MDB_NEXT);
+        if (code != MDB_NOTFOUND) {
+            check(code, "read");
+        }
+        return code == 0;
+    }
+
+private:
+    MDB_cursor *m_cursor = nullptr;
+};
+
+std::span<const std::byte> bytesOf(const MDB_val &value)
+{
+    return {static_cast<const std::byte *>(value.mv_data), value.mv_size};
+}
+
+void copyWhole(std::span<const std::byte> record, std::span<std::byte> buffer)
+{
+    if (record.size() != buffer.size()) {
+        throw Failure(MDB_BAD_VALSIZE, "read: the record has " + std::to_string(record.size()) +
+                                           " bytes, not " + std::to_string(buffer.size()));
+    }
+    std::copy(record.begin(), record.end(), buffer.begin());
+}
+
+/* When the write of a meta page has failed, it may be on the disk or not, and the environment
+ * refuses everything from then on. */
+bool isBroken(MDB_env *environment)
+{
+    MDB_txn *transaction = nullptr;
+    const int code = mdb_txn_begin(environment, nullptr, MDB_RDONLY, &transaction);
+    if (code == 0) {
+        mdb_txn_abort(transaction);
+    }
+    return code == MDB_PANIC;
+}
+static_assert(outcomeUnknown == MDB_PANIC);
+
+/* The transaction's failure stands when it is sure that nothing was written. */
+void commitDurably(Transaction &transaction, MDB_env *environment)
+{
+    try {
+        transaction.commit();
+    } catch (const Failure &failure) {
+        if (isBroken(environment)) {
+            throw Failure(outcomeUnknown, std::string(failure.what()) + ", its outcome is unknown");
+        }
+        throw;
+    }
+}
 
 void makeDirectory(const std::filesystem::path &directory)
 {
@@ -203,23 +284,43 @@ void RecordStore::get(std::uint32_t key, std::span<std::byte> buffer) const
     MDB_val name = bytes.value();
     MDB_val record{};
     check(mdb_get(transaction.get(), m_database, &name, &record), "read");
-
-    if (record.mv_size != buffer.size()) {
-        throw Failure(MDB_BAD_VALSIZE, "read: the record has " + std::to_string(record.mv_size) +
-                                           " bytes, not " + std::to_string(buffer.size()));
-    }
-    std::memcpy(buffer.data(), record.mv_data, buffer.size());
+    copyWhole(bytesOf(record), buffer);
 }
 
-void RecordStore::put(std::uint32_t key, std::span<const std::byte> record) const
+void RecordStore::put(std::span<const RecordWrite> records) const
 {
     requireNamedFile(m_environment);
     Transaction transaction(m_environment, 0);
-    Key bytes(key);
-    MDB_val name = bytes.value();
-    MDB_val value{record.size(), const_cast<std::byte *>(record.data())};
-    check(mdb_put(transaction.get(), m_database, &name, &value, 0), "write");
-    transaction.commit();
+    for (const RecordWrite &record : records) {
+        Key bytes(record.key);
+        MDB_val name = bytes.value();
+        MDB_val value{record.content.size(), const_cast<std::byte *>(record.content.data())};
+        check(mdb_put(transaction.get(), m_database, &name, &value, 0), "write");
+    }
+    commitDurably(transaction, m_environment);
+}
+
+RecordCopies RecordStore::copy() const
+{
+    const Transaction transaction(m_environment, MDB_RDONLY);
+    Cursor cursor(transaction, m_database);
+    std::map<std::uint32_t, std::vector<std::byte>> records;
+    MDB_val name{};
+    MDB_val record{};
+    while (cursor.next(name, record)) {
+        if (const auto key = Key::read(name)) {
+            const auto bytes = bytesOf(record);
+            records.emplace(*key, std::vector<std::byte>(bytes.begin(), bytes.end()));
+        }
+    }
+    return RecordCopies(std::move(records));
+}
+
+void RecordCopies::get(std::uint32_t key, std::span<std::byte> buffer) const
+{
+    const auto record = m_records.find(key);
+    check(record != m_records.end() ? 0 : MDB_NOTFOUND, "read");
+    copyWhole(record->second, buffer);
 }
 
 } // namespace bmc

@@ -5,11 +5,30 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <map>
 #include <span>
+#include <vector>
 
 #include <lmdb.h>
 
+#include "records.hpp"
+
 namespace bmc {
+
+/* All records of a moment, and its own copies of them. */
+class RecordCopies {
+public:
+    explicit RecordCopies(std::map<std::uint32_t, std::vector<std::byte>> records)
+        : m_records(std::move(records))
+    {
+    }
+
+    /* As RecordStore::get. */
+    void get(std::uint32_t key, std::span<std::byte> buffer) const;
+
+private:
+    std::map<std::uint32_t, std::vector<std::byte>> m_records;
+};
 
 /* One environment of one process; any number of threads may use it at once. A process that inherits
  * it through fork must neither use nor destroy it. Functions throw Failure with LMDB's code. */
@@ -24,8 +43,11 @@ public:
     /* Copies the record, which must have exactly the buffer's size. */
     void get(std::uint32_t key, std::span<std::byte> buffer) const;
 
-    /* Stores the record and returns once it is durable. */
-    void put(std::uint32_t key, std::span<const std::byte> record) const;
+    /* Stores all of the records or none, and returns once they are durable. Throws Failure with
+     * outcomeUnknown when nobody can know which of both it is. */
+    void put(std::span<const RecordWrite> records) const;
+
+    RecordCopies copy() const;
 
 private:
     void open(const std::filesystem::path &directory);
