@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "bus_probe.hpp"
+#include "platform/bus_probe.hpp"
 
 #include <algorithm>
 #include <cstddef>
@@ -13,8 +13,9 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
-#include "environment.hpp"
-#include "files.hpp"
+#include "common/descriptor.hpp"
+#include "common/state_directory.hpp"
+#include "platform/failure.hpp"
 
 namespace bmc {
 

@@ -3,7 +3,7 @@
 /* Is the message bus alive? */
 #pragma once
 
-#include "deadline.hpp"
+#include "common/deadline.hpp"
 
 namespace bmc {
 

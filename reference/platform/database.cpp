@@ -9,10 +9,10 @@
 #include <pthread.h>
 
 #include "bmc_platform.h"
-#include "environment.hpp"
-#include "failure.hpp"
-#include "record_store.hpp"
-#include "records.hpp"
+#include "common/state_directory.hpp"
+#include "platform/failure.hpp"
+#include "platform/record_store.hpp"
+#include "platform/records.hpp"
 
 namespace {
 

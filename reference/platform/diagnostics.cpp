@@ -20,7 +20,7 @@
 #include <unistd.h>
 
 #include "bmc_platform.h"
-#include "environment.hpp"
+#include "common/state_directory.hpp"
 
 namespace {
 
@@ -52,43 +52,43 @@ public:
 
     void appendList(const char *format, va_list arguments)
     {
-        const std::size_t space = m_text.size() - m_length;
-        const int length = std::vsnprintf(m_text.data() + m_length, space, format, arguments);
+        const std::size_t space = text_.size() - length_;
+        const int length = std::vsnprintf(text_.data() + length_, space, format, arguments);
         if (length < 0) {
             append("(text cannot be formatted: %.64s)", format);
         } else if (static_cast<std::size_t>(length) < space) {
-            m_length += static_cast<std::size_t>(length);
+            length_ += static_cast<std::size_t>(length);
         } else {
-            m_length = m_text.size() - 1;
-            std::copy(cutMark.begin(), cutMark.end(), m_text.end() - 1 - cutMark.size());
+            length_ = text_.size() - 1;
+            std::copy(cutMark.begin(), cutMark.end(), text_.end() - 1 - cutMark.size());
         }
     }
 
     /* From here on the text is one line: no newline at its end and none inside. */
     void flatten(std::size_t from)
     {
-        while (m_length > from && m_text[m_length - 1] == '\n') {
-            --m_length;
+        while (length_ > from && text_[length_ - 1] == '\n') {
+            --length_;
         }
-        std::replace(m_text.begin() + static_cast<std::ptrdiff_t>(from),
-                     m_text.begin() + static_cast<std::ptrdiff_t>(m_length), '\n', ' ');
+        std::replace(text_.begin() + static_cast<std::ptrdiff_t>(from),
+                     text_.begin() + static_cast<std::ptrdiff_t>(length_), '\n', ' ');
     }
 
     std::size_t length() const
     {
-        return m_length;
+        return length_;
     }
 
     /* The text with a newline in the place of its terminator. */
     std::string_view finished()
     {
-        m_text[m_length] = '\n';
-        return {m_text.data(), m_length + 1};
+        text_[length_] = '\n';
+        return {text_.data(), length_ + 1};
     }
 
 private:
-    std::array<char, lineSize> m_text{};
-    std::size_t m_length = 0;
+    std::array<char, lineSize> text_{};
+    std::size_t length_ = 0;
 };
 
 std::uint32_t highestLevel()

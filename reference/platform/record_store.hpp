@@ -11,7 +11,7 @@
 
 #include <lmdb.h>
 
-#include "records.hpp"
+#include "platform/records.hpp"
 
 namespace bmc {
 
@@ -19,7 +19,7 @@ namespace bmc {
 class RecordCopies {
 public:
     explicit RecordCopies(std::map<std::uint32_t, std::vector<std::byte>> records)
-        : m_records(std::move(records))
+        : records_(std::move(records))
     {
     }
 
@@ -27,7 +27,7 @@ public:
     void get(std::uint32_t key, std::span<std::byte> buffer) const;
 
 private:
-    std::map<std::uint32_t, std::vector<std::byte>> m_records;
+    std::map<std::uint32_t, std::vector<std::byte>> records_;
 };
 
 /* One environment of one process; any number of threads may use it at once. A process that inherits
@@ -52,8 +52,8 @@ public:
 private:
     void open(const std::filesystem::path &directory);
 
-    MDB_env *m_environment = nullptr;
-    MDB_dbi m_database = 0;
+    MDB_env *environment_ = nullptr;
+    MDB_dbi database_ = 0;
 };
 
 } // namespace bmc

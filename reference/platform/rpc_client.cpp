@@ -17,11 +17,11 @@
 #include <sdbus-c++/sdbus-c++.h>
 
 #include "bmc_platform.h"
-#include "bus_probe.hpp"
-#include "deadline.hpp"
-#include "failure.hpp"
+#include "common/deadline.hpp"
 #include "network_mng/rpc.h"
-#include "rpc_protocol.hpp"
+#include "platform/bus_probe.hpp"
+#include "platform/failure.hpp"
+#include "rpc/rpc_protocol.hpp"
 
 namespace {
 
@@ -171,6 +171,8 @@ auto describing(const std::string &name, Call &&call)
         return call();
     } catch (const Failure &failure) {
         throw Failure(failure, name + ": " + failure.what());
+    } catch (const std::system_error &error) {
+        throw Failure(error.code().value(), name + ": " + error.what());
     } catch (const sdbus::Error &error) {
         throw Failure(ECOMM, name + ": " + error.getMessage());
     }

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "rpc_server.hpp"
+#include "rpc/rpc_server.hpp"
 
 #include <algorithm>
 #include <array>
@@ -13,7 +13,7 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
-#include "rpc_protocol.hpp"
+#include "rpc/rpc_protocol.hpp"
 
 namespace bmc::rpc {
 

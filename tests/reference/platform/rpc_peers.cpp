@@ -9,7 +9,7 @@
 #include <signal.h>
 #include <unistd.h>
 
-#include "rpc_protocol.hpp"
+#include "rpc/rpc_protocol.hpp"
 
 namespace bmc::test {
 
