@@ -14,6 +14,7 @@
 #include "common/descriptor.hpp"
 #include "common/files.hpp"
 #include "common/standard_descriptors.hpp"
+#include "platform/backup.hpp"
 #include "platform/failure.hpp"
 
 namespace bmc {
@@ -149,6 +150,21 @@ void copyWhole(std::span<const std::byte> record, std::span<std::byte> buffer)
     std::copy(record.begin(), record.end(), buffer.begin());
 }
 
+Records recordsOf(const Transaction &transaction, MDB_dbi database)
+{
+    Cursor cursor(transaction, database);
+    Records records;
+    MDB_val name{};
+    MDB_val record{};
+    while (cursor.next(name, record)) {
+        if (const auto key = Key::read(name)) {
+            const auto bytes = bytesOf(record);
+            records.emplace(*key, std::vector<std::byte>(bytes.begin(), bytes.end()));
+        }
+    }
+    return records;
+}
+
 /* When the write of a meta page has failed, it may be on the disk or not, and the environment
  * refuses everything from then on. */
 bool isBroken(MDB_env *environment)
@@ -232,19 +248,18 @@ void requireNamedFile(MDB_env *environment)
 
 } // namespace
 
-RecordStore::RecordStore(const std::filesystem::path &directory)
+RecordStore::RecordStore(const std::filesystem::path &directory, std::filesystem::path backup)
+    : backup_(std::move(backup))
 {
     occupyStandardDescriptors();
-    makeDirectory(directory);
-    reserveLockFile(directory / "lock.mdb");
-    check(mdb_env_create(&environment_), "database environment");
     try {
-        open(directory);
-        syncDirectory(directory);
-        syncDirectory(directory / "..");
-    } catch (...) {
-        mdb_env_close(environment_);
-        throw;
+        openForWriting(directory);
+    } catch (const Failure &failure) {
+        if (failure.code() != EROFS) {
+            throw;
+        }
+        openEnvironment(directory, MDB_RDONLY);
+        isReadOnly_ = true;
     }
 }
 
@@ -253,20 +268,40 @@ RecordStore::~RecordStore()
     mdb_env_close(environment_);
 }
 
-void RecordStore::open(const std::filesystem::path &directory)
+void RecordStore::openForWriting(const std::filesystem::path &directory)
 {
-    check(mdb_env_set_mapsize(environment_, mapSize), "database size");
-    /* Readers belong to transactions, not to threads. */
-    check(mdb_env_open(environment_, directory.c_str(), MDB_NOTLS, privateFile),
-          directory.string());
-    requireWholeFile(environment_);
+    makeDirectory(directory);
+    reserveLockFile(directory / "lock.mdb");
+    openEnvironment(directory, 0);
+    try {
+        syncDirectory(directory);
+        syncDirectory(directory / "..");
+    } catch (...) {
+        mdb_env_close(environment_);
+        throw;
+    }
+}
 
-    int cleared = 0;
-    check(mdb_reader_check(environment_, &cleared), "database readers");
+void RecordStore::openEnvironment(const std::filesystem::path &directory, unsigned flags)
+{
+    check(mdb_env_create(&environment_), "database environment");
+    try {
+        check(mdb_env_set_mapsize(environment_, mapSize), "database size");
+        /* Readers belong to transactions, not to threads. */
+        check(mdb_env_open(environment_, directory.c_str(), MDB_NOTLS | flags, privateFile),
+              directory.string());
+        requireWholeFile(environment_);
 
-    Transaction transaction(environment_, MDB_RDONLY);
-    check(mdb_dbi_open(transaction.get(), nullptr, 0, &database_), "database");
-    transaction.commit();
+        int cleared = 0;
+        check(mdb_reader_check(environment_, &cleared), "database readers");
+
+        Transaction transaction(environment_, MDB_RDONLY);
+        check(mdb_dbi_open(transaction.get(), nullptr, 0, &database_), "database");
+        transaction.commit();
+    } catch (...) {
+        mdb_env_close(environment_);
+        throw;
+    }
 }
 
 void RecordStore::get(std::uint32_t key, std::span<std::byte> buffer) const
@@ -281,6 +316,9 @@ void RecordStore::get(std::uint32_t key, std::span<std::byte> buffer) const
 
 void RecordStore::put(std::span<const RecordWrite> records) const
 {
+    if (isReadOnly_) {
+        throw Failure(EROFS, "the database is read-only");
+    }
     requireNamedFile(environment_);
     Transaction transaction(environment_, 0);
     for (const RecordWrite &record : records) {
@@ -290,22 +328,22 @@ void RecordStore::put(std::span<const RecordWrite> records) const
         check(mdb_put(transaction.get(), database_, &name, &value, 0), "write");
     }
     commitDurably(transaction, environment_);
+    keepBackup();
 }
 
-RecordCopies RecordStore::copy() const
+Records RecordStore::copy() const
 {
-    const Transaction transaction(environment_, MDB_RDONLY);
-    Cursor cursor(transaction, database_);
-    std::map<std::uint32_t, std::vector<std::byte>> records;
-    MDB_val name{};
-    MDB_val record{};
-    while (cursor.next(name, record)) {
-        if (const auto key = Key::read(name)) {
-            const auto bytes = bytesOf(record);
-            records.emplace(*key, std::vector<std::byte>(bytes.begin(), bytes.end()));
-        }
-    }
-    return RecordCopies(std::move(records));
+    return recordsOf(Transaction(environment_, MDB_RDONLY), database_);
+}
+
+/* What was written is written, whatever becomes of its copy. */
+void RecordStore::keepBackup() const noexcept
+{
+    guarded([this] {
+        /* Its lock keeps the copies in the order of the commits, whoever makes them. */
+        const Transaction transaction(environment_, 0);
+        writeBackup(backup_, recordsOf(transaction, database_));
+    });
 }
 
 void RecordCopies::get(std::uint32_t key, std::span<std::byte> buffer) const
