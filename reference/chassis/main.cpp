@@ -36,6 +36,7 @@ int serveChassis()
 {
     const InstanceLock lock("nwchassisd");
     rpc::Server server(NW_RPC_SERVICE_CHASSIS);
+    server.claim();
     chassis::Chassis chassis;
     server.handle(NW_RPC_FUNCTION_CHASSIS,
                   [&chassis](rpc::Request request) { return chassis.answerStatus(request); });
@@ -49,6 +50,7 @@ int serveIpmi()
 {
     const InstanceLock lock("nwchassisd-ipmi");
     rpc::Server server(NW_RPC_SERVICE_IPMI);
+    server.claim();
     chassis::IpmiSink sink;
     server.handle(NW_RPC_FUNCTION_IPMI,
                   [&sink](rpc::Request request) { return sink.answer(request); });

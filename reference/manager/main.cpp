@@ -102,6 +102,7 @@ void serve()
 {
     const manager::InstanceLock lock;
     rpc::Server server(NW_RPC_SERVICE_NETWORK);
+    server.claim();
     manager::Manager manager;
     checkConfigured(manager.store());
     manager.start();

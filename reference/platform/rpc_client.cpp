@@ -19,8 +19,8 @@
 #include "bmc_platform.h"
 #include "common/deadline.hpp"
 #include "network_mng/rpc.h"
-#include "platform/bus_probe.hpp"
 #include "platform/failure.hpp"
+#include "rpc/bus_probe.hpp"
 #include "rpc/rpc_protocol.hpp"
 
 namespace {
@@ -44,7 +44,7 @@ static_assert(offsetof(Answer, message) == 0);
 /* Connects to the bus. A signal may interrupt that, and it is begun anew. */
 std::unique_ptr<sdbus::IConnection> connect(const Deadline &deadline)
 {
-    bmc::probeBus(deadline);
+    bmc::rpc::probeBus(deadline);
     while (true) {
         try {
             return sdbus::createSystemBusConnection();
