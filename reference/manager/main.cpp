@@ -9,12 +9,12 @@
 #include <getopt.h>
 
 #include "commands.hpp"
+#include "common/print.hpp"
+#include "common/standard_descriptors.hpp"
 #include "init_config.hpp"
 #include "instance_lock.hpp"
 #include "json_node.hpp"
-#include "print.hpp"
 #include "refusal.hpp"
-#include "standard_descriptors.hpp"
 
 namespace {
 
@@ -102,6 +102,7 @@ void serve()
 {
     const manager::InstanceLock lock;
     rpc::Server server(NW_RPC_SERVICE_NETWORK);
+    server.claim();
     manager::Manager manager;
     checkConfigured(manager.store());
     manager.start();

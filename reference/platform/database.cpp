@@ -3,18 +3,24 @@
 /* The process's configuration database. */
 #include <cstdio>
 #include <mutex>
+#include <optional>
+#include <vector>
 
 #include <pthread.h>
 
 #include "bmc_platform.h"
-#include "environment.hpp"
-#include "failure.hpp"
-#include "record_store.hpp"
+#include "common/state_directory.hpp"
+#include "platform/backup.hpp"
+#include "platform/failure.hpp"
+#include "platform/record_store.hpp"
+#include "platform/records.hpp"
 
 namespace {
 
 using bmc::Failure;
+using bmc::RecordCopies;
 using bmc::RecordStore;
+using bmc::RecordWrite;
 
 constexpr std::uint32_t sizeLimit = 1U << 20;
 
@@ -51,6 +57,11 @@ void startAfreshInChild()
 
 const int forkHandlers = pthread_atfork(lockForFork, unlockInParent, startAfreshInChild);
 
+std::filesystem::path backupFile()
+{
+    return bmc::stateDirectory() / "config-db.backup";
+}
+
 /* The store of this process, opened by the first call. Never closed, so it may be used without the
  * mutex. */
 const RecordStore &store()
@@ -60,17 +71,64 @@ const RecordStore &store()
         throw Failure(forkHandlers, "database: cannot watch for fork");
     }
     if (current == nullptr) {
-        current = new RecordStore(bmc::stateDirectory() / "config-db");
+        current = new RecordStore(bmc::stateDirectory() / "config-db", backupFile());
     }
     return *current;
 }
 
-void requireRecord(const void *database, std::uint32_t size, const void *record)
+/* What a thread reads instead of the database while it has a snapshot. */
+struct ThreadSnapshot {
+    unsigned depth = 0;
+    int code = 0; /* not 0: why there are no copies */
+    std::optional<RecordCopies> copies;
+};
+
+thread_local ThreadSnapshot snapshot;
+
+void requireRecord(std::uint32_t size, const void *record)
+{
+    bmc::require(record != nullptr, "null record");
+    bmc::require(size != 0 && size <= sizeLimit, "absurd record size");
+}
+
+void requireHandle(const void *database)
 {
     bmc::require(database == &databaseHandle || database == &environmentHandle,
                  "not a database handle");
-    bmc::require(record != nullptr, "null record");
-    bmc::require(size != 0 && size <= sizeLimit, "absurd record size");
+}
+
+void readRecord(std::uint32_t key, std::span<std::byte> buffer)
+{
+    if (snapshot.depth == 0) {
+        store().get(key, buffer);
+        return;
+    }
+    if (!snapshot.copies) {
+        throw Failure(snapshot.code, "read: no snapshot could be taken", bmc::Level::information);
+    }
+    snapshot.copies->get(key, buffer);
+}
+
+/* Of the database, or of its backup when there is no other way. */
+bmc::Records allRecords()
+{
+    try {
+        return store().copy();
+    } catch (const Failure &failure) {
+        if (failure.code() == bmc::outcomeUnknown || !std::filesystem::exists(backupFile())) {
+            throw;
+        }
+        const Failure told(failure, std::string(failure.what()) + "; " + backupFile().string() +
+                                        " is read instead");
+        told.report();
+        return bmc::readBackup(backupFile());
+    }
+}
+
+RecordWrite checkedWrite(const BMC_RECORD_WRITE_S &record)
+{
+    requireRecord(record.uiSize, record.pData);
+    return {record.uiKey, {static_cast<const std::byte *>(record.pData), record.uiSize}};
 }
 
 std::string recordName(std::uint32_t key, const char *file, std::uint32_t line)
@@ -98,21 +156,22 @@ int access(std::uint32_t key, const char *file, std::uint32_t line, Access &&bod
 
 void *DB_Open(void)
 {
-    return bmc::guarded([] { store(); }) == 0 ? &environmentHandle : nullptr;
+    return snapshot.copies || bmc::guarded([] { store(); }) == 0 ? &environmentHandle : nullptr;
 }
 
 void *DB_GetCurrentDb(void *pEnv)
 {
     static_cast<void>(pEnv);
     const std::lock_guard lock(mutex);
-    return current != nullptr ? &databaseHandle : nullptr;
+    return current != nullptr || snapshot.copies ? &databaseHandle : nullptr;
 }
 
 int DB_Get(void *pDb, uint32_t uiKey, uint32_t uiSize, void *pBuffer)
 {
     return access(uiKey, nullptr, 0, [&] {
-        requireRecord(pDb, uiSize, pBuffer);
-        store().get(uiKey, {static_cast<std::byte *>(pBuffer), uiSize});
+        requireHandle(pDb);
+        requireRecord(uiSize, pBuffer);
+        readRecord(uiKey, {static_cast<std::byte *>(pBuffer), uiSize});
     });
 }
 
@@ -120,7 +179,49 @@ int DB_PutInternal(const char *pcFile, uint32_t uiLine, void *pDb, uint32_t uiKe
                    const void *pData)
 {
     return access(uiKey, pcFile != nullptr ? pcFile : "?", uiLine, [&] {
-        requireRecord(pDb, uiSize, pData);
-        store().put(uiKey, {static_cast<const std::byte *>(pData), uiSize});
+        requireHandle(pDb);
+        const RecordWrite record = checkedWrite({uiKey, uiSize, pData});
+        store().put({&record, 1});
+    });
+}
+
+int BMC_PutRecords(const BMC_RECORD_WRITE_S *pstRecords, uint32_t uiCount)
+{
+    return bmc::guarded([&] {
+        bmc::require(pstRecords != nullptr || uiCount == 0, "records: null argument");
+        std::vector<RecordWrite> records;
+        for (const BMC_RECORD_WRITE_S &record : std::span(pstRecords, uiCount)) {
+            records.push_back(checkedWrite(record));
+        }
+        store().put(records);
+    });
+}
+
+int BMC_BeginSnapshot(void)
+{
+    if (snapshot.depth++ == 0) {
+        snapshot.code = bmc::guarded([] { snapshot.copies.emplace(allRecords()); });
+    }
+    return snapshot.code;
+}
+
+void BMC_EndSnapshot(void)
+{
+    if (snapshot.depth != 0 && --snapshot.depth == 0) {
+        snapshot.copies.reset();
+        snapshot.code = 0;
+    }
+}
+
+int BMC_ReadBackup(void (*pfRecord)(void *pContext, const BMC_RECORD_WRITE_S *pstRecord),
+                   void *pContext)
+{
+    return bmc::guarded([&] {
+        bmc::require(pfRecord != nullptr, "backup: null function");
+        for (const auto &[key, content] : bmc::readBackup(backupFile())) {
+            const BMC_RECORD_WRITE_S record{key, static_cast<std::uint32_t>(content.size()),
+                                            content.data()};
+            pfRecord(pContext, &record);
+        }
     });
 }

@@ -192,8 +192,12 @@ int DB_Get(void *pDb, uint32_t uiKey, uint32_t uiSize, void *pBuffer)
         fill(pBuffer, failed->second.scribble, uiSize);
         return failed->second.code;
     }
-    const auto found = state().records.find(uiKey);
-    if (found == state().records.end()) {
+    if (state().snapshotDepth != 0 && state().snapshotCode != 0) {
+        return state().snapshotCode;
+    }
+    const auto &records = state().snapshotDepth != 0 ? state().snapshot : state().records;
+    const auto found = records.find(uiKey);
+    if (found == records.end()) {
         return fake::missing;
     }
     if (found->second.size() != uiSize) {

@@ -13,6 +13,7 @@
  *
  * A healthy platform opens its database, holds no records, capabilities, files or wireless record
  * (reading one fails), answers every RPC call with 264 zero bytes and every command with 0.
+ * The reference platform's further functions work too: a snapshot, and several records at once.
  * The bounded text functions really work and are not recorded. One thread at a time.
  * The fixture and the matchers for googletest stand in fake_matchers.hpp. */
 #ifndef FAKE_PLATFORM_HPP
@@ -62,6 +63,7 @@ struct Call {
     std::string text;             /* path, command, capability group, source file, log text */
     std::string item;             /* capability name */
     Bytes data;                   /* bytes passed; DB_Get: the buffer's before the read */
+    std::vector<std::pair<std::uint32_t, Bytes>> records; /* BMC_PutRecords: keys and bytes */
 };
 
 struct LogLine {
@@ -113,7 +115,9 @@ public:
     }
     /* The read answers code; scribble overwrites the beginning of the caller's buffer first. */
     void failGet(std::uint32_t key, int code, Bytes scribble = {});
-    void failPut(std::uint32_t key, int code);
+    void failPut(std::uint32_t key, int code); /* several records with this one fail as well */
+    void failSnapshot(int code);
+    void setBackup(std::map<std::uint32_t, Bytes> records);
 
     /* Answers are used up in the order given; the last one serves all further calls. */
     void answerRpc(RpcAnswer answer);
@@ -187,6 +191,11 @@ struct Platform::State {
     std::map<std::uint32_t, Bytes> records;
     std::map<std::uint32_t, FailedGet> failedGets;
     std::map<std::uint32_t, int> failedPuts;
+    int snapshotFails = 0;
+    unsigned snapshotDepth = 0;
+    int snapshotCode = 0;
+    std::map<std::uint32_t, Bytes> snapshot;
+    std::optional<std::map<std::uint32_t, Bytes>> backup;
     std::deque<RpcAnswer> answers;
     std::function<RpcAnswer(const Call &)> decide;
     std::map<CapabilityKey, Capability> capabilities;
