@@ -3,6 +3,7 @@
 /* Each setting: set by its text, found in the record, and told again. */
 #include "settings/value.hpp"
 
+#include <algorithm>
 #include <cstring>
 
 #include <gtest/gtest.h>
