@@ -45,8 +45,9 @@ std::vector<Row> queryRows()
         UNALIGNED_ROW(LIB_NW_GetAllDnsInfo, {poisoned<NW_DNS_INFO_S>()}),
         UNALIGNED_ROW(LIB_NW_GetLLDP, {poisoned<NW_LLDP_DB_INFO_S>()}),
         UNALIGNED_ROW(LIB_NW_GetInterfaceState, {poisoned<NW_IFC_STATE_INFO_S>()}),
-        row("NW_CheckChannel", +[](std::uint32_t *index) { return NW_CheckChannel(8, index); },
-            {Bytes(4)}),
+        row(
+            "NW_CheckChannel", +[](std::uint32_t *index) { return NW_CheckChannel(8, index); },
+            {Bytes(4)}, NW_ERR_PORT_NOT_SUPPORTED),
         UNALIGNED_ROW(LIB_NW_GetAnConfig, {poisoned<NW_AN_CFG_DB_INFO_S>()}),
         UNALIGNED_ROW(LIB_NW_GetShareLinkMode, {Bytes{setters::poison}}),
         row("NW_DecomposeBitmap",
