@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "address.hpp"
+#include "manager/address.hpp"
 
 #include <algorithm>
 #include <bit>

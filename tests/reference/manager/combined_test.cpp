@@ -189,7 +189,8 @@ TEST_F(CombinedSet, KilledInBetween)
                 call(addressAndServer(host).request());
             }
         });
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 40000));
+        /* The neighbours are asked first. */
+        std::this_thread::sleep_for(std::chrono::microseconds(200000 + random() % 40000));
         manager_->signal(SIGKILL);
         EXPECT_EQ(manager_->wait(), 128 + SIGKILL);
         isOver = true;
