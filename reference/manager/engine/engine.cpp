@@ -155,13 +155,12 @@ World Engine::worldOf(const Configuration &configuration) const
     return ledger_.withFound(wanted(configuration, conditions_));
 }
 
-/* The ledger with what the worlds are going to add. */
-Ledger Engine::claimed(std::initializer_list<const World *> worlds, const Actual &actual) const
+/* The ledger with what the world that holds has in the machine, and what it lacks there. */
+Ledger Engine::claimed(const World &held, const Actual &actual) const
 {
     Ledger ledger = ledger_;
-    for (const World *world : worlds) {
-        ledger.claim(*world, actual);
-    }
+    ledger.add(adopted(held, actual));
+    ledger.claim(held, actual);
     return ledger;
 }
 
@@ -284,6 +283,7 @@ bool Engine::restore(const Configuration &from, const Change &change, const Actu
                                 return std::ranges::find(differences, step) != differences.end();
                             });
     isOpen_ = !isRestored;
+    backOff_ = {}; /* whatever waited before, this is new */
     try {
         Batch batch;
         commit(batch, pruned(from, made), false, "that nothing was changed");
@@ -316,11 +316,11 @@ void Engine::change(const Change &wantedChange)
         throw refusalFor({static_cast<std::uint32_t>(Result::kernelRefused), error.what()},
                          change.scope);
     }
-    ledger_.add(adopted(former, actual));
-    const auto differences = within(change.scope, plan(former, actual, ledger_.owned()));
+    Ledger ledger = claimed(former, actual);
+    const auto differences = within(change.scope, plan(former, actual, ledger.owned()));
     askNeighbours(change, former, actual);
-    const World world = wanted(change.after, conditions_);
-    commitIntent(from, change.after, claimed({&former, &world}, actual));
+    ledger.claim(wanted(change.after, conditions_), actual);
+    commitIntent(from, change.after, ledger);
 
     const auto failure = makeChange(from, change, former, actual);
     if (!failure) {
@@ -349,9 +349,8 @@ Made Engine::settle(const char *occasion)
     Made made;
     try {
         const Actual actual = readPatiently(machine_, world);
-        ledger_.add(adopted(world, actual));
         Batch batch;
-        commit(batch, claimed({&world}, actual), true, "that a change is under way");
+        commit(batch, claimed(world, actual), true, "that a change is under way");
         const Task task{world, ledger_.owned(), scope, false, [&](const Step &step) {
                             log(Level::information, std::string(occasion) + ": " + textOf(step));
                         }};
@@ -416,7 +415,7 @@ void Engine::tryAgain()
     const World world = worldOf(configuration);
     Made made;
     try {
-        const Ledger ledger = claimed({&world}, readPatiently(machine_, world));
+        const Ledger ledger = claimed(world, readPatiently(machine_, world));
         if (ledger != ledger_) {
             store_.put(ledgerRecord, ledger.record());
             ledger_ = ledger;

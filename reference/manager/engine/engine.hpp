@@ -55,7 +55,7 @@ private:
     using Clock = Announcer::Clock;
 
     World worldOf(const Configuration &configuration) const;
-    Ledger claimed(std::initializer_list<const World *> worlds, const Actual &actual) const;
+    Ledger claimed(const World &held, const Actual &actual) const;
     void askBefore(const Step &step, const World &former, const Actual &actual);
     void askNeighbours(const Change &change, const World &former, const Actual &actual);
     Ledger pruned(const Configuration &configuration, const Made &made) const;
