@@ -1,15 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "chassis.hpp"
+#include "chassis/chassis.hpp"
 
 #include <algorithm>
 #include <stdexcept>
 
-#include "chassis_log.hpp"
-#include "chassis_records.hpp"
-#include "hex.hpp"
-#include "instance_lock.hpp"
-#include "request.hpp"
+#include "chassis/chassis_log.hpp"
+#include "chassis/chassis_records.hpp"
+#include "chassis/request.hpp"
+#include "common/hex.hpp"
+#include "common/state_directory.hpp"
 
 namespace bmc::chassis {
 
@@ -19,7 +19,7 @@ using Payload = std::span<const std::uint8_t, NW_RPC_PAYLOAD_SIZE>;
 
 std::filesystem::path receivedFile()
 {
-    return manager::stateDirectory() / "chassis.json";
+    return stateDirectory() / "chassis.json";
 }
 
 /* Writes a record in the library's form. */

@@ -3,8 +3,8 @@
 /* The chassis manager: keeps what the blade sends and publishes what the blade reads. */
 #pragma once
 
-#include "json_file.hpp"
-#include "rpc_server.hpp"
+#include "chassis/object_file.hpp"
+#include "rpc/rpc_server.hpp"
 
 namespace bmc::chassis {
 

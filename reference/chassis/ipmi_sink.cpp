@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "ipmi_sink.hpp"
+#include "chassis/ipmi_sink.hpp"
 
-#include "chassis_log.hpp"
-#include "hex.hpp"
-#include "instance_lock.hpp"
-#include "request.hpp"
+#include "chassis/chassis_log.hpp"
+#include "chassis/request.hpp"
+#include "common/hex.hpp"
+#include "common/state_directory.hpp"
 
 namespace bmc::chassis {
 
@@ -13,7 +13,7 @@ namespace {
 
 std::filesystem::path recordFile()
 {
-    return manager::stateDirectory() / "ipmi.json";
+    return stateDirectory() / "ipmi.json";
 }
 
 bool isWellFormed(const Json &recorded)

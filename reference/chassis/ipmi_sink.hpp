@@ -3,8 +3,8 @@
 /* Stands for the IPMI service: records the requests that arrive. */
 #pragma once
 
-#include "json_file.hpp"
-#include "rpc_server.hpp"
+#include "chassis/object_file.hpp"
+#include "rpc/rpc_server.hpp"
 
 namespace bmc::chassis {
 

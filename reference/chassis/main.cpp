@@ -6,12 +6,12 @@
 #include <iostream>
 #include <span>
 
-#include "chassis.hpp"
-#include "instance_lock.hpp"
-#include "ipmi_sink.hpp"
+#include "chassis/chassis.hpp"
+#include "chassis/ipmi_sink.hpp"
+#include "common/instance_lock.hpp"
+#include "common/print.hpp"
+#include "common/standard_descriptors.hpp"
 #include "network_mng/rpc.h"
-#include "print.hpp"
-#include "standard_descriptors.hpp"
 
 namespace {
 
@@ -34,8 +34,9 @@ enum ExitStatus { done = 0, failed = 1, wrongUsage = 2 };
 
 int serveChassis()
 {
-    const manager::InstanceLock lock("nwchassisd");
+    const InstanceLock lock("nwchassisd");
     rpc::Server server(NW_RPC_SERVICE_CHASSIS);
+    server.claim();
     chassis::Chassis chassis;
     server.handle(NW_RPC_FUNCTION_CHASSIS,
                   [&chassis](rpc::Request request) { return chassis.answerStatus(request); });
@@ -47,8 +48,9 @@ int serveChassis()
 
 int serveIpmi()
 {
-    const manager::InstanceLock lock("nwchassisd-ipmi");
+    const InstanceLock lock("nwchassisd-ipmi");
     rpc::Server server(NW_RPC_SERVICE_IPMI);
+    server.claim();
     chassis::IpmiSink sink;
     server.handle(NW_RPC_FUNCTION_IPMI,
                   [&sink](rpc::Request request) { return sink.answer(request); });

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "request.hpp"
+#include "chassis/request.hpp"
 
 #include <cstring>
 
-#include "chassis_log.hpp"
+#include "chassis/chassis_log.hpp"
 
 namespace bmc::chassis {
 

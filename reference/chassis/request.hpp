@@ -6,9 +6,9 @@
 #include <functional>
 #include <stdexcept>
 
-#include "manager_results.hpp"
 #include "network_mng/rpc.h"
-#include "rpc_server.hpp"
+#include "rpc/manager_results.hpp"
+#include "rpc/rpc_server.hpp"
 
 namespace bmc::chassis {
 

@@ -3,7 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include "answer.hpp"
-#include "chassis_records.hpp"
+#include "chassis/chassis_records.hpp"
 #include "commands.hpp"
 #include "exchange_values.hpp"
 

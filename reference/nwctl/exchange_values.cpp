@@ -5,8 +5,8 @@
 #include <CLI/CLI.hpp>
 
 #include "addresses.hpp"
+#include "common/hex.hpp"
 #include "failure.hpp"
-#include "hex.hpp"
 
 namespace nwctl {
 

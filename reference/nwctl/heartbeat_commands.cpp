@@ -4,8 +4,8 @@
 
 #include "answer.hpp"
 #include "commands.hpp"
+#include "common/hex.hpp"
 #include "exchange_values.hpp"
-#include "hex.hpp"
 #include "network_mng/message.h"
 #include "output_capture.hpp"
 #include "time_limit.hpp"

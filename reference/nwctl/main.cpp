@@ -4,8 +4,8 @@
 #include <iostream>
 #include <vector>
 
+#include "common/standard_descriptors.hpp"
 #include "run.hpp"
-#include "standard_descriptors.hpp"
 
 int main(int argc, char **argv)
 {

@@ -10,8 +10,8 @@
 
 #include "answer.hpp"
 #include "commands.hpp"
+#include "common/hex.hpp"
 #include "exchange_values.hpp"
-#include "hex.hpp"
 #include "queue_message.hpp"
 #include "text.hpp"
 #include "time_limit.hpp"

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "queue_message.hpp"
 
+#include "common/hex.hpp"
 #include "exchange_values.hpp"
 #include "failure.hpp"
-#include "hex.hpp"
 
 namespace nwctl {
 

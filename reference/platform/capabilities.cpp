@@ -6,9 +6,9 @@
 #include <cstring>
 
 #include "bmc_platform.h"
-#include "environment.hpp"
-#include "failure.hpp"
-#include "files.hpp"
+#include "common/state_directory.hpp"
+#include "platform/failure.hpp"
+#include "platform/json_file.hpp"
 
 namespace {
 

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "command_words.hpp"
+#include "platform/command_words.hpp"
 
 #include <cerrno>
 
-#include "failure.hpp"
+#include "platform/failure.hpp"
 
 namespace bmc {
 
@@ -21,25 +21,25 @@ bool oneOf(std::string_view set, char character)
 
 class Splitter {
 public:
-    explicit Splitter(std::string_view command) : m_rest(command) {}
+    explicit Splitter(std::string_view command) : rest_(command) {}
 
     std::vector<std::string> split()
     {
-        while (!m_rest.empty()) {
+        while (!rest_.empty()) {
             step(take());
         }
         endWord();
-        return std::move(m_words);
+        return std::move(words_);
     }
 
 private:
     char take()
     {
-        if (m_rest.empty()) {
+        if (rest_.empty()) {
             throw Failure(EINVAL, "command ends within a quotation");
         }
-        const char character = m_rest.front();
-        m_rest.remove_prefix(1);
+        const char character = rest_.front();
+        rest_.remove_prefix(1);
         return character;
     }
 
@@ -52,7 +52,7 @@ private:
                                       (character == '\n' ? "\\n" : std::string(1, character)) +
                                       "'");
         } else {
-            m_inWord = true;
+            inWord_ = true;
             part(character);
         }
     }
@@ -67,43 +67,43 @@ private:
             doubleQuoted();
             break;
         case '\\':
-            m_word += take();
+            word_ += take();
             break;
         default:
-            m_word += character;
+            word_ += character;
         }
     }
 
     void singleQuoted()
     {
         for (char character = take(); character != '\''; character = take()) {
-            m_word += character;
+            word_ += character;
         }
     }
 
     void doubleQuoted()
     {
         for (char character = take(); character != '"'; character = take()) {
-            if (character == '\\' && !m_rest.empty() && oneOf(escapedInQuotes, m_rest.front())) {
+            if (character == '\\' && !rest_.empty() && oneOf(escapedInQuotes, rest_.front())) {
                 character = take();
             }
-            m_word += character;
+            word_ += character;
         }
     }
 
     void endWord()
     {
-        if (m_inWord) {
-            m_words.push_back(std::move(m_word));
-            m_word.clear();
-            m_inWord = false;
+        if (inWord_) {
+            words_.push_back(std::move(word_));
+            word_.clear();
+            inWord_ = false;
         }
     }
 
-    std::string_view m_rest;
-    std::vector<std::string> m_words;
-    std::string m_word;
-    bool m_inWord = false; /* an empty quotation is a word as well */
+    std::string_view rest_;
+    std::vector<std::string> words_;
+    std::string word_;
+    bool inWord_ = false; /* an empty quotation is a word as well */
 };
 
 } // namespace

@@ -9,10 +9,11 @@
 #include <pthread.h>
 
 #include "bmc_platform.h"
-#include "environment.hpp"
-#include "failure.hpp"
-#include "record_store.hpp"
-#include "records.hpp"
+#include "common/state_directory.hpp"
+#include "platform/backup.hpp"
+#include "platform/failure.hpp"
+#include "platform/record_store.hpp"
+#include "platform/records.hpp"
 
 namespace {
 
@@ -56,6 +57,11 @@ void startAfreshInChild()
 
 const int forkHandlers = pthread_atfork(lockForFork, unlockInParent, startAfreshInChild);
 
+std::filesystem::path backupFile()
+{
+    return bmc::stateDirectory() / "config-db.backup";
+}
+
 /* The store of this process, opened by the first call. Never closed, so it may be used without the
  * mutex. */
 const RecordStore &store()
@@ -65,7 +71,7 @@ const RecordStore &store()
         throw Failure(forkHandlers, "database: cannot watch for fork");
     }
     if (current == nullptr) {
-        current = new RecordStore(bmc::stateDirectory() / "config-db");
+        current = new RecordStore(bmc::stateDirectory() / "config-db", backupFile());
     }
     return *current;
 }
@@ -103,6 +109,22 @@ void readRecord(std::uint32_t key, std::span<std::byte> buffer)
     snapshot.copies->get(key, buffer);
 }
 
+/* Of the database, or of its backup when there is no other way. */
+bmc::Records allRecords()
+{
+    try {
+        return store().copy();
+    } catch (const Failure &failure) {
+        if (failure.code() == bmc::outcomeUnknown || !std::filesystem::exists(backupFile())) {
+            throw;
+        }
+        const Failure told(failure, std::string(failure.what()) + "; " + backupFile().string() +
+                                        " is read instead");
+        told.report();
+        return bmc::readBackup(backupFile());
+    }
+}
+
 RecordWrite checkedWrite(const BMC_RECORD_WRITE_S &record)
 {
     requireRecord(record.uiSize, record.pData);
@@ -134,14 +156,14 @@ int access(std::uint32_t key, const char *file, std::uint32_t line, Access &&bod
 
 void *DB_Open(void)
 {
-    return bmc::guarded([] { store(); }) == 0 ? &environmentHandle : nullptr;
+    return snapshot.copies || bmc::guarded([] { store(); }) == 0 ? &environmentHandle : nullptr;
 }
 
 void *DB_GetCurrentDb(void *pEnv)
 {
     static_cast<void>(pEnv);
     const std::lock_guard lock(mutex);
-    return current != nullptr ? &databaseHandle : nullptr;
+    return current != nullptr || snapshot.copies ? &databaseHandle : nullptr;
 }
 
 int DB_Get(void *pDb, uint32_t uiKey, uint32_t uiSize, void *pBuffer)
@@ -178,7 +200,7 @@ int BMC_PutRecords(const BMC_RECORD_WRITE_S *pstRecords, uint32_t uiCount)
 int BMC_BeginSnapshot(void)
 {
     if (snapshot.depth++ == 0) {
-        snapshot.code = bmc::guarded([] { snapshot.copies = store().copy(); });
+        snapshot.code = bmc::guarded([] { snapshot.copies.emplace(allRecords()); });
     }
     return snapshot.code;
 }
@@ -189,4 +211,17 @@ void BMC_EndSnapshot(void)
         snapshot.copies.reset();
         snapshot.code = 0;
     }
+}
+
+int BMC_ReadBackup(void (*pfRecord)(void *pContext, const BMC_RECORD_WRITE_S *pstRecord),
+                   void *pContext)
+{
+    return bmc::guarded([&] {
+        bmc::require(pfRecord != nullptr, "backup: null function");
+        for (const auto &[key, content] : bmc::readBackup(backupFile())) {
+            const BMC_RECORD_WRITE_S record{key, static_cast<std::uint32_t>(content.size()),
+                                            content.data()};
+            pfRecord(pContext, &record);
+        }
+    });
 }

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "failure.hpp"
+#include "platform/failure.hpp"
 
 #include <cerrno>
 #include <system_error>
@@ -19,19 +19,18 @@ void reportLine(Level level, std::uint32_t line, const char *text)
 } // namespace
 
 Failure::Failure(int code, const std::string &text, Level level, unsigned line)
-    : std::runtime_error(text), m_code(code != 0 ? code : EIO), m_level(level), m_line(line)
+    : std::runtime_error(text), code_(code != 0 ? code : EIO), level_(level), line_(line)
 {
 }
 
 Failure::Failure(const Failure &failure, const std::string &text)
-    : std::runtime_error(text), m_code(failure.m_code), m_level(failure.m_level),
-      m_line(failure.m_line)
+    : std::runtime_error(text), code_(failure.code_), level_(failure.level_), line_(failure.line_)
 {
 }
 
 void Failure::report() const noexcept
 {
-    reportLine(m_level, m_line, what());
+    reportLine(level_, line_, what());
 }
 
 std::string errnoText(int error)
@@ -46,6 +45,11 @@ int reportCurrentException() noexcept
     } catch (const Failure &failure) {
         failure.report();
         return failure.code();
+    } catch (const std::system_error &error) {
+        const int code = error.code().value();
+        const Level level = code == ENOENT ? Level::information : Level::error;
+        reportLine(level, 0, error.what());
+        return code != 0 ? code : EIO;
     } catch (const std::bad_alloc &) {
         reportLine(Level::error, 0, "out of memory");
         return ENOMEM;

@@ -8,10 +8,9 @@
 #include <string>
 #include <utility>
 
-namespace bmc {
+#include "common/log.hpp"
 
-/* Levels of diagnostic lines, as syslog priorities. */
-enum class Level : std::uint32_t { error = 4, information = 6, debug = 7 };
+namespace bmc {
 
 class Failure : public std::runtime_error {
 public:
@@ -24,15 +23,15 @@ public:
 
     int code() const noexcept
     {
-        return m_code;
+        return code_;
     }
 
     void report() const noexcept;
 
 private:
-    int m_code;
-    Level m_level;
-    std::uint32_t m_line;
+    int code_;
+    Level level_;
+    std::uint32_t line_;
 };
 
 /* errno as text, for example "No space left on device". */

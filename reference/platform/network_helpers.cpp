@@ -9,9 +9,10 @@
 #include <sys/stat.h>
 
 #include "bmc_platform.h"
-#include "environment.hpp"
-#include "failure.hpp"
-#include "files.hpp"
+#include "common/state_directory.hpp"
+#include "platform/failure.hpp"
+#include "platform/json_file.hpp"
+#include "platform/wireless.hpp"
 
 namespace {
 
@@ -114,4 +115,14 @@ int USBMANAGE_GetWirelessServiceInfo(void *pBuffer)
 
         std::memcpy(pBuffer, record.data(), record.size());
     });
+}
+
+int BMC_GetWirelessState(void)
+{
+    std::array<std::uint8_t, BMC_WIRELESS_INFO_SIZE> record;
+    const int code = USBMANAGE_GetWirelessServiceInfo(record.data());
+    if (code == 0) {
+        return BMC_WIRELESS_READ;
+    }
+    return code == ENOENT ? BMC_WIRELESS_ABSENT : BMC_WIRELESS_MALFORMED;
 }

@@ -6,14 +6,16 @@
 #include <cstring>
 
 #include "bmc_platform.h"
-#include "environment.hpp"
-#include "failure.hpp"
-#include "files.hpp"
+#include "common/files.hpp"
+#include "common/state_directory.hpp"
+#include "platform/failure.hpp"
 
 namespace {
 
 /* A kernel interface file holds a value, never more than this. */
 constexpr std::uint32_t lengthLimit = 1U << 20;
+
+constexpr mode_t everybodyReads = 0644;
 
 /* The path appended to the directory, which it may not leave. */
 std::filesystem::path stateFile(const char *path)
@@ -38,7 +40,7 @@ int NW_ReadProc(const char *pcPath, uint32_t uiLength, void *pData)
     return bmc::guarded([&] {
         requireArguments(pcPath, uiLength, pData);
 
-        const std::string bytes = bmc::readFile(stateFile(pcPath), uiLength);
+        const std::string bytes = bmc::readStart(stateFile(pcPath), uiLength);
         if (bytes.empty()) {
             throw bmc::Failure(ENODATA, std::string("proc: ") + pcPath + " is empty");
         }
@@ -52,6 +54,7 @@ int NW_WriteProc(const char *pcPath, uint32_t uiLength, const void *pData)
 {
     return bmc::guarded([&] {
         requireArguments(pcPath, uiLength, pData);
-        bmc::replaceFile(stateFile(pcPath), {static_cast<const char *>(pData), uiLength});
+        bmc::replaceFile(stateFile(pcPath), {static_cast<const char *>(pData), uiLength},
+                         everybodyReads);
     });
 }

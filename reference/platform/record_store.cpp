@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "record_store.hpp"
+#include "platform/record_store.hpp"
 
 #include <algorithm>
 #include <array>
@@ -11,9 +11,11 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include "failure.hpp"
-#include "files.hpp"
-#include "standard_descriptors.hpp"
+#include "common/descriptor.hpp"
+#include "common/files.hpp"
+#include "common/standard_descriptors.hpp"
+#include "platform/backup.hpp"
+#include "platform/failure.hpp"
 
 namespace bmc {
 
@@ -33,8 +35,8 @@ constexpr mode_t privateFile = 0600;
 class Key {
 public:
     explicit Key(std::uint32_t key)
-        : m_bytes{static_cast<std::uint8_t>(key >> 24), static_cast<std::uint8_t>(key >> 16),
-                  static_cast<std::uint8_t>(key >> 8), static_cast<std::uint8_t>(key)}
+        : bytes_{static_cast<std::uint8_t>(key >> 24), static_cast<std::uint8_t>(key >> 16),
+                 static_cast<std::uint8_t>(key >> 8), static_cast<std::uint8_t>(key)}
     {
     }
 
@@ -51,11 +53,11 @@ public:
 
     MDB_val value()
     {
-        return {m_bytes.size(), m_bytes.data()};
+        return {bytes_.size(), bytes_.data()};
     }
 
 private:
-    std::array<std::uint8_t, 4> m_bytes;
+    std::array<std::uint8_t, 4> bytes_;
 };
 
 void check(int code, const std::string &what, unsigned line = __builtin_LINE())
@@ -71,12 +73,12 @@ class Transaction {
 public:
     Transaction(MDB_env *environment, unsigned flags)
     {
-        int code = mdb_txn_begin(environment, nullptr, flags, &m_transaction);
+        int code = mdb_txn_begin(environment, nullptr, flags, &transaction_);
         if (code == MDB_READERS_FULL) {
             /* Processes that died in a read still hold their places. */
             int cleared = 0;
             mdb_reader_check(environment, &cleared);
-            code = mdb_txn_begin(environment, nullptr, flags, &m_transaction);
+            code = mdb_txn_begin(environment, nullptr, flags, &transaction_);
         }
         check(code, "database transaction");
     }
@@ -86,30 +88,30 @@ public:
 
     ~Transaction()
     {
-        if (m_transaction != nullptr) {
-            mdb_txn_abort(m_transaction);
+        if (transaction_ != nullptr) {
+            mdb_txn_abort(transaction_);
         }
     }
 
     MDB_txn *get() const
     {
-        return m_transaction;
+        return transaction_;
     }
 
     void commit()
     {
-        check(mdb_txn_commit(std::exchange(m_transaction, nullptr)), "database commit");
+        check(mdb_txn_commit(std::exchange(transaction_, nullptr)), "database commit");
     }
 
 private:
-    MDB_txn *m_transaction = nullptr;
+    MDB_txn *transaction_ = nullptr;
 };
 
 class Cursor {
 public:
     Cursor(const Transaction &transaction, MDB_dbi database)
     {
-        check(mdb_cursor_open(transaction.get(), database, &m_cursor), "database cursor");
+        check(mdb_cursor_open(transaction.get(), database, &cursor_), "database cursor");
     }
 
     Cursor(const Cursor &) = delete;
@@ -117,13 +119,13 @@ public:
 
     ~Cursor()
     {
-        mdb_cursor_close(m_cursor);
+        mdb_cursor_close(cursor_);
     }
 
     /* False behind the last record. */
     bool next(MDB_val &name, MDB_val &record)
     {
-        const int code = mdb_cursor_get(m_cursor, &name, &record, MDB_NEXT);
+        const int code = mdb_cursor_get(cursor_, &name, &record, MDB_NEXT);
         if (code != MDB_NOTFOUND) {
             check(code, "read");
         }
@@ -131,7 +133,7 @@ public:
     }
 
 private:
-    MDB_cursor *m_cursor = nullptr;
+    MDB_cursor *cursor_ = nullptr;
 };
 
 std::span<const std::byte> bytesOf(const MDB_val &value)
@@ -146,6 +148,21 @@ void copyWhole(std::span<const std::byte> record, std::span<std::byte> buffer)
                                            " bytes, not " + std::to_string(buffer.size()));
     }
     std::copy(record.begin(), record.end(), buffer.begin());
+}
+
+Records recordsOf(const Transaction &transaction, MDB_dbi database)
+{
+    Cursor cursor(transaction, database);
+    Records records;
+    MDB_val name{};
+    MDB_val record{};
+    while (cursor.next(name, record)) {
+        if (const auto key = Key::read(name)) {
+            const auto bytes = bytesOf(record);
+            records.emplace(*key, std::vector<std::byte>(bytes.begin(), bytes.end()));
+        }
+    }
+    return records;
 }
 
 /* When the write of a meta page has failed, it may be on the disk or not, and the environment
@@ -229,97 +246,110 @@ void requireNamedFile(MDB_env *environment)
     }
 }
 
-/* Names of new files outlive a power failure only when their directory is written, too. */
-void syncDirectory(const std::filesystem::path &directory)
-{
-    const Descriptor file(open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!file || fsync(file.get()) != 0) {
-        throw Failure(errno, directory.string() + ": " + errnoText(errno));
-    }
-}
-
 } // namespace
 
-RecordStore::RecordStore(const std::filesystem::path &directory)
+RecordStore::RecordStore(const std::filesystem::path &directory, std::filesystem::path backup)
+    : backup_(std::move(backup))
 {
     occupyStandardDescriptors();
-    makeDirectory(directory);
-    reserveLockFile(directory / "lock.mdb");
-    check(mdb_env_create(&m_environment), "database environment");
     try {
-        open(directory);
-        syncDirectory(directory);
-        syncDirectory(directory / "..");
-    } catch (...) {
-        mdb_env_close(m_environment);
-        throw;
+        openForWriting(directory);
+    } catch (const Failure &failure) {
+        if (failure.code() != EROFS) {
+            throw;
+        }
+        openEnvironment(directory, MDB_RDONLY);
+        isReadOnly_ = true;
     }
 }
 
 RecordStore::~RecordStore()
 {
-    mdb_env_close(m_environment);
+    mdb_env_close(environment_);
 }
 
-void RecordStore::open(const std::filesystem::path &directory)
+void RecordStore::openForWriting(const std::filesystem::path &directory)
 {
-    check(mdb_env_set_mapsize(m_environment, mapSize), "database size");
-    /* Readers belong to transactions, not to threads. */
-    check(mdb_env_open(m_environment, directory.c_str(), MDB_NOTLS, privateFile),
-          directory.string());
-    requireWholeFile(m_environment);
+    makeDirectory(directory);
+    reserveLockFile(directory / "lock.mdb");
+    openEnvironment(directory, 0);
+    try {
+        syncDirectory(directory);
+        syncDirectory(directory / "..");
+    } catch (...) {
+        mdb_env_close(environment_);
+        throw;
+    }
+}
 
-    int cleared = 0;
-    check(mdb_reader_check(m_environment, &cleared), "database readers");
+void RecordStore::openEnvironment(const std::filesystem::path &directory, unsigned flags)
+{
+    check(mdb_env_create(&environment_), "database environment");
+    try {
+        check(mdb_env_set_mapsize(environment_, mapSize), "database size");
+        /* Readers belong to transactions, not to threads. */
+        check(mdb_env_open(environment_, directory.c_str(), MDB_NOTLS | flags, privateFile),
+              directory.string());
+        requireWholeFile(environment_);
 
-    Transaction transaction(m_environment, MDB_RDONLY);
-    check(mdb_dbi_open(transaction.get(), nullptr, 0, &m_database), "database");
-    transaction.commit();
+        int cleared = 0;
+        check(mdb_reader_check(environment_, &cleared), "database readers");
+
+        Transaction transaction(environment_, MDB_RDONLY);
+        check(mdb_dbi_open(transaction.get(), nullptr, 0, &database_), "database");
+        transaction.commit();
+    } catch (...) {
+        mdb_env_close(environment_);
+        throw;
+    }
 }
 
 void RecordStore::get(std::uint32_t key, std::span<std::byte> buffer) const
 {
-    const Transaction transaction(m_environment, MDB_RDONLY);
+    const Transaction transaction(environment_, MDB_RDONLY);
     Key bytes(key);
     MDB_val name = bytes.value();
     MDB_val record{};
-    check(mdb_get(transaction.get(), m_database, &name, &record), "read");
+    check(mdb_get(transaction.get(), database_, &name, &record), "read");
     copyWhole(bytesOf(record), buffer);
 }
 
 void RecordStore::put(std::span<const RecordWrite> records) const
 {
-    requireNamedFile(m_environment);
-    Transaction transaction(m_environment, 0);
+    if (isReadOnly_) {
+        throw Failure(EROFS, "the database is read-only");
+    }
+    requireNamedFile(environment_);
+    Transaction transaction(environment_, 0);
     for (const RecordWrite &record : records) {
         Key bytes(record.key);
         MDB_val name = bytes.value();
         MDB_val value{record.content.size(), const_cast<std::byte *>(record.content.data())};
-        check(mdb_put(transaction.get(), m_database, &name, &value, 0), "write");
+        check(mdb_put(transaction.get(), database_, &name, &value, 0), "write");
     }
-    commitDurably(transaction, m_environment);
+    commitDurably(transaction, environment_);
+    keepBackup();
 }
 
-RecordCopies RecordStore::copy() const
+Records RecordStore::copy() const
 {
-    const Transaction transaction(m_environment, MDB_RDONLY);
-    Cursor cursor(transaction, m_database);
-    std::map<std::uint32_t, std::vector<std::byte>> records;
-    MDB_val name{};
-    MDB_val record{};
-    while (cursor.next(name, record)) {
-        if (const auto key = Key::read(name)) {
-            const auto bytes = bytesOf(record);
-            records.emplace(*key, std::vector<std::byte>(bytes.begin(), bytes.end()));
-        }
-    }
-    return RecordCopies(std::move(records));
+    return recordsOf(Transaction(environment_, MDB_RDONLY), database_);
+}
+
+/* What was written is written, whatever becomes of its copy. */
+void RecordStore::keepBackup() const noexcept
+{
+    guarded([this] {
+        /* Its lock keeps the copies in the order of the commits, whoever makes them. */
+        const Transaction transaction(environment_, 0);
+        writeBackup(backup_, recordsOf(transaction, database_));
+    });
 }
 
 void RecordCopies::get(std::uint32_t key, std::span<std::byte> buffer) const
 {
-    const auto record = m_records.find(key);
-    check(record != m_records.end() ? 0 : MDB_NOTFOUND, "read");
+    const auto record = records_.find(key);
+    check(record != records_.end() ? 0 : MDB_NOTFOUND, "read");
     copyWhole(record->second, buffer);
 }
 

@@ -5,37 +5,34 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <map>
 #include <span>
-#include <vector>
+#include <utility>
 
 #include <lmdb.h>
 
-#include "records.hpp"
+#include "platform/records.hpp"
 
 namespace bmc {
 
 /* All records of a moment, and its own copies of them. */
 class RecordCopies {
 public:
-    explicit RecordCopies(std::map<std::uint32_t, std::vector<std::byte>> records)
-        : m_records(std::move(records))
-    {
-    }
+    explicit RecordCopies(Records records) : records_(std::move(records)) {}
 
     /* As RecordStore::get. */
     void get(std::uint32_t key, std::span<std::byte> buffer) const;
 
 private:
-    std::map<std::uint32_t, std::vector<std::byte>> m_records;
+    Records records_;
 };
 
 /* One environment of one process; any number of threads may use it at once. A process that inherits
  * it through fork must neither use nor destroy it. Functions throw Failure with LMDB's code. */
 class RecordStore {
 public:
-    /* Opens the environment; makes the directory when it is missing. */
-    explicit RecordStore(const std::filesystem::path &directory);
+    /* Opens the environment; makes the directory when it is missing. One that may be read and not
+     * written is opened for reading alone. After each commit the backup is written. */
+    explicit RecordStore(const std::filesystem::path &directory, std::filesystem::path backup);
     RecordStore(const RecordStore &) = delete;
     RecordStore &operator=(const RecordStore &) = delete;
     ~RecordStore();
@@ -47,13 +44,17 @@ public:
      * outcomeUnknown when nobody can know which of both it is. */
     void put(std::span<const RecordWrite> records) const;
 
-    RecordCopies copy() const;
+    Records copy() const;
 
 private:
-    void open(const std::filesystem::path &directory);
+    void openForWriting(const std::filesystem::path &directory);
+    void openEnvironment(const std::filesystem::path &directory, unsigned flags);
+    void keepBackup() const noexcept;
 
-    MDB_env *m_environment = nullptr;
-    MDB_dbi m_database = 0;
+    std::filesystem::path backup_;
+    bool isReadOnly_ = false;
+    MDB_env *environment_ = nullptr;
+    MDB_dbi database_ = 0;
 };
 
 } // namespace bmc

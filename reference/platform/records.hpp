@@ -7,6 +7,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -36,6 +38,13 @@ int BMC_PutRecords(const BMC_RECORD_WRITE_S *pstRecords, std::uint32_t uiCount);
 int BMC_BeginSnapshot(void);
 void BMC_EndSnapshot(void);
 
+/* The platform keeps a copy of all records beside the database, written anew after each commit.
+ * Hands each of its records to the function: 0, or a code when there is no whole copy. A snapshot
+ * is taken from it, after a line in the log, when the database cannot be opened or read; DB_Open
+ * then answers a handle as long as the snapshot lives. */
+int BMC_ReadBackup(void (*pfRecord)(void *pContext, const BMC_RECORD_WRITE_S *pstRecord),
+                   void *pContext);
+
 #pragma GCC visibility pop
 }
 
@@ -47,6 +56,9 @@ struct RecordWrite {
     std::uint32_t key;
     std::span<const std::byte> content;
 };
+
+/* By key. */
+using Records = std::map<std::uint32_t, std::vector<std::byte>>;
 
 /* All of them durably or none: 0, outcomeUnknown or the database's code. */
 inline int putRecords(std::span<const RecordWrite> records)
@@ -83,5 +95,17 @@ public:
 private:
     int code_;
 };
+
+/* All records after the last commit, also of a damaged database; nothing, after a line in the log,
+ * when there is no whole copy of them. */
+inline std::optional<Records> backupRecords()
+{
+    Records records;
+    const auto keep = [](void *kept, const BMC_RECORD_WRITE_S *record) {
+        const auto *content = static_cast<const std::byte *>(record->pData);
+        (*static_cast<Records *>(kept))[record->uiKey].assign(content, content + record->uiSize);
+    };
+    return BMC_ReadBackup(keep, &records) == 0 ? std::optional(records) : std::nullopt;
+}
 
 } // namespace bmc

@@ -17,11 +17,11 @@
 #include <sdbus-c++/sdbus-c++.h>
 
 #include "bmc_platform.h"
-#include "bus_probe.hpp"
-#include "deadline.hpp"
-#include "failure.hpp"
+#include "common/deadline.hpp"
 #include "network_mng/rpc.h"
-#include "rpc_protocol.hpp"
+#include "platform/failure.hpp"
+#include "rpc/bus_probe.hpp"
+#include "rpc/rpc_protocol.hpp"
 
 namespace {
 
@@ -44,7 +44,7 @@ static_assert(offsetof(Answer, message) == 0);
 /* Connects to the bus. A signal may interrupt that, and it is begun anew. */
 std::unique_ptr<sdbus::IConnection> connect(const Deadline &deadline)
 {
-    bmc::probeBus(deadline);
+    bmc::rpc::probeBus(deadline);
     while (true) {
         try {
             return sdbus::createSystemBusConnection();
@@ -171,6 +171,8 @@ auto describing(const std::string &name, Call &&call)
         return call();
     } catch (const Failure &failure) {
         throw Failure(failure, name + ": " + failure.what());
+    } catch (const std::system_error &error) {
+        throw Failure(error.code().value(), name + ": " + error.what());
     } catch (const sdbus::Error &error) {
         throw Failure(ECOMM, name + ": " + error.getMessage());
     }

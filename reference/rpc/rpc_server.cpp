@@ -1,45 +1,60 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "rpc_server.hpp"
+#include "rpc/rpc_server.hpp"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <csignal>
-#include <stdexcept>
+#include <string_view>
 #include <system_error>
 
 #include <poll.h>
-#include <sys/signalfd.h>
-#include <unistd.h>
 
-#include "rpc_protocol.hpp"
+#include "common/supervisor.hpp"
+#include "rpc/bus_probe.hpp"
+#include "rpc/rpc_protocol.hpp"
 
 namespace bmc::rpc {
 
 namespace {
 
+using namespace std::chrono_literals;
+
 constexpr const char *unknownFunction = "io.networkmng.Error.UnknownFunction";
 constexpr const char *handlerFailed = "io.networkmng.Error.Failed";
 
-sigset_t stopSet()
-{
-    sigset_t set;
-    sigemptyset(&set);
-    sigaddset(&set, SIGTERM);
-    sigaddset(&set, SIGINT);
-    return set;
-}
+/* For a bus that is there and does not answer: when nothing can be done without it, and while there
+ * is other work. */
+constexpr auto patienceAlone = 10s;
+constexpr auto patienceAmidWork = 500ms;
+
+constexpr int retryPause = 500; /* ms */
+
+constexpr pollfd nothing{-1, 0, 0};
 
 /* Runs a bus operation; what it throws becomes one sentence. */
-template <typename Operation>
+template <typename Failure = std::runtime_error, typename Operation>
 auto onBus(const std::string &what, Operation operation)
 {
     try {
         return operation();
     } catch (const sdbus::Error &error) {
-        throw std::runtime_error(what + ": " + error.getMessage());
+        throw Failure(what + ": " + error.getMessage());
     }
+}
+
+/* Whether a bus that was there a moment ago has failed, rather than refused something. */
+bool hasGone(const sdbus::Error &error)
+{
+    constexpr std::array<std::string_view, 6> names{
+        "System.Error.ECONNRESET",
+        "System.Error.ENOTCONN",
+        "System.Error.EPIPE",
+        "org.freedesktop.DBus.Error.Disconnected",
+        "org.freedesktop.DBus.Error.NoReply",
+        "org.freedesktop.DBus.Error.Timeout",
+    };
+    return std::ranges::find(names, error.getName()) != names.end();
 }
 
 /* The shorter of two time-outs, of which -1 is the longest. */
@@ -49,9 +64,9 @@ int shorter(int one, int other)
 }
 
 /* Waits for the bus, a signal or the time-out; answers whether a signal is there. */
-bool waitForWork(const sdbus::IConnection::PollData &bus, int stopDescriptor, int timeout)
+bool waitForWork(pollfd bus, int stopDescriptor, int timeout)
 {
-    std::array<pollfd, 2> descriptors{{{bus.fd, bus.events, 0}, {stopDescriptor, POLLIN, 0}}};
+    std::array<pollfd, 2> descriptors{bus, pollfd{stopDescriptor, POLLIN, 0}};
     if (poll(descriptors.data(), descriptors.size(), timeout) < 0 && errno != EINTR) {
         throw std::system_error(errno, std::generic_category(), "poll");
     }
@@ -60,38 +75,36 @@ bool waitForWork(const sdbus::IConnection::PollData &bus, int stopDescriptor, in
 
 } // namespace
 
-StopSignals::StopSignals()
+Server::Server(std::uint32_t service) : name_(busName(service))
 {
-    const sigset_t set = stopSet();
-    descriptor_ = signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
-    if (descriptor_ < 0) {
-        throw std::system_error(errno, std::generic_category(), "signalfd");
-    }
-    sigprocmask(SIG_BLOCK, &set, nullptr);
-}
-
-StopSignals::~StopSignals()
-{
-    close(descriptor_);
-}
-
-Server::Server(std::uint32_t service)
-    : name_(busName(service)),
-      connection_(onBus("cannot connect to the message bus",
-                        [] { return sdbus::createSystemBusConnection(); })),
-      object_(sdbus::createObject(*connection_, objectPath))
-{
-    object_->registerMethod(callMethod)
-        .onInterface(interfaceName)
-        .implementedAs([this](const std::uint32_t &function, const Bytes &request) {
-            return dispatch(function, request);
-        });
-    object_->finishRegistration();
+    offer([this](sdbus::IConnection &connection) { return makeRpcObject(connection); });
 }
 
 void Server::handle(std::uint32_t function, Handler handler)
 {
     handlers_[function] = std::move(handler);
+}
+
+void Server::offer(ObjectFactory make)
+{
+    factories_.push_back(std::move(make));
+}
+
+void Server::whileIdle(IdleWork work)
+{
+    idleWork_ = std::move(work);
+}
+
+std::unique_ptr<sdbus::IObject> Server::makeRpcObject(sdbus::IConnection &connection)
+{
+    auto object = sdbus::createObject(connection, objectPath);
+    object->registerMethod(callMethod)
+        .onInterface(interfaceName)
+        .implementedAs([this](const std::uint32_t &function, const Bytes &request) {
+            return dispatch(function, request);
+        });
+    object->finishRegistration();
+    return object;
 }
 
 Bytes Server::dispatch(std::uint32_t function, const Bytes &request) const
@@ -108,26 +121,100 @@ Bytes Server::dispatch(std::uint32_t function, const Bytes &request) const
     }
 }
 
-void Server::whileIdle(IdleWork work)
+void Server::claim()
 {
-    idleWork_ = std::move(work);
+    claimWithin(patienceAlone);
 }
 
-void Server::serve()
+void Server::claimWithin(std::chrono::milliseconds patience)
 {
-    onBus("cannot own the bus name " + name_, [this] { connection_->requestName(name_); });
-    onBus("lost the message bus", [this] { serveUntilStopped(stopSignals_.descriptor()); });
-    onBus("cannot release the bus name " + name_, [this] { connection_->releaseName(name_); });
+    connect(patience);
+    try {
+        for (const ObjectFactory &make : factories_) {
+            objects_.push_back(make(*connection_));
+        }
+        requestName();
+    } catch (...) {
+        disconnect();
+        throw;
+    }
 }
 
-void Server::serveUntilStopped(int stopDescriptor)
+void Server::requestName()
+{
+    const std::string what = "cannot own the bus name " + name_;
+    try {
+        connection_->requestName(name_);
+    } catch (const sdbus::Error &error) {
+        if (hasGone(error)) {
+            throw NoBus(what + ": " + error.getMessage());
+        }
+        throw std::runtime_error(what + ": " + error.getMessage());
+    }
+}
+
+void Server::connect(std::chrono::milliseconds patience)
+{
+    const std::string what = "cannot connect to the message bus";
+    try {
+        probeBus(Deadline(patience));
+    } catch (const std::system_error &error) {
+        throw NoBus(what + ": " + error.code().message());
+    }
+    connection_ = onBus<NoBus>(what, [] { return sdbus::createSystemBusConnection(); });
+}
+
+void Server::disconnect()
+{
+    objects_.clear();
+    connection_.reset();
+}
+
+void Server::serve(WithoutBus withoutBus)
+{
+    if (withoutBus == WithoutBus::fail && !connection_) {
+        claim();
+    }
+    tellSupervisorReady();
+    while (awaitBus()) {
+        try {
+            onBus<NoBus>("lost the message bus", [this] { serveUntilStopped(); });
+            onBus("cannot release the bus name " + name_,
+                  [this] { connection_->releaseName(name_); });
+            return;
+        } catch (const NoBus &) {
+            disconnect();
+            if (withoutBus == WithoutBus::fail) {
+                throw;
+            }
+        }
+    }
+}
+
+/* False when the service is told to end before there is a bus. */
+bool Server::awaitBus()
+{
+    while (!connection_) {
+        try {
+            claimWithin(patienceAmidWork);
+        } catch (const NoBus &) {
+            if (waitForWork(nothing, stopSignals_.descriptor(), shorter(idleWork_(), retryPause))) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+void Server::serveUntilStopped()
 {
     while (true) {
         while (connection_->processPendingRequest()) {
         }
         const int idle = idleWork_();
         const auto bus = connection_->getEventLoopPollData();
-        if (waitForWork(bus, stopDescriptor, shorter(bus.getPollTimeout(), idle))) {
+        if (waitForWork({bus.fd, bus.events, 0}, stopSignals_.descriptor(),
+                        shorter(bus.getPollTimeout(), idle))) {
             return;
         }
     }

@@ -112,6 +112,11 @@ void Platform::failSnapshot(int code)
     current.snapshotFails = code;
 }
 
+void Platform::setBackup(std::map<std::uint32_t, Bytes> records)
+{
+    current.backup = std::move(records);
+}
+
 void Platform::answerRpc(RpcAnswer answer)
 {
     current.answers.push_back(std::move(answer));

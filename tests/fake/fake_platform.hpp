@@ -117,6 +117,7 @@ public:
     void failGet(std::uint32_t key, int code, Bytes scribble = {});
     void failPut(std::uint32_t key, int code); /* several records with this one fail as well */
     void failSnapshot(int code);
+    void setBackup(std::map<std::uint32_t, Bytes> records);
 
     /* Answers are used up in the order given; the last one serves all further calls. */
     void answerRpc(RpcAnswer answer);
@@ -193,6 +194,7 @@ struct Platform::State {
     unsigned snapshotDepth = 0;
     int snapshotCode = 0;
     std::map<std::uint32_t, Bytes> snapshot;
+    std::optional<std::map<std::uint32_t, Bytes>> backup;
     std::deque<RpcAnswer> answers;
     std::function<RpcAnswer(const Call &)> decide;
     std::map<CapabilityKey, Capability> capabilities;

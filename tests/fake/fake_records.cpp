@@ -3,6 +3,7 @@
 /* What the reference platform offers its own programs. */
 #include "fake_platform.hpp"
 #include "platform/records.hpp"
+#include "platform/wireless.hpp"
 
 namespace {
 
@@ -65,4 +66,29 @@ void BMC_EndSnapshot(void)
     if (state().snapshotDepth != 0) {
         --state().snapshotDepth;
     }
+}
+
+int BMC_ReadBackup(void (*pfRecord)(void *pContext, const BMC_RECORD_WRITE_S *pstRecord),
+                   void *pContext)
+{
+    note(callOf("BMC_ReadBackup"));
+    if (!state().backup) {
+        return fake::missing;
+    }
+    for (const auto &[key, bytes] : *state().backup) {
+        const BMC_RECORD_WRITE_S record{key, static_cast<std::uint32_t>(bytes.size()),
+                                        bytes.data()};
+        pfRecord(pContext, &record);
+    }
+    return 0;
+}
+
+int BMC_GetWirelessState(void)
+{
+    note(callOf("BMC_GetWirelessState"));
+    const int code = state().wireless.code;
+    if (code == 0) {
+        return BMC_WIRELESS_READ;
+    }
+    return code == fake::missing ? BMC_WIRELESS_ABSENT : BMC_WIRELESS_MALFORMED;
 }

@@ -3,15 +3,14 @@
 #include "manager/engine/engine.hpp"
 
 #include <algorithm>
-#include <set>
 #include <utility>
 
 #include <sys/socket.h>
 
-#include "bmc_platform.h"
+#include "manager/engine/facts.hpp"
+#include "manager/engine/verdict.hpp"
 #include "manager/log.hpp"
 #include "network_mng/operate_log.h"
-#include "refusal.hpp"
 
 namespace bmc::manager {
 
@@ -32,97 +31,6 @@ Scope everything()
     return scope;
 }
 
-Refusal refusalFor(const Failure &failure, const Scope &scope)
-{
-    Refusal refusal(failure.code, failure.reason);
-    refusal.blame(failure.step ? scope.moduleOf(*failure.step) : scope.selected.begin()->first);
-    return refusal;
-}
-
-/* Why a change is not made so, if it isn't: the reason of the first step that is left. What waits
- * for a missing interface is no reason, unless the change is about that port. */
-std::optional<Failure> reasonOf(const Made &made, const Scope &scope)
-{
-    if (!made.isRead) {
-        return made.failures.back();
-    }
-    const auto isLeft = [&](const Failure &failure) {
-        return failure.step && std::ranges::find(made.left, *failure.step) != made.left.end() &&
-               (!failure.isMissingInterface || scope.needsInterfaceFor(*failure.step));
-    };
-    const auto failure = std::ranges::find_if(made.failures, isLeft);
-    if (failure != made.failures.end()) {
-        return *failure;
-    }
-    const auto step = std::ranges::find_if(made.left, [&](const Step &left) {
-        return std::ranges::none_of(made.failures,
-                                    [&](const Failure &other) { return other.step == left; });
-    });
-    if (step == made.left.end()) {
-        return std::nullopt;
-    }
-    return Failure{static_cast<std::uint32_t>(Result::kernelRefused),
-                   textOf(*step) + ": others undo it", *step};
-}
-
-/* The world with the values that were found where only another world wants any. */
-World withValues(World world, const World &other, const Items &found)
-{
-    for (const Item &item : other.items) {
-        const Item *value = valueIn(found, item.kind, item.subject);
-        const bool isOther = rowOf(item.kind).isValue && value != nullptr &&
-                             valueIn(world.items, item.kind, item.subject) == nullptr;
-        if (isOther) {
-            world.items.insert(*value);
-        }
-    }
-    return world;
-}
-
-void repair(NW_LAN_CFG_DB_INFO_S &lan)
-{
-    for (unsigned port = 0; port < NW_PORT_COUNT; port++) {
-        std::uint8_t &count = lan.astPort[port].ucIpv6FurtherCount;
-        if (count > NW_IPV6_FURTHER_COUNT) {
-            log(Level::error, "port " + std::to_string(port) + ": the record counted " +
-                                  std::to_string(count) +
-                                  " further IPv6 addresses where 16 fit; it now counts 16");
-            count = NW_IPV6_FURTHER_COUNT;
-        }
-    }
-}
-
-/* Copies the kernel's facts about a port's interface into the records. */
-void noteInterface(Configuration &configuration, const Actual &actual, unsigned port)
-{
-    const std::string name = settings::nameOf(configuration.state, port);
-    const auto found = actual.links.find(name);
-    const Link link = found != actual.links.end() ? found->second : Link{};
-    NW_LAN_CFG_PORT_S &entry = configuration.lan.astPort[port];
-    configuration.state.auiIfIndex[port] = static_cast<std::uint32_t>(link.index);
-    std::ranges::copy(link.mac, entry.aucMacAddr);
-    BMC_Strlcpy(entry.szIfcName, name.c_str(), sizeof(entry.szIfcName));
-
-    const auto linkLocal = std::ranges::find_if(actual.items, [&](const Item &item) {
-        return item.kind == Kind::address && item.subject == name && isLinkLocal(item.address);
-    });
-    /* The sixteenth further address has the same place. */
-    if (linkLocal != actual.items.end() && entry.ucIpv6FurtherCount < NW_IPV6_FURTHER_COUNT) {
-        std::ranges::copy(linkLocal->address.bytes, entry.stLinkLocal.aucAddr);
-    }
-}
-
-bool isAddressOf(const Item &item, const Address &address)
-{
-    return item.kind == Kind::address && item.address.family == address.family &&
-           item.address.bytes == address.bytes;
-}
-
-bool holds(const Items &items, const Address &address)
-{
-    return std::ranges::any_of(items, [&](const Item &item) { return isAddressOf(item, address); });
-}
-
 /* A board's own interface stands for the bond. */
 void remarkOnBond(const World &world, const Actual &actual)
 {
@@ -131,17 +39,6 @@ void remarkOnBond(const World &world, const Actual &actual)
         if (item.kind == Kind::bond && link != actual.links.end() && link->second.type != "bond") {
             log(Level::information,
                 item.subject + " is no bond of the kernel's; it stands for one");
-        }
-    }
-}
-
-void logFailures(const Made &made, const char *occasion)
-{
-    std::set<std::string> missing;
-    for (const Failure &failure : made.failures) {
-        /* One line for each interface is enough. */
-        if (!failure.isMissingInterface || missing.insert(failure.step->item.subject).second) {
-            log(Level::error, std::string(occasion) + ": " + failure.reason);
         }
     }
 }
@@ -231,8 +128,8 @@ void Engine::commitIntent(const Configuration &from, const Configuration &to, co
 void Engine::commitOutcome(const Configuration &former, Configuration configuration,
                            const Made &made, bool isOpen)
 {
-    for (unsigned port = 0; made.isRead && port < NW_PORT_COUNT; port++) {
-        noteInterface(configuration, made.actual, port);
+    if (made.isRead) {
+        noteInterfaces(configuration, made.actual);
     }
     const bool wasOpen = std::exchange(isOpen_, isOpen);
     try {

@@ -11,7 +11,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "manager/address.hpp"
+#include "common/address.hpp"
 
 namespace bmc::manager {
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "manager/service/lan_checks.hpp"
 
-#include "manager/address.hpp"
+#include "common/address.hpp"
 #include "network_mng/check.h"
 #include "refusal.hpp"
 #include "wireless.hpp"

@@ -9,14 +9,15 @@
 
 #include <getopt.h>
 
-#include "manager/instance_lock.hpp"
+#include "common/instance_lock.hpp"
+#include "common/print.hpp"
+#include "common/standard_descriptors.hpp"
+#include "common/state_directory.hpp"
 #include "manager/service/commands.hpp"
 #include "manager/service/init_config.hpp"
 #include "manager/service/json_node.hpp"
 #include "network_mng/rpc.h"
-#include "print.hpp"
 #include "refusal.hpp"
-#include "standard_descriptors.hpp"
 
 namespace {
 
@@ -87,23 +88,23 @@ void initialise(const std::string &path, bool isForced)
         throw manager::ConfigError("cannot read the file");
     }
     const manager::InitialConfig config = manager::readConfig(file);
-    const manager::InstanceLock lock;
+    const InstanceLock lock("nwmanagerd");
     manager::writeConfig(config, isForced);
 }
 
 void checkConfigured(const manager::Store &store)
 {
     if (!store.find(manager::ifcStateRecord) || !store.find(manager::lanRecord)) {
-        throw std::runtime_error("there is no configuration in " +
-                                 manager::stateDirectory().string() +
+        throw std::runtime_error("there is no configuration in " + stateDirectory().string() +
                                  "; run nwmanagerd --init FILE");
     }
 }
 
 void serve()
 {
-    const manager::InstanceLock lock;
+    const InstanceLock lock("nwmanagerd");
     rpc::Server server(NW_RPC_SERVICE_NETWORK);
+    server.claim();
     const std::unique_ptr<manager::Machine> machine = manager::thisMachine();
     manager::Engine engine(*machine);
     checkConfigured(engine.store());

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "manager/state/item.hpp"
 
+#include <algorithm>
+
 #include "network_mng/operate_log.h"
 
 namespace bmc::manager {
@@ -86,6 +88,14 @@ const Item *valueIn(const Items &items, Kind kind, const std::string &subject)
     const auto found = items.lower_bound(Item{kind, subject});
     const bool isThere = found != items.end() && found->kind == kind && found->subject == subject;
     return isThere ? &*found : nullptr;
+}
+
+bool holds(const Items &items, const Address &address)
+{
+    return std::ranges::any_of(items, [&](const Item &item) {
+        return item.kind == Kind::address && item.address.family == address.family &&
+               item.address.bytes == address.bytes;
+    });
 }
 
 } // namespace bmc::manager

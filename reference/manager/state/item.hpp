@@ -8,7 +8,7 @@
 #include <set>
 #include <string>
 
-#include "manager/address.hpp"
+#include "common/address.hpp"
 #include "settings/codes.hpp"
 
 namespace bmc::manager {
@@ -69,6 +69,9 @@ std::string textOf(const Item &item);
 
 /* The value with that kind and subject, or null. */
 const Item *valueIn(const Items &items, Kind kind, const std::string &subject);
+
+/* Whether any interface has the address, with whatever prefix length. */
+bool holds(const Items &items, const Address &address);
 
 /* The one bond mode there is here, by the number of the kernel's bonding driver. */
 inline constexpr std::uint8_t activeBackup = 1;

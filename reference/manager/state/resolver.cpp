@@ -7,7 +7,7 @@
 #include <sstream>
 #include <vector>
 
-#include "manager/address.hpp"
+#include "common/address.hpp"
 #include "network_mng/settings.h"
 
 namespace bmc::manager {

@@ -265,4 +265,17 @@ Items named(const Configuration &configuration)
     return items;
 }
 
+World withValues(World world, const World &other, const Items &found)
+{
+    for (const Item &item : other.items) {
+        const Item *value = valueIn(found, item.kind, item.subject);
+        const bool isOther = rowOf(item.kind).isValue && value != nullptr &&
+                             valueIn(world.items, item.kind, item.subject) == nullptr;
+        if (isOther) {
+            world.items.insert(*value);
+        }
+    }
+    return world;
+}
+
 } // namespace bmc::manager

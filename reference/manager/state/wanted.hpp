@@ -39,6 +39,9 @@ struct World {
 
 World wanted(const Configuration &configuration, const Conditions &conditions);
 
+/* The world with the values that were found where only the other world wants any. */
+World withValues(World world, const World &other, const Items &found);
+
 /* Every address and VLAN that the configuration names, in use at present or not. */
 Items named(const Configuration &configuration);
 

@@ -5,11 +5,12 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <system_error>
 
 #include <unistd.h>
 
-#include "manager/instance_lock.hpp"
-#include "manager/system/files.hpp"
+#include "common/files.hpp"
+#include "common/state_directory.hpp"
 #include "manager/system/lldp_agent.hpp"
 #include "network_mng/discovery.h"
 
@@ -20,6 +21,29 @@ namespace {
 std::filesystem::path resolverFile()
 {
     return stateDirectory() / "resolv.conf";
+}
+
+/* More than any of the files should have. */
+constexpr std::size_t fileLimit = 64 << 10;
+
+/* Empty when there is no such file, or it is none to be read. */
+std::string contentOf(const std::filesystem::path &path)
+{
+    try {
+        return readFile(path, fileLimit);
+    } catch (const std::system_error &) {
+        return "";
+    }
+}
+
+void setContent(const std::filesystem::path &path, const std::string &content)
+{
+    constexpr mode_t readable = 0644;
+    try {
+        content.empty() ? removeFile(path) : replaceFile(path, content, readable);
+    } catch (const std::system_error &error) {
+        throw MachineError(error.what());
+    }
 }
 
 std::string kernelName()
@@ -54,9 +78,9 @@ void System::apply(const Item &item)
     case Kind::hostName:
         return setKernelName(item.text);
     case Kind::bmcName:
-        return replaceFile(NW_BMC_NAME_FILE, item.text);
+        return setContent(NW_BMC_NAME_FILE, item.text);
     case Kind::resolver:
-        return replaceFile(resolverFile(), item.text);
+        return setContent(resolverFile(), item.text);
     case Kind::lldp:
         told_ = item.text;
         return tellLldpAgent(told_);

@@ -8,7 +8,7 @@
 
 #include <gmock/gmock.h>
 
-#include "chassis_records.hpp"
+#include "chassis/chassis_records.hpp"
 
 namespace chassis_test {
 
@@ -198,15 +198,15 @@ TEST_F(Service, HasNoOtherFunction)
 
 TEST_F(Service, TellsThatItCannotKeep)
 {
-    /* A directory in the way of the draft. */
-    const std::filesystem::path draft =
-        std::filesystem::path(std::getenv("BMC_STATE_DIR")) / "chassis.json.new";
-    std::filesystem::create_directory(draft);
+    /* A directory in the way. */
+    const std::filesystem::path file =
+        std::filesystem::path(std::getenv("BMC_STATE_DIR")) / "chassis.json";
+    std::filesystem::create_directory(file);
 
     EXPECT_EQ(LIB_OA_SendFanSpeedAndInletTemp(5400, 25), databaseFailed);
     EXPECT_EQ(publishedFans().count, 0);
 
-    std::filesystem::remove(draft);
+    std::filesystem::remove(file);
     EXPECT_EQ(LIB_OA_SendFanSpeedAndInletTemp(5400, 25), NW_OK);
     EXPECT_EQ(kept()["fan"]["count"], 1);
 }

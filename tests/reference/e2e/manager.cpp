@@ -83,11 +83,12 @@ bool managerOwnsItsName()
 
 bool isOnTheBus(std::uint32_t service)
 {
+    /* The name is claimed first; whoever answers is ready. */
     const CommandResult answer =
-        run("dbus-send --system --print-reply --dest=org.freedesktop.DBus / "
-            "org.freedesktop.DBus.NameHasOwner string:io.networkmng.Service" +
-            std::to_string(service));
-    return answer.output.find("boolean true") != std::string::npos;
+        run("dbus-send --system --print-reply --reply-timeout=2000 "
+            "--dest=io.networkmng.Service" +
+            std::to_string(service) + " /io/networkmng/Rpc org.freedesktop.DBus.Peer.Ping");
+    return answer.status == 0;
 }
 
 } // namespace e2e

@@ -18,6 +18,7 @@ namespace nwtest {
 
 namespace {
 
+using namespace bmc;
 using namespace bmc::manager;
 
 enum class Fault { none, before, after }; /* the effect of the step */

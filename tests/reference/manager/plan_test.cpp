@@ -14,6 +14,7 @@ namespace nwtest {
 
 namespace {
 
+using namespace bmc;
 using namespace bmc::manager;
 
 using Texts = std::vector<std::string>;

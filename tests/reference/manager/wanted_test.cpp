@@ -12,6 +12,7 @@ namespace nwtest {
 
 namespace {
 
+using namespace bmc;
 using namespace bmc::manager;
 
 void put(std::uint8_t *field, const Address &value)

@@ -12,6 +12,7 @@
 
 namespace nwtest {
 
+using namespace bmc;
 using namespace bmc::manager;
 
 Address address(const std::string &text, unsigned prefix)

@@ -20,7 +20,7 @@ using bmc::manager::Step;
 using bmc::manager::World;
 using bmc::settings::Configuration;
 
-bmc::manager::Address address(const std::string &text, unsigned prefix);
+bmc::Address address(const std::string &text, unsigned prefix);
 
 /* "192.0.2.1", 24. */
 Item addressOn(const std::string &interface, const std::string &text, unsigned prefix);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <filesystem>
 #include <thread>
 #include <vector>
@@ -20,6 +21,7 @@ namespace {
 
 using bmc::test::Child;
 using bmc::test::Environment;
+using bmc::test::inChild;
 using bmc::test::stderrOf;
 
 constexpr std::size_t longestLine = 4096;
@@ -52,6 +54,20 @@ TEST_F(Diagnostics, NewlinesOfTheTextMakeNoFurtherLines)
     EXPECT_EQ("<4>libnetwork_mng:123 [10/0] one two\n", lineOf(4, "one\ntwo\n\n"));
     EXPECT_EQ("<4>libnetwork_mng:123 [10/0] \n", lineOf(4, ""));
     EXPECT_EQ("<4>libnetwork_mng:123 [10/0] \n", lineOf(4, "\n"));
+}
+
+TEST_F(Diagnostics, ControlCharactersAreEscaped)
+{
+    EXPECT_EQ("<4>libnetwork_mng:123 [10/0] eth\\x1b[31m\\x0d\\x7f\\x09!\n",
+              lineOf(4, "eth\x1b[31m\r\x7f\t!"));
+    EXPECT_EQ("<4>libnetwork_mng:123 [10/0] \\xc2\\x9b1m\n", lineOf(4, "\xc2\x9b"
+                                                                       "1m"));
+    EXPECT_EQ("<4>u\\x1b:1 [10/0] text\n",
+              stderrOf([] { BMC_DiagLogOut(10, 0, 4, 1, "u\x1b", "text"); }));
+
+    const std::string text = lineOf(4, std::string(2 * longestLine, '\x1b').c_str());
+    EXPECT_LE(text.size(), longestLine);
+    EXPECT_TRUE(text.ends_with("\\x1b...\n")) << text.substr(text.size() - 20);
 }
 
 struct Filter {
@@ -152,6 +168,118 @@ TEST_F(Diagnostics, AnswersThatALineIsLost)
     EXPECT_EQ(-1, answer);
     EXPECT_EQ(0, error);
 }
+
+/* Standard error is one end of the pair; both are gone with the child that makes it. */
+int becomeStderr(std::array<int, 2> pair)
+{
+    dup2(pair[1], STDERR_FILENO);
+    close(pair[1]);
+    return pair[0];
+}
+
+std::array<int, 2> pipePair()
+{
+    std::array<int, 2> pair{};
+    EXPECT_EQ(0, pipe2(pair.data(), O_CLOEXEC));
+    return pair;
+}
+
+std::array<int, 2> socketPair()
+{
+    std::array<int, 2> pair{};
+    EXPECT_EQ(0, socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, pair.data()));
+    return pair;
+}
+
+int logLine(const std::string &text = "text")
+{
+    return BMC_DiagLogOut(10, 0, 4, 1, "unit", "%s", text.c_str());
+}
+
+struct Kind {
+    const char *name;
+    std::array<int, 2> (*make)();
+};
+
+class StderrPair : public Diagnostics, public ::testing::WithParamInterface<Kind> {
+protected:
+    static std::array<int, 2> make()
+    {
+        return GetParam().make();
+    }
+};
+
+TEST_P(StderrPair, ThatIsClosedKillsNobody)
+{
+    inChild([] {
+        signal(SIGPIPE, SIG_DFL);
+        close(becomeStderr(make()));
+        EXPECT_EQ(-1, logLine());
+        sigset_t pending;
+        sigpending(&pending);
+        EXPECT_EQ(0, sigismember(&pending, SIGPIPE));
+    });
+}
+
+TEST_P(StderrPair, ThatIsClosedLeavesTheCallersOwnSignals)
+{
+    inChild([] {
+        sigset_t pipes;
+        sigemptyset(&pipes);
+        sigaddset(&pipes, SIGPIPE);
+        sigprocmask(SIG_BLOCK, &pipes, nullptr);
+        raise(SIGPIPE);
+        close(becomeStderr(make()));
+        EXPECT_EQ(-1, logLine());
+        sigset_t pending;
+        sigpending(&pending);
+        EXPECT_EQ(1, sigismember(&pending, SIGPIPE));
+    });
+}
+
+TEST_P(StderrPair, ThatIsFullBlocksNobody)
+{
+    inChild([] {
+        const int reader = becomeStderr(make());
+        int lines = 0;
+        while (logLine(std::string(1000, 'x')) == 0) {
+            ++lines;
+        }
+        EXPECT_GT(lines, 10);
+        {
+            std::vector<std::jthread> threads;
+            for (int thread = 0; thread < 8; ++thread) {
+                threads.emplace_back([] { EXPECT_EQ(-1, logLine(std::string(4000, 'x'))); });
+            }
+        }
+        std::vector<char> buffer(1U << 20);
+        ASSERT_LT(0, read(reader, buffer.data(), buffer.size()));
+        EXPECT_EQ(0, logLine());
+    });
+}
+
+TEST_P(StderrPair, ThatIsNearlyFullBlocksNoThread)
+{
+    inChild([] {
+        const int reader = becomeStderr(make());
+        std::vector<char> buffer(6000);
+        for (int round = 0; round < 50; ++round) {
+            std::vector<std::jthread> threads;
+            for (int thread = 0; thread < 8; ++thread) {
+                threads.emplace_back([] {
+                    while (logLine(std::string(4000, 'x')) == 0) {
+                    }
+                });
+            }
+            threads.clear();
+            ASSERT_LT(0, read(reader, buffer.data(), buffer.size()));
+        }
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, StderrPair,
+                         ::testing::Values(Kind{"Pipe", pipePair}, Kind{"Socket", socketPair}),
+                         [](const auto &row) { return row.param.name; });
 
 TEST_F(Diagnostics, LinesOfManyThreadsDoNotMix)
 {

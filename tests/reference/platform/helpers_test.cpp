@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "bmc_platform.h"
+#include "platform/wireless.hpp"
 #include "support.hpp"
 
 namespace {
@@ -125,6 +126,7 @@ TEST_F(Wireless, FillsTheRecordAndNothingBehindIt)
 TEST_F(Wireless, ServiceWithoutAnAddressHasAnEmptyText)
 {
     expectRecord(R"({"enabled": true})", 1, "");
+    EXPECT_EQ(bmc::WirelessState::read, bmc::wirelessState());
 }
 
 class WirelessFile : public Wireless, public ::testing::WithParamInterface<File> {};
@@ -134,6 +136,11 @@ TEST_P(WirelessFile, ThatGivesNoRecordLeavesTheBufferUntouched)
     if (GetParam().text != nullptr) {
         write("wireless.json", GetParam().text);
     }
+    stderrOf([] {
+        EXPECT_EQ(GetParam().text == nullptr ? bmc::WirelessState::absent
+                                             : bmc::WirelessState::malformed,
+                  bmc::wirelessState());
+    });
     Record record = poisonedRecord();
     expectReport(GetParam(),
                  stderrOf([&] { EXPECT_NE(0, USBMANAGE_GetWirelessServiceInfo(record.data())); }));

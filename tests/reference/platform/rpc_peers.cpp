@@ -9,7 +9,7 @@
 #include <signal.h>
 #include <unistd.h>
 
-#include "rpc_protocol.hpp"
+#include "rpc/rpc_protocol.hpp"
 
 namespace bmc::test {
 
@@ -41,6 +41,16 @@ bool busAnswers()
 PrivateBus::PrivateBus()
 {
     writeConfiguration();
+    start();
+}
+
+void PrivateBus::stop()
+{
+    m_daemon.reset();
+}
+
+void PrivateBus::start()
+{
     m_daemon = std::make_unique<Child>([this] {
         const std::string option = "--config-file=" + (m_directory.path() / "bus.conf").string();
         const int remarks = open("/dev/null", O_WRONLY);

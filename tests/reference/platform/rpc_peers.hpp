@@ -30,6 +30,10 @@ public:
 
     void signal(int number) const;
 
+    /* Ends the bus, if it lives, or begins it anew at the same address. */
+    void stop();
+    void start();
+
 private:
     void writeConfiguration() const;
 

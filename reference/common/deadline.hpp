@@ -1,13 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-/* The moment by which a call must be done. */
+/* The moment by which something must be done. */
 #pragma once
 
-#include <cerrno>
 #include <chrono>
 #include <ctime>
-
-#include "failure.hpp"
+#include <system_error>
 
 namespace bmc {
 
@@ -22,23 +20,23 @@ inline timespec timespecOf(std::chrono::nanoseconds duration)
 class Deadline {
 public:
     explicit Deadline(std::chrono::milliseconds timeout)
-        : m_end(std::chrono::steady_clock::now() + timeout)
+        : end_(std::chrono::steady_clock::now() + timeout)
     {
     }
 
-    /* What is left, never 0; Failure when nothing is. */
+    /* What is left, never 0; throws std::system_error with ETIMEDOUT when nothing is. */
     std::chrono::microseconds remaining() const
     {
         const auto left = std::chrono::duration_cast<std::chrono::microseconds>(
-            m_end - std::chrono::steady_clock::now());
+            end_ - std::chrono::steady_clock::now());
         if (left.count() <= 0) {
-            throw Failure(ETIMEDOUT, errnoText(ETIMEDOUT));
+            throw std::system_error(std::make_error_code(std::errc::timed_out));
         }
         return left;
     }
 
 private:
-    std::chrono::steady_clock::time_point m_end;
+    std::chrono::steady_clock::time_point end_;
 };
 
 } // namespace bmc

@@ -1,22 +1,23 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "bus_probe.hpp"
+#include "rpc/bus_probe.hpp"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <optional>
 #include <string_view>
+#include <system_error>
 #include <thread>
 
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 
-#include "environment.hpp"
-#include "files.hpp"
+#include "common/descriptor.hpp"
+#include "common/state_directory.hpp"
 
-namespace bmc {
+namespace bmc::rpc {
 
 namespace {
 
@@ -57,7 +58,7 @@ std::optional<Address> socketOf(std::string_view text)
 
 [[noreturn]] void fail(int error)
 {
-    throw Failure(error, "message bus: " + errnoText(error));
+    throw std::system_error(error, std::generic_category(), "message bus");
 }
 
 void connectTo(const Descriptor &socket, const Address &address, const Deadline &deadline)
@@ -110,4 +111,4 @@ void probeBus(const Deadline &deadline)
     awaitAnswer(socket, deadline);
 }
 
-} // namespace bmc
+} // namespace bmc::rpc

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "environment.hpp"
+#include "common/state_directory.hpp"
 
 #include <cstdlib>
 

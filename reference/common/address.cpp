@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "manager/address.hpp"
+#include "common/address.hpp"
 
 #include <algorithm>
 #include <bit>
 
 #include <arpa/inet.h>
 
-namespace bmc::manager {
+namespace bmc {
 
 namespace {
 
@@ -95,4 +95,4 @@ std::string textOf(const Address &address)
     return std::string(text.data()) + (isWhole ? "" : "/" + std::to_string(address.prefix));
 }
 
-} // namespace bmc::manager
+} // namespace bmc

@@ -3,13 +3,13 @@
 /* Is the message bus alive? */
 #pragma once
 
-#include "deadline.hpp"
+#include "common/deadline.hpp"
 
-namespace bmc {
+namespace bmc::rpc {
 
 /* Returns once the system bus has answered a few bytes, so that connecting, which knows no time-out
- * of its own, will not hang. Throws Failure when the bus is absent, or silent until the deadline.
- * An address of an uncommon form is not probed. */
+ * of its own, will not hang. Throws std::system_error when the bus is absent, or silent until the
+ * deadline. An address of an uncommon form is not probed. */
 void probeBus(const Deadline &deadline);
 
-} // namespace bmc
+} // namespace bmc::rpc

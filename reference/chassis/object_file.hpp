@@ -16,7 +16,7 @@ using Json = nlohmann::ordered_json;
 Json loadObject(const std::filesystem::path &path);
 
 /* Replaces the file at once: a reader finds the old object or the new one. Throws
- * std::runtime_error. */
+ * std::system_error. */
 void storeObject(const std::filesystem::path &path, const Json &object);
 
 } // namespace bmc::chassis

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-/* Where the platform keeps its state, as the process's environment says. */
+/* Where the system keeps its state, as the process's environment says. */
 #pragma once
 
 #include <filesystem>

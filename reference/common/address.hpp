@@ -10,7 +10,7 @@
 
 #include "network_mng/base.h"
 
-namespace bmc::manager {
+namespace bmc {
 
 struct Address {
     int family = 0;                                 /* AF_INET or AF_INET6 */
@@ -38,4 +38,4 @@ std::array<std::uint8_t, NW_IPV4_SIZE> maskOf(unsigned prefix);
 /* "192.0.2.1/24"; a full-length prefix is left out. */
 std::string textOf(const Address &address);
 
-} // namespace bmc::manager
+} // namespace bmc

@@ -12,21 +12,21 @@
 
 namespace bmc {
 
+inline constexpr std::string_view hexDigits = "0123456789abcdef";
+
 inline std::string hexText(std::span<const std::uint8_t> bytes)
 {
-    constexpr char digits[] = "0123456789abcdef";
     std::string text;
     for (const std::uint8_t byte : bytes) {
-        text += {digits[byte >> 4], digits[byte & 0xF]};
+        text += {hexDigits[byte >> 4], hexDigits[byte & 0xF]};
     }
     return text;
 }
 
 inline std::optional<std::uint8_t> hexDigit(char character)
 {
-    constexpr std::string_view lower = "0123456789abcdef";
     constexpr std::string_view upper = "0123456789ABCDEF";
-    for (const auto digits : {lower, upper}) {
+    for (const auto digits : {hexDigits, upper}) {
         if (const auto value = digits.find(character); value != digits.npos) {
             return static_cast<std::uint8_t>(value);
         }

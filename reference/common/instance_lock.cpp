@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+#include "common/instance_lock.hpp"
+
+#include <cerrno>
+#include <stdexcept>
+
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include "common/files.hpp"
+#include "common/state_directory.hpp"
+
+namespace bmc {
+
+InstanceLock::InstanceLock(const std::string &program)
+{
+    constexpr mode_t ownersAlone = 0600;
+    const std::filesystem::path directory = stateDirectory();
+    const std::filesystem::path path = directory / (program + ".lock");
+    std::filesystem::create_directories(directory);
+
+    file_ = Descriptor(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, ownersAlone));
+    if (!file_ && errno == EROFS) {
+        file_ = Descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+        if (!file_ && errno == ENOENT) {
+            return;
+        }
+    }
+    if (!file_) {
+        failFile(path, errno);
+    }
+    if (flock(file_.get(), LOCK_EX | LOCK_NB) != 0) {
+        throw std::runtime_error("another " + program + " works on " + directory.string());
+    }
+}
+
+} // namespace bmc
