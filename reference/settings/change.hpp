@@ -35,8 +35,11 @@ struct Edit {
 
 using Change = std::vector<Edit>;
 
+/* The change gives the part, or one of the setting's parts, a new value or none. */
 bool isSelected(const Edit &edit, const Part &part);
 bool isSelected(const Edit &edit, const Setting &setting);
+/* Nothing is selected. */
+bool isEmpty(const Edit &edit);
 /* The section's edit of the port, made where there is none. */
 Edit &editOf(Change &change, Section section, unsigned port);
 
@@ -69,6 +72,9 @@ private:
     bool isRefused_;
 };
 
+/* The setting that the text is a value of: "on" and "off" of an address switch its family. */
+const Setting &meantBy(const Setting &setting, std::string_view text);
+
 /* Adds the setting's new value as it is written on a command line. Throws BadValue, also when the
  * change has another value for the setting already. */
 void assign(Change &change, const Setting &setting, unsigned port, std::string_view text);
@@ -92,6 +98,7 @@ struct Given {
     const Setting *setting;
     unsigned port;
 };
+std::vector<Given> givenIn(const Change &change);
 /* The one that the code is most likely due to; nothing when none of those given is. */
 std::optional<Given> blamed(std::uint32_t code, const Change &change);
 

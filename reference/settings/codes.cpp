@@ -47,7 +47,7 @@ constexpr Code rows[] = {
     MANAGER(badDnsMode, "NW_MANAGER_BAD_DNS_MODE",            INVALID_DATA,    none, "the DNS mode is not 0, 1 or 2"),
     MANAGER(badNetMode, "NW_MANAGER_BAD_NET_MODE",            INVALID_DATA,    none, "the network port mode or the switchover flag is neither 0 nor 1"),
     MANAGER(unknownField, "NW_MANAGER_UNKNOWN_FIELD",         INVALID_DATA,    none, "a change bit selects no field"),
-    MANAGER(addressTaken, "NW_MANAGER_ADDRESS_TAKEN",         INVALID_DATA,    ipv4, "a neighbour on the network has the IPv4 address already; nothing was changed"),
+    MANAGER(addressTaken, "NW_MANAGER_ADDRESS_TAKEN",         UNSPECIFIED,     ipv4, "a neighbour on the network has the IPv4 address already; nothing was changed"),
     MANAGER(badDelay, "NW_MANAGER_BAD_DELAY",                 OUT_OF_RANGE,    none, "the delay of a restart is above 3600 seconds"),
     MANAGER(notRestored, "NW_MANAGER_NOT_RESTORED",           UNSPECIFIED,     none, "the change failed and could not be taken back as a whole; the manager goes on trying"),
     MANAGER(badLldpMode, "NW_MANAGER_BAD_LLDP_MODE",          INVALID_DATA,    none, "the LLDP state is not 0 or 1, or the work mode not 1, 2 or 3"),

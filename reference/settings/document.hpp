@@ -28,9 +28,9 @@ inline constexpr std::size_t documentMax = 1024UL * 1024;
 class DocumentError : public std::runtime_error {
 public:
     DocumentError(const std::string &place, const std::string &value, const std::string &reason,
-                  bool isRefused = false)
+                  std::uint32_t code = NW_OK)
         : std::runtime_error(place + ": " + reason), place_(place), value_(value), reason_(reason),
-          isRefused_(isRefused)
+          code_(code)
     {
     }
 
@@ -47,17 +47,17 @@ public:
     {
         return reason_;
     }
-    /* As in BadValue. */
-    bool isRefused() const
+    /* Of the check that refuses what is understood; NW_OK otherwise. */
+    std::uint32_t code() const
     {
-        return isRefused_;
+        return code_;
     }
 
 private:
     std::string place_;
     std::string value_;
     std::string reason_;
-    bool isRefused_;
+    std::uint32_t code_;
 };
 
 /* All that is stored. */
@@ -78,11 +78,16 @@ struct Reading {
         ignored; /* sentences: identities of ports that are not the machine's */
 };
 
-/* The change that a document asks for. Throws DocumentError. */
+/* The change that a document asks for. Names of interfaces count as they are before the change.
+ * What it sets of a port that is not served in the mode that it leads to is stored without effect
+ * (idlePorts). Throws DocumentError. */
 Reading readDocument(std::string_view text, const Configuration &present);
 
+/* The document's own words for what a refusal is about; the nearest place where it has none. */
+std::string placeOf(const Refusal &refusal, const Reading &reading);
+
 /* The configuration of a machine that has none: the document has to name the three ports. What it
- * does not set is as in base. Throws DocumentError and Refusal. */
+ * does not set is as in base. Throws DocumentError, also for what the checks refuse. */
 Configuration firstConfiguration(std::string_view text, const NW_WIFI_ADDR_S &wireless,
                                  const Configuration &base = blankConfiguration());
 

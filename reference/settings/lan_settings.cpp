@@ -29,8 +29,8 @@ constexpr Word arpWords[] = {{"none", 0},
                              {"both", arpAll}};
 
 /* clang-format off */
-constexpr Kind subnetV4Kind{.shape = Shape::subnet, .valueName = "ADDR/LEN|on|off", .family = AF_INET, .unset = "none"};
-constexpr Kind subnetV6Kind{.shape = Shape::subnet, .valueName = "ADDR/LEN|on|off", .family = AF_INET6, .unset = "none"};
+constexpr Kind subnetV4Kind{.shape = Shape::subnet, .valueName = "ADDR/LEN|on|off|none", .family = AF_INET, .unset = "none"};
+constexpr Kind subnetV6Kind{.shape = Shape::subnet, .valueName = "ADDR/LEN|on|off|none", .family = AF_INET6, .unset = "none"};
 constexpr Kind routeV4Kind{.shape = Shape::route, .valueName = "DEST/LEN,GATEWAY|off", .family = AF_INET, .unset = "off"};
 constexpr Kind routeV6Kind{.shape = Shape::route, .valueName = "DEST/LEN,GATEWAY|off", .family = AF_INET6, .unset = "off"};
 constexpr Kind originV4Kind{.shape = Shape::words, .valueName = "static|dhcp", .words = originV4Words};

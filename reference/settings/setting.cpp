@@ -69,8 +69,13 @@ std::span<const Setting> settings()
 
 std::span<const Setting> settingsOf(Section section)
 {
-    const auto found = std::ranges::equal_range(allSettings(), section, {}, &Setting::section);
-    return {found.begin(), found.end()};
+    const std::span<const Setting> all = settings();
+    const auto isOfSection = [section](const Setting &setting) {
+        return setting.section == section;
+    };
+    const auto begin = std::ranges::find_if(all, isOfSection);
+    const auto end = std::find_if_not(begin, all.end(), isOfSection);
+    return {begin, end};
 }
 
 const Setting *findSetting(Section section, std::string_view key)
