@@ -1,22 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-/* Diagnostic lines of the manager, with the source line of the caller. */
 #pragma once
 
-#include <cstdint>
-#include <string>
-
-#include "bmc_platform.h"
+#include "common/log.hpp"
 
 namespace bmc::manager {
 
-enum class Level : std::uint32_t { error = 4, information = 6 };
-
-inline void log(Level level, const std::string &text, std::uint32_t line = __builtin_LINE())
-{
-    constexpr std::uint32_t module = 24;
-    BMC_DiagLogOut(module, 0, static_cast<std::uint32_t>(level), line, "nwmanagerd", "%s",
-                   text.c_str());
-}
+inline constexpr Log log{24, "nwmanagerd"};
 
 } // namespace bmc::manager

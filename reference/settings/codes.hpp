@@ -43,7 +43,9 @@ enum class Result : std::uint32_t {
     badDnsMode = 0x1E00001E,
     badNetMode = 0x1E00001F,
     unknownField = 0x1E000021,
+    addressTaken = 0x1E000022,
     badDelay = 0x1E000023,
+    notRestored = 0x1E000024,
     badLldpMode = 0x1E00002C,
     badLinkMode = 0x1E000036,
     /* Told from notSupported by the mark that a completion code leaves out. */

@@ -3,6 +3,8 @@
 /* Commands 5 to 7 and the ARP fields of the LAN set: what the far end of the wire sees. */
 #include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <fstream>
 
 #include <arpa/inet.h>
 #include <net/ethernet.h>
@@ -121,7 +123,20 @@ const std::uint8_t *arpBytes(const NW_LAN_CFG_DB_INFO_S &lan, unsigned port)
     return lan.astPort[port].aucReserved787;
 }
 
-using Arp = ManagerTest;
+/* The platform's file that tells whether the watchdog timer runs. */
+void runWatchdog(bool isRunning)
+{
+    std::ofstream(std::string(std::getenv("BMC_STATE_DIR")) + "/watchdog-running")
+        << (isRunning ? "1\n" : "0\n");
+}
+
+class Arp : public ManagerTest {
+protected:
+    void TearDown() override
+    {
+        runWatchdog(false);
+    }
+};
 
 } // namespace
 
@@ -130,6 +145,7 @@ TEST_F(Arp, SuspendedResponsesStayAway)
     const FarEnd far("peer1");
     EXPECT_TRUE(far.isAnswered("192.168.20.2"));
 
+    runWatchdog(true);
     EXPECT_EQ(answered(suspend(1, 2), 13), 2U);
     expectAnswer(suspend(1, 2), NW_OK, 1);
     EXPECT_FALSE(far.isAnswered("192.168.20.2"));
@@ -153,6 +169,22 @@ TEST_F(Arp, SuspendedResponsesStayAway)
 
     EXPECT_EQ(answered(suspend(1, 1), 13), 1U);
     EXPECT_TRUE(far.isAnswered("192.168.20.2"));
+}
+
+TEST_F(Arp, SuspensionFollowsTheWatchdog)
+{
+    const FarEnd far("peer1");
+    EXPECT_EQ(answered(suspend(1, 2), 13), 2U);
+    EXPECT_TRUE(far.isAnswered("192.168.20.2"));
+
+    runWatchdog(true);
+    EXPECT_TRUE(waitUntil([&] { return !far.isAnswered("192.168.20.2"); }));
+    stopManager();
+    startManager();
+    EXPECT_FALSE(far.isAnswered("192.168.20.2"));
+
+    runWatchdog(false);
+    EXPECT_TRUE(waitUntil([&] { return far.isAnswered("192.168.20.2"); }));
 }
 
 TEST_F(Arp, ControlSwitchesResponses)
@@ -183,6 +215,7 @@ TEST_F(Arp, AnnouncementsComeAtTheirInterval)
     EXPECT_EQ(arpBytes(storedLan(), 1)[1], 1);
     EXPECT_EQ(far.announcements("192.168.20.2", milliseconds(5000), 4), 4U);
 
+    runWatchdog(true);
     expectAnswer(suspend(1, 1), NW_OK, 1);
     far.announcements("192.168.20.2", milliseconds(50));
     EXPECT_EQ(far.announcements("192.168.20.2", milliseconds(1200)), 0U);

@@ -167,13 +167,14 @@ TEST_F(CombinedSet, LateRefusalsNameTheirPart)
     shell("ip link set bond0 up && ip address add 192.168.30.7/24 dev bond0");
     expectPartRefused(bondWithAddress(7), 0x1E000002, 2, lanPart);
 
-    const std::string path = std::string(std::getenv("BMC_STATE_DIR")) + "/resolv.conf.new";
-    std::filesystem::create_directories(path);
+    const std::string path = std::string(std::getenv("BMC_STATE_DIR")) + "/resolv.conf";
+    std::filesystem::remove(path);
+    std::filesystem::create_directories(path + "/in-the-way");
     expectAnswer(bondWithAddress(8).request(), 0x1E000016, 2);
     EXPECT_EQ(failedModule(bondWithAddress(8).request()), dnsPart);
     EXPECT_EQ(stored().state.ucIfcState, 0);
     EXPECT_EQ(kernelAddresses("eth0"), Addresses{"192.168.10.2/24"});
-    std::filesystem::remove(path);
+    std::filesystem::remove_all(path);
 }
 
 /* Whenever it is killed: records, kernel and file tell of one and the same change. */
@@ -189,7 +190,8 @@ TEST_F(CombinedSet, KilledInBetween)
                 call(addressAndServer(host).request());
             }
         });
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 40000));
+        /* The neighbours are asked first. */
+        std::this_thread::sleep_for(std::chrono::microseconds(200000 + random() % 40000));
         manager_->signal(SIGKILL);
         EXPECT_EQ(manager_->wait(), 128 + SIGKILL);
         isOver = true;

@@ -118,13 +118,14 @@ TEST_F(Dns, FileThatCannotBeWritten)
     expectAnswer(requestOf(command, twoPorts()), NW_OK, 0);
     const std::string path = std::string(std::getenv("BMC_STATE_DIR")) + "/resolv.conf";
     const auto before = stored().dns;
-    std::filesystem::create_directories(path + ".new");
+    std::filesystem::remove(path);
+    std::filesystem::create_directories(path + "/in-the-way");
     DnsSet set{};
     set.bits[1] = 0x0100;
     expectAnswer(requestOf(command, set), 0x1E000016, 1);
     const auto after = stored().dns;
     EXPECT_EQ(std::memcmp(&before, &after, sizeof(before)), 0);
-    std::filesystem::remove(path + ".new");
+    std::filesystem::remove_all(path);
     expectAnswer(requestOf(command, set), NW_OK, 1);
 }
 

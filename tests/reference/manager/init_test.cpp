@@ -9,8 +9,8 @@
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 
-#include "init_config.hpp"
-#include "json_node.hpp"
+#include "manager/service/init_config.hpp"
+#include "manager/service/json_node.hpp"
 
 namespace bmc::manager {
 

@@ -160,10 +160,56 @@ TEST_F(Restart, DelayIsBounded)
     expectRefused(restart(0xFFFFFFFF), 0x1E000023);
 }
 
-TEST_F(Restart, KernelRefusalPutsEverythingBack)
+/* A port that is missing keeps nothing from the others; it is served when it comes again. */
+TEST_F(Restart, MissingPortIsLeftOut)
 {
-    shell("ip link del eth1");
-    expectRefused(restart(0), 0x1E000002);
+    shell("ip link del eth0; ip address flush dev eth1");
+    expectAnswer(restart(0), NW_OK);
+    EXPECT_EQ(kernelAddresses("eth1").size(), 2U);
+    EXPECT_NE(manager_->errorText().find("there is no interface eth0"), std::string::npos);
+    EXPECT_EQ(storedStatus(), 0);
+
+    shell("ip link add eth0 type veth peer name peer0 && ip link set peer0 up");
+    EXPECT_TRUE(waitUntil([] { return kernelAddresses("eth0").size() == 1; }));
+}
+
+TEST_F(Restart, KernelRefusalIsToldAndStopsNothingElse)
+{
+    shell("ip address flush dev eth1; ip address flush dev eth0");
+    shell("echo 1 >/proc/sys/net/ipv6/conf/eth1/disable_ipv6");
+    expectAnswer(restart(0), 0x1E000002);
+    EXPECT_EQ(kernelAddresses("eth0").size(), 1U);
+    EXPECT_EQ(kernelAddresses("eth1"), std::vector<std::string>{"192.168.20.2/24"});
+    EXPECT_EQ(storedStatus(), 0);
+}
+
+TEST_F(Restart, RoutesThatOthersFlushedComeBack)
+{
+    LanRequest request;
+    request.select(1, NW_LAN_BIT_IPV4_GATEWAY);
+    put(request.port(1).aucIpv4Gateway, "192.168.20.1");
+    expectAnswer(request, NW_OK, 1);
+    const auto isFlushed = [] {
+        shell("ip route flush dev eth1; ip -6 route flush dev eth1");
+        return kernelGateways("eth1").empty();
+    };
+    ASSERT_TRUE(isFlushed());
+    expectAnswer(restart(0), NW_OK);
+    EXPECT_EQ(kernelGateways("eth1"), std::vector<std::string>{"192.168.20.1 101"});
+
+    stopManager();
+    ASSERT_TRUE(isFlushed());
+    startManager();
+    EXPECT_EQ(kernelGateways("eth1"), std::vector<std::string>{"192.168.20.1 101"});
+}
+
+TEST_F(Restart, TheLaterTakesThePlaceOfTheEarlier)
+{
+    expectAnswer(restart(1), NW_OK);
+    expectAnswer(restart(0), NW_OK);
+    shell("ip address flush dev eth1");
+    EXPECT_FALSE(waitUntil([] { return !kernelAddresses("eth1").empty(); },
+                           std::chrono::milliseconds(2000)));
 }
 
 } // namespace nwtest

@@ -17,7 +17,7 @@
 #include <unistd.h>
 
 #include "bmc_platform.h"
-#include "store.hpp"
+#include "manager/engine/store.hpp"
 
 namespace nwtest {
 

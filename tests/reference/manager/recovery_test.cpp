@@ -12,8 +12,8 @@
 
 #include <lmdb.h>
 
+#include "manager/engine/store.hpp"
 #include "manager_system.hpp"
-#include "store.hpp"
 
 namespace nwtest {
 
@@ -41,7 +41,7 @@ class SmallDisk {
 public:
     SmallDisk()
     {
-        shell("mkdir -p /run/small && mount -t tmpfs -o size=256k small /run/small");
+        shell("mkdir -p /run/small && mount -t tmpfs -o size=768k small /run/small");
         setenv("BMC_STATE_DIR", "/run/small/bmc", 1);
     }
 
@@ -339,7 +339,7 @@ TEST_F(Recovery, DatabaseWithoutRoom)
         stopManager();
     }
     EXPECT_EQ(results, (std::set{std::uint32_t{NW_OK}, databaseFailed}));
-    EXPECT_NE(lines.find("write LAN configuration record"), std::string::npos) << lines;
+    EXPECT_NE(lines.find("write the change's outcome record"), std::string::npos) << lines;
 }
 
 /* The kernel may hold the old or the new configuration, or parts of both, when the manager dies. */
@@ -356,7 +356,8 @@ TEST_F(Recovery, KilledWhileChanging)
                 call(ipv6Change(ipv4Change(1, v4[step % v4.size()]), v6[step % v6.size()]).bytes());
             }
         });
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 30000));
+        /* The neighbours are asked first. */
+        std::this_thread::sleep_for(std::chrono::microseconds(200000 + random() % 30000));
         killManager();
         isOver = true;
         sender.join();

@@ -5,9 +5,9 @@
 
 #include <cstring>
 
+#include "manager/engine/store.hpp"
 #include "manager_system.hpp"
 #include "network_mng/settings.h"
-#include "store.hpp"
 
 namespace nwtest {
 

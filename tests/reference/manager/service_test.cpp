@@ -5,10 +5,10 @@
 #include <filesystem>
 #include <fstream>
 
+#include "manager/engine/store.hpp"
 #include "manager_system.hpp"
 #include "rpc_protocol.hpp"
 #include "rpc_server.hpp"
-#include "store.hpp"
 
 namespace nwtest {
 

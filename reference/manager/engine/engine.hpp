@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+/* Keeps records, kernel and system the same: one change at a time, made so or taken back. */
+#pragma once
+
+#include <chrono>
+#include <optional>
+
+#include "manager/engine/announcer.hpp"
+#include "manager/engine/journal.hpp"
+#include "manager/engine/making.hpp"
+
+namespace bmc::manager {
+
+/* The configuration that shall hold, and what of it may touch the machine. */
+struct Change {
+    Configuration after;
+    Scope scope;
+};
+
+class Engine {
+public:
+    /* Throws Refusal without a database. */
+    explicit Engine(Machine &machine);
+
+    /* Ends what a predecessor left half done and makes the stored configuration so, as far as
+     * kernel and system let it: what they refuse is logged and tried again. Throws Refusal when a
+     * record is missing or the journal is of an unknown format. */
+    void start();
+
+    /* Two durable commits: before anything is touched the intent, and the outcome once kernel and
+     * system show it. Throws Refusal: when it cannot be made so, everything it touches is as it was
+     * before, or the code is notRestored and the engine goes on trying. */
+    void change(const Change &change);
+
+    /* Makes the stored configuration so, all of it, whatever others have changed. A port whose
+     * interface is missing is reported and left out. Takes the place of one that waits. */
+    void restart();
+    void restartIn(std::chrono::seconds delay);
+
+    /* Does what is due by now; answers the milliseconds until the next time, -1 for none. */
+    int work();
+
+    Configuration present() const
+    {
+        return store_.readConfiguration();
+    }
+
+    const Store &store() const
+    {
+        return store_;
+    }
+
+private:
+    using Clock = Announcer::Clock;
+
+    World worldOf(const Configuration &configuration) const;
+    Ledger claimed(const World &held, const Actual &actual) const;
+    void askBefore(const Step &step, const World &former, const Actual &actual);
+    void askNeighbours(const Change &change, const World &former, const Actual &actual);
+    Ledger pruned(const Configuration &configuration, const Made &made) const;
+    void commit(Batch &batch, const Ledger &ledger, bool isBusy, const char *what);
+    void commitIntent(const Configuration &from, const Configuration &to, const Ledger &ledger);
+    void commitOutcome(const Configuration &former, Configuration configuration, const Made &made,
+                       bool isOpen = false);
+    std::optional<Failure> makeChange(const Configuration &from, const Change &change,
+                                      const World &former, const Actual &found);
+    bool restore(const Configuration &from, const Change &change, const Actual &found,
+                 const std::vector<Step> &differences);
+    Made settle(const char *occasion);
+    void tryAgainLater();
+    void tryAgain();
+    void followWatchdog();
+    int millisecondsTo(std::optional<Clock::time_point> next) const;
+
+    Machine &machine_;
+    Store store_;
+    Ledger ledger_;       /* as it is stored */
+    bool isOpen_ = false; /* the journal is */
+    Items asked_;         /* addresses that no neighbour has */
+    Announcer announcer_;
+    Conditions conditions_;
+    std::optional<Clock::time_point> restartAt_;
+    std::optional<Clock::time_point> tryAgainAt_;
+    std::chrono::seconds backOff_{};
+    std::optional<Clock::time_point> watchdogAt_;
+};
+
+} // namespace bmc::manager

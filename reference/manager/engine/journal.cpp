@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+#include "manager/engine/journal.hpp"
+
+#include "manager/log.hpp"
+#include "refusal.hpp"
+
+namespace bmc::manager {
+
+namespace {
+
+/* The first format had no ledger: whatever its configurations name may be the manager's. */
+Ledger ledgerOf(const FirstJournal &journal)
+{
+    Ledger ledger;
+    ledger.add(named(journal.from));
+    ledger.add(named(journal.to));
+    return ledger;
+}
+
+Inheritance migrate(const Store &store, const FirstJournal &first)
+{
+    const bool isOpen = first.isUnderWay != 0;
+    const Inheritance inherited{isOpen, ledgerOf(first)};
+    log(Level::information, "start: the journal is brought from format 1 to 2");
+    Batch batch;
+    if (isOpen) {
+        batch.put(first.from);
+    }
+    batch.put(journalRecord, Journal{first.from, first.to})
+        .put(journalHeadRecord, JournalHead{journalVersion, isOpen})
+        .put(ledgerRecord, inherited.ledger.record());
+    store.commit(batch, journalRecord.name);
+    return inherited;
+}
+
+} // namespace
+
+Inheritance inherit(const Store &store)
+{
+    if (store.isVacant(journalHeadRecord.key)) {
+        if (!store.isVacant(journalRecord.key)) {
+            return migrate(store, store.read(firstJournalRecord));
+        }
+        const auto ledger = store.find(ledgerRecord);
+        return {false, ledger ? Ledger(*ledger) : Ledger()};
+    }
+    const JournalHead head = store.read(journalHeadRecord);
+    if (head.version != journalVersion) {
+        throw Refusal(static_cast<std::uint32_t>(Result::databaseFailed),
+                      "the journal has the format " + std::to_string(std::uint32_t{head.version}) +
+                          ", which this manager doesn't know");
+    }
+    return {head.isOpen != 0, Ledger(store.read(ledgerRecord))};
+}
+
+} // namespace bmc::manager

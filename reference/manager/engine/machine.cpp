@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+#include "manager/engine/machine.hpp"
+
+#include "manager/kernel/kernel.hpp"
+#include "manager/kernel/link_mode.hpp"
+#include "manager/system/system.hpp"
+
+namespace bmc::manager {
+
+namespace {
+
+class ThisMachine : public Machine {
+public:
+    Actual read(const World &world) override
+    {
+        Actual actual = kernel_.read();
+        for (const auto &[interface, port] : world.ports) {
+            const auto mode = linkModeOf(interface);
+            if (mode && port != NW_PORT_BOND0) {
+                actual.items.insert({Kind::linkMode, interface, {}, {}, {}, *mode});
+            }
+        }
+        system_.read(actual.items);
+        return actual;
+    }
+
+    void apply(const Step &step) override
+    {
+        switch (step.item.kind) {
+        case Kind::linkMode:
+            return setLinkMode(step.item.subject, step.item.number);
+        case Kind::hostName:
+        case Kind::bmcName:
+        case Kind::resolver:
+        case Kind::lldp:
+            return system_.apply(step.item);
+        default:
+            return kernel_.apply(step);
+        }
+    }
+
+    void forget() override
+    {
+        system_.forget();
+    }
+
+    bool isTaken(const std::string &interface, const Ipv4Bytes &address) override
+    {
+        return isTakenByNeighbour(interface, address);
+    }
+
+    void announce(const std::string &interface, const Ipv4Bytes &address) override
+    {
+        manager::announce(interface, address);
+    }
+
+    Conditions conditions() override
+    {
+        return {isWatchdogRunning()};
+    }
+
+private:
+    Kernel kernel_;
+    System system_;
+};
+
+} // namespace
+
+std::unique_ptr<Machine> thisMachine()
+{
+    return std::make_unique<ThisMachine>();
+}
+
+} // namespace bmc::manager

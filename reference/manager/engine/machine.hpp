@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+/* Kernel and system as the engine sees them. */
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "manager/kernel/arp_packet.hpp"
+#include "manager/state/actual.hpp"
+#include "manager/state/plan.hpp"
+
+namespace bmc::manager {
+
+class Machine {
+public:
+    Machine() = default;
+    Machine(const Machine &) = delete;
+    Machine &operator=(const Machine &) = delete;
+    virtual ~Machine() = default;
+
+    /* What is, and the link modes of the ports of that world. Throws MachineError. */
+    virtual Actual read(const World &world) = 0;
+
+    /* Throws MachineError; whether something was done all the same is found by reading. */
+    virtual void apply(const Step &step) = 0;
+
+    /* What cannot be read counts as unknown, so that it is set again. */
+    virtual void forget() = 0;
+
+    virtual bool isTaken(const std::string &interface, const Ipv4Bytes &address) = 0;
+    virtual void announce(const std::string &interface, const Ipv4Bytes &address) = 0;
+    virtual Conditions conditions() = 0;
+};
+
+/* The one that the manager runs on. Throws MachineError. */
+std::unique_ptr<Machine> thisMachine();
+
+} // namespace bmc::manager

@@ -1,0 +1,114 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+/* The manager's view of the configuration database: whole records under their keys. */
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "settings/configuration.hpp"
+
+namespace bmc::manager {
+
+using settings::Configuration;
+
+template <typename Content>
+struct Record {
+    std::uint32_t key;
+    const char *name;
+};
+
+inline constexpr Record<NW_IFC_STATE_DB_INFO_S> ifcStateRecord{NW_KEY_IFC_STATE, "interface state"};
+inline constexpr Record<NW_LAN_CFG_DB_INFO_S> lanRecord{NW_KEY_LAN_CFG, "LAN configuration"};
+inline constexpr Record<NW_NET_STATUS_S> netStatusRecord{NW_KEY_NET_STATUS, "net status"};
+inline constexpr Record<NW_HOSTNAME_DB_INFO_S> hostNameRecord{NW_KEY_HOSTNAME, "host name"};
+inline constexpr Record<NW_DNS_DB_INFO_S> dnsRecord{NW_KEY_DNS, "DNS"};
+inline constexpr Record<NW_LLDP_DB_INFO_S> lldpRecord{NW_KEY_LLDP, "LLDP"};
+inline constexpr Record<NW_NCSI_DB_INFO_S> ncsiRecord{NW_KEY_NCSI, "NC-SI"};
+inline constexpr Record<NW_AN_CFG_DB_INFO_S> anRecord{NW_KEY_AN_CFG, "auto-negotiation"};
+
+/* Records that are written together: all of them durably, or none. They are copied. */
+class Batch {
+public:
+    template <typename Content>
+    Batch &put(const Record<Content> &record, const Content &content)
+    {
+        const auto bytes = std::as_bytes(std::span(&content, 1));
+        return put(record.key, {bytes.begin(), bytes.end()});
+    }
+
+    /* The records of the configuration. */
+    Batch &put(const Configuration &configuration);
+    /* Those that differ from the former one. */
+    Batch &put(const Configuration &configuration, const Configuration &former);
+
+private:
+    friend class Store;
+
+    struct Write {
+        std::uint32_t key;
+        std::vector<std::byte> content;
+    };
+
+    Batch &put(std::uint32_t key, std::vector<std::byte> content)
+    {
+        writes_.push_back({key, std::move(content)});
+        return *this;
+    }
+
+    std::vector<Write> writes_;
+};
+
+class Store {
+public:
+    /* Throws Refusal when there is no database. */
+    Store();
+
+    /* Nothing when there is no such record of that size. */
+    template <typename Content>
+    std::optional<Content> find(const Record<Content> &record) const
+    {
+        Content content{};
+        return get(record.key, sizeof(content), &content) ? std::optional(content) : std::nullopt;
+    }
+
+    /* As find, but a missing record is a Refusal. */
+    template <typename Content>
+    Content read(const Record<Content> &record) const
+    {
+        const auto content = find(record);
+        if (!content) {
+            failed("read", record.name);
+        }
+        return *content;
+    }
+
+    /* Whether there is nothing under the key; a record that is there and cannot be read counts as
+     * there. */
+    bool isVacant(std::uint32_t key) const;
+
+    /* One record, durable when it returns; throws Refusal. */
+    template <typename Content>
+    void put(const Record<Content> &record, const Content &content) const
+    {
+        commit(Batch().put(record, content), record.name);
+    }
+
+    /* Durable when it returns. Throws Refusal with nothing written. A failure of which nobody can
+     * know what it left behind ends the process: the next one reads what holds. */
+    void commit(const Batch &batch, const char *what) const;
+
+    /* Records that are missing count as zeros, but for those without which there is no
+     * configuration: these make it a Refusal. All are of one moment. */
+    Configuration readConfiguration() const;
+
+private:
+    bool get(std::uint32_t key, std::uint32_t size, void *content) const;
+    [[noreturn]] static void failed(const char *operation, const char *name);
+
+    void *database_;
+};
+
+} // namespace bmc::manager

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+/* The kernel's interfaces, addresses and routes, through rtnetlink: read as a whole, changed step
+ * by step. */
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "manager/state/actual.hpp"
+#include "manager/state/plan.hpp"
+
+struct nl_sock;
+
+namespace bmc::manager {
+
+/* Marks the routes that are the manager's own. */
+inline constexpr std::uint8_t routeProtocol = 124;
+
+/* After any failed call the socket is opened anew: what an answer that never came leaves behind in
+ * the old one would be taken for the next call's. Whether the kernel did what it was asked tells
+ * only the next reading. */
+class Kernel {
+public:
+    /* Throws MachineError. */
+    Kernel();
+
+    /* All links; and as items what they hold, with the kernel's own routes and those of others
+     * left out. Throws MachineError when it cannot be read as a whole. */
+    Actual read();
+
+    /* Makes an item be there, or not. What is to go and isn't there is no error. Throws
+     * MachineError. */
+    void apply(const Step &step);
+
+private:
+    struct Release {
+        void operator()(nl_sock *socket) const;
+    };
+
+    void open();
+    template <typename Call>
+    auto guarded(const Call &call);
+
+    std::unique_ptr<nl_sock, Release> socket_;
+};
+
+} // namespace bmc::manager
