@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+/* What a field of a request may hold. The library's checks judge what it knows; all zeros mean
+ * "none" for every address, mask and gateway. */
+#pragma once
+
+#include <cstdint>
+
+#include "network_mng/check.h"
+
+namespace bmc::settings {
+
+/* What a gateway may have and a port's configured address may not. */
+inline constexpr std::uint32_t gatewayChecksV6 = NW_V6CHK_ALL & ~std::uint32_t{NW_V6CHK_LINKLOCAL};
+
+template <unsigned least, unsigned most>
+bool isWithin(const std::uint8_t *value)
+{
+    return *value >= least && *value <= most;
+}
+
+template <unsigned most>
+bool isUpTo(const std::uint8_t *value)
+{
+    return *value <= most;
+}
+
+bool isAny(const std::uint8_t *value);
+bool isVlanId(const std::uint8_t *value);
+bool isLinkSpeed(const std::uint8_t *value);
+
+bool isAddressV4(const std::uint8_t *value);
+bool isMaskV4(const std::uint8_t *value);
+bool isAddressV6(const std::uint8_t *value);
+bool isGatewayV6(const std::uint8_t *value);
+
+/* A name behind its length, one that ends with a zero, and a domain. */
+bool isCountedName(const std::uint8_t *value);
+bool isName(const std::uint8_t *value);
+bool isDomain(const std::uint8_t *value);
+
+} // namespace bmc::settings

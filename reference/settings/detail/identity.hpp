@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+/* The part "ports" of a document: what the machine's three ports are. */
+#pragma once
+
+#include "settings/detail/json_text.hpp"
+
+namespace bmc::settings {
+
+Json identitiesOf(const NW_IFC_STATE_DB_INFO_S &state);
+
+/* Throw DocumentError. */
+
+/* All three ports, into a configuration that has none yet. */
+void readIdentities(const Node &ports, Configuration &configuration);
+
+/* Where the ports are otherwise than present, one sentence each; nothing of them is taken over. */
+std::vector<std::string> compareIdentities(const Node &ports, const NW_IFC_STATE_DB_INFO_S &state);
+
+/* The port that a key names. */
+unsigned portOf(const Node &ports, const std::string &key, const NW_IFC_STATE_DB_INFO_S &state);
+
+} // namespace bmc::settings

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+/* Texts of values, as the bytes of a request. */
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "settings/addresses.hpp"
+#include "settings/setting.hpp"
+
+namespace bmc::settings {
+
+/* Bytes of one of a setting's parts. */
+struct Field {
+    const Part *part;
+    Bytes bytes;
+};
+
+/* How strictly a text is read: what a file brings back may be incomplete in ways in which nobody
+ * would set it: a mask without its address, a route without gateway. */
+enum class Source { commandLine, file };
+
+struct Text {
+    const Setting *setting; /* that the value is for */
+    const Setting *given;   /* that is named when it is wrong */
+    std::string_view text;
+    Source source;
+};
+
+/* Throws BadValue. */
+std::vector<Field> parseValue(const Text &text);
+
+} // namespace bmc::settings

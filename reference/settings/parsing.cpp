@@ -1,0 +1,293 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+#include "settings/detail/parsing.hpp"
+
+#include <algorithm>
+#include <functional>
+
+#include "network_mng/check.h"
+#include "settings/change.hpp"
+
+namespace bmc::settings {
+
+namespace {
+
+constexpr std::size_t nameMax = 63; /* of a label */
+
+using Fields = std::vector<Field>;
+
+[[noreturn]] void misused(const Text &text, const std::string &reason)
+{
+    throw BadValue(*text.given, text.text, reason);
+}
+
+void refuseFor(const Text &text, const std::optional<std::string> &reason)
+{
+    if (reason) {
+        throw BadValue(*text.given, text.text, *reason, true);
+    }
+}
+
+/* "on, off or none", out of alternatives with bars between them. */
+std::string listed(std::string_view alternatives)
+{
+    std::string list;
+    for (auto bar = alternatives.find('|'); bar != alternatives.npos;
+         bar = alternatives.find('|')) {
+        list += (list.empty() ? "" : ", ") + std::string(alternatives.substr(0, bar));
+        alternatives.remove_prefix(bar + 1);
+    }
+    return list + (list.empty() ? "" : " or ") + std::string(alternatives);
+}
+
+std::string rangeOf(const Kind &kind)
+{
+    return "a number from " + std::to_string(kind.least) + " to " + std::to_string(kind.most);
+}
+
+const Part &partOf(const Text &text, std::size_t index)
+{
+    return text.setting->parts[index];
+}
+
+/* A number, little-endian as in requests. */
+Field numberField(const Part &part, std::uint32_t number)
+{
+    Bytes bytes(part.requestSize);
+    for (std::size_t index = 0; index < bytes.size(); ++index) {
+        bytes[index] = static_cast<std::uint8_t>(number >> (8 * index));
+    }
+    return {&part, bytes};
+}
+
+Fields zeros(const Text &text)
+{
+    Fields fields;
+    for (const Part &part : text.setting->parts) {
+        fields.push_back({&part, Bytes(part.requestSize)});
+    }
+    return fields;
+}
+
+bool isUnset(const Bytes &bytes)
+{
+    return LIB_NW_CheckIPIsZero(bytes.data(), static_cast<std::int32_t>(bytes.size())) != 0;
+}
+
+/* Refuses an address that the part cannot hold; a file may bring one back that is not set. */
+void vetAddress(const Text &text, const Part &part, const Bytes &address)
+{
+    if (text.source == Source::file && isUnset(address)) {
+        return;
+    }
+    if (isUnset(address) || !part.isValid(address.data())) {
+        refuseFor(text, whyNotHost(text.setting->kind->family, address.data()));
+    }
+}
+
+std::string alternativesOf(const Kind &kind)
+{
+    std::string alternatives;
+    for (const Word &word : kind.words) {
+        alternatives += (alternatives.empty() ? "" : "|") + std::string(word.text);
+    }
+    return alternatives;
+}
+
+Fields parseWord(const Text &text)
+{
+    const Kind &kind = *text.setting->kind;
+    const Word *word = findWord(kind.words, text.text);
+    if (word == nullptr) {
+        misused(text, "expected " + listed(alternativesOf(kind)));
+    }
+    return {numberField(partOf(text, 0), word->value)};
+}
+
+Fields parseNumber(const Text &text)
+{
+    const Kind &kind = *text.setting->kind;
+    const auto number = settings::parseNumber(text.text, kind.most);
+    if (!number || *number < kind.least) {
+        misused(text, "expected " + rangeOf(kind));
+    }
+    return {numberField(partOf(text, 0), *number)};
+}
+
+/* off, a number, and of a file also 0 and off,NUMBER: switched on without one, off with one. */
+Fields parseSwitchedNumber(const Text &text)
+{
+    constexpr std::string_view kept = "off,";
+    const Kind &kind = *text.setting->kind;
+    const bool isFile = text.source == Source::file;
+    if (text.text == "off") {
+        Fields fields{numberField(partOf(text, 0), 0)};
+        if (isFile) {
+            fields.push_back(numberField(partOf(text, 1), 0));
+        }
+        return fields;
+    }
+
+    const bool isOff = isFile && text.text.starts_with(kept);
+    const auto number = settings::parseNumber(text.text.substr(isOff ? kept.size() : 0), kind.most);
+    if (!number || (*number < kind.least && !isFile)) {
+        misused(text, "expected off or " + rangeOf(kind));
+    }
+    return {numberField(partOf(text, 0), isOff ? 0 : 1), numberField(partOf(text, 1), *number)};
+}
+
+Fields parseSingleAddress(const Text &text)
+{
+    const auto address = parseAddress(text.setting->kind->family, text.text);
+    if (!address) {
+        misused(text, "expected an address of the family or off");
+    }
+    vetAddress(text, partOf(text, 0), *address);
+    return {{&partOf(text, 0), *address}};
+}
+
+/* An address and the mask or prefix length behind its slash. */
+Fields parsePrefixed(const Text &text, std::string_view prefixed, const std::string &expected)
+{
+    const int family = text.setting->kind->family;
+    const unsigned most = 8 * static_cast<unsigned>(addressSize(family));
+    const auto slash = prefixed.find('/');
+    const auto address = parseAddress(family, prefixed.substr(0, slash));
+    if (!address) {
+        misused(text, "expected " + expected);
+    }
+    if (slash == prefixed.npos) {
+        misused(text, "the prefix length is missing, expected ADDR/LEN");
+    }
+
+    const unsigned least = text.source == Source::file ? 0 : 1;
+    const auto prefix = settings::parseNumber(prefixed.substr(slash + 1), most);
+    if (!prefix || *prefix < least) {
+        misused(text, "the prefix length is not a number from " + std::to_string(least) + " to " +
+                          std::to_string(most));
+    }
+    vetAddress(text, partOf(text, 0), *address);
+    if (family == AF_INET6) {
+        return {{&partOf(text, 0), *address}, numberField(partOf(text, 1), *prefix)};
+    }
+    const Bytes mask = maskOf(*prefix);
+    refuseFor(text, whyNotMask(mask.data()));
+    return {{&partOf(text, 0), *address}, {&partOf(text, 1), mask}};
+}
+
+Fields parseSubnet(const Text &text)
+{
+    return parsePrefixed(text, text.text, listed(text.setting->kind->valueName));
+}
+
+/* DEST/LEN,GATEWAY; of a file also without the gateway. */
+Fields parseRoute(const Text &text)
+{
+    const std::string expected = "DEST/LEN,GATEWAY of the family or off";
+    const int family = text.setting->kind->family;
+    const auto comma = text.text.find(',');
+    const bool isOnLink = comma == text.text.npos && text.source == Source::file;
+    const auto gateway =
+        isOnLink ? Bytes(addressSize(family))
+                 : parseAddress(family, comma == text.text.npos ? std::string_view()
+                                                                : text.text.substr(comma + 1));
+    if (!gateway) {
+        misused(text, "expected " + expected);
+    }
+    Fields fields = parsePrefixed(text, text.text.substr(0, comma), expected);
+    vetAddress(text, partOf(text, 2), *gateway);
+    fields.push_back({&partOf(text, 2), *gateway});
+    return fields;
+}
+
+Fields parseName(const Text &text)
+{
+    if (text.text.empty()) {
+        misused(text, "expected a name");
+    }
+    if (text.text.size() > nameMax) {
+        refuseFor(text, "longer than " + std::to_string(nameMax) + " characters");
+    }
+
+    const bool isCounted = text.setting->kind->isCounted;
+    Bytes bytes(partOf(text, 0).requestSize);
+    bytes[0] = static_cast<std::uint8_t>(text.text.size());
+    std::ranges::copy(text.text, bytes.begin() + (isCounted ? 1 : 0));
+    const bool isWhole = text.text.find('\0') == std::string_view::npos;
+    if (!isWhole || !partOf(text, 0).isValid(bytes.data())) {
+        refuseFor(text, "a host name is made of letters, digits and inner hyphens");
+    }
+    return {{&partOf(text, 0), bytes}};
+}
+
+Fields parseDomain(const Text &text)
+{
+    const Part &part = partOf(text, 0);
+    Bytes bytes(std::max(part.requestSize, text.text.size()));
+    std::ranges::copy(text.text, bytes.begin());
+    const bool isWhole =
+        text.text.size() < part.requestSize && text.text.find('\0') == std::string_view::npos;
+    if (!isWhole || !part.isValid(bytes.data())) {
+        refuseFor(text,
+                  "a domain is made of two labels or more, with points between them: letters, "
+                  "digits and inner hyphens, 63 characters a label, 255 in all");
+    }
+    return {{&part, bytes}};
+}
+
+Fields parseHeader(const Text &text)
+{
+    const Part &part = partOf(text, 0);
+    const Kind &kind = *text.setting->kind;
+    Bytes bytes;
+    std::string_view rest = text.text;
+    while (bytes.size() < part.requestSize) {
+        const bool isLast = bytes.size() + 1 == part.requestSize;
+        const auto end = isLast ? rest.size() : rest.find(',');
+        const auto number = settings::parseNumber(rest.substr(0, end), kind.most);
+        if (!number || end == rest.npos) {
+            misused(text,
+                    "expected " + std::string(kind.valueName) + " with " + rangeOf(kind) + " each");
+        }
+        bytes.push_back(static_cast<std::uint8_t>(*number));
+        rest.remove_prefix(isLast ? end : end + 1);
+    }
+    return {{&part, bytes}};
+}
+
+Fields parseByShape(const Text &text)
+{
+    switch (text.setting->kind->shape) {
+    case Shape::flag:
+    case Shape::words:
+        return parseWord(text);
+    case Shape::number:
+        return parseNumber(text);
+    case Shape::switchedNumber:
+        return parseSwitchedNumber(text);
+    case Shape::address:
+        return parseSingleAddress(text);
+    case Shape::subnet:
+        return parseSubnet(text);
+    case Shape::route:
+        return parseRoute(text);
+    case Shape::name:
+        return parseName(text);
+    case Shape::domain:
+        return parseDomain(text);
+    case Shape::header:
+        return parseHeader(text);
+    }
+    return {};
+}
+
+} // namespace
+
+std::vector<Field> parseValue(const Text &text)
+{
+    const Kind &kind = *text.setting->kind;
+    const bool isNone = kind.unset != nullptr && text.text == kind.unset;
+    return isNone && kind.shape != Shape::switchedNumber ? zeros(text) : parseByShape(text);
+}
+
+} // namespace bmc::settings

@@ -1,0 +1,158 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+#include "settings/detail/rules.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstring>
+#include <utility>
+
+#include "network_mng/lan.h"
+#include "network_mng/settings.h"
+#include "settings/addresses.hpp"
+#include "settings/detail/lan_rules.hpp"
+#include "settings/manager_bytes.hpp"
+
+namespace bmc::settings {
+
+namespace {
+
+constexpr std::uint8_t manual = 0; /* host name mode */
+
+void nothing(const Edit &, Attempt &) {}
+
+void nothingAtEnd(Attempt &) {}
+
+/* Has the edit a new value for the setting? */
+bool hasValue(const Edit &edit, const char *key)
+{
+    const Part &part = findSetting(edit.section, key)->parts[0];
+    return (edit.bits.at(part.word) & part.bit) != 0;
+}
+
+void afterMode(const Edit &, Attempt &attempt)
+{
+    const NW_IFC_STATE_DB_INFO_S &state = attempt.after.state;
+    const bool isServable = isServed(state, NW_PORT_ETH0) || isServed(state, NW_PORT_ETH1) ||
+                            isServed(state, NW_PORT_BOND0);
+    require(isServable, Result::portNotServed, "network port mode");
+    attempt.hasNewMode = true;
+}
+
+/* The interfaces trade places; settings and channels stay with the port. */
+void afterSwitchover(const Edit &, Attempt &attempt)
+{
+    NW_IFC_STATE_DB_INFO_S &state = attempt.after.state;
+    if (switchoverIn(state) != attempt.before.state.ucIfcValue1) {
+        std::swap(state.acIfcName[NW_PORT_ETH0], state.acIfcName[NW_PORT_ETH1]);
+        std::swap(state.aucPortPresent[NW_PORT_ETH0], state.aucPortPresent[NW_PORT_ETH1]);
+    }
+}
+
+/* The mode that is asked for counts for the name beside it. */
+void beforeHostName(const Edit &edit, Attempt &attempt)
+{
+    const std::uint8_t mode = hasValue(edit, "mode")
+                                  ? edit.request.at(offsetof(NW_HOSTNAME_SET_REQ_S, ucByte4))
+                                  : attempt.after.hostName.ucHostNameMode;
+    if (hasValue(edit, "name") && mode != manual) {
+        Refusal refusal(Result::badHostNameMode, "host name");
+        refusal.blame(edit.section, NW_PORT_COUNT, findSetting(edit.section, "name"));
+        throw refusal;
+    }
+}
+
+/* "bmc-" and the MAC address of the first port that is on the board. */
+std::string automaticName(const Configuration &configuration)
+{
+    const auto *present = std::ranges::find_if(configuration.state.aucPortPresent,
+                                               [](std::uint8_t byte) { return byte != 0; });
+    const auto port =
+        static_cast<std::size_t>(present - std::begin(configuration.state.aucPortPresent));
+    const std::uint8_t *mac = configuration.lan.astPort[port % NW_PORT_COUNT].aucMacAddr;
+    std::array<char, 17> text{};
+    std::snprintf(text.data(), text.size(), "bmc-%02x%02x%02x%02x%02x%02x", mac[0], mac[1], mac[2],
+                  mac[3], mac[4], mac[5]);
+    return text.data();
+}
+
+void afterHostName(const Edit &, Attempt &attempt)
+{
+    NW_HOSTNAME_DB_INFO_S &record = attempt.after.hostName;
+    if (record.ucHostNameMode != manual) {
+        std::ranges::fill(record.szBmcHostName, '\0');
+        automaticName(attempt.after).copy(record.szBmcHostName, sizeof(record.szBmcHostName) - 1);
+    }
+}
+
+/* What is set is the port's from now on; what is set no more is the driver's again. */
+void afterLinkMode(const Edit &edit, Attempt &attempt)
+{
+    NW_AN_CFG_PORT_S &port = attempt.after.an.astPort[edit.port];
+    if (edit.bits[0] == 0) {
+        port = blankConfiguration().an.astPort[edit.port];
+        return;
+    }
+    const Kind &speeds = *findSetting(Section::an, "speed")->kind;
+    require(!wordOf(speeds.words, port.ucSpeed).empty(), Result::badLinkMode, "speed");
+    linkModeMarkIn(port) = 1;
+}
+
+void afterLan(const Edit &edit, Attempt &attempt)
+{
+    NW_LAN_CFG_PORT_S &port = attempt.after.lan.astPort[edit.port];
+    keepInStep(edit, port);
+    checkLanPort(port);
+    if (isServed(attempt.after.state, edit.port)) {
+        addChecks(attempt.segments, edit);
+    }
+}
+
+void atEndOfLan(Attempt &attempt)
+{
+    checkSegments(attempt, attempt.segments);
+}
+
+/* clang-format off */
+constexpr SectionRules rules[] = {
+    {Section::mode,       nothing,        afterMode,       nothingAtEnd},
+    {Section::switchover, nothing,        afterSwitchover, nothingAtEnd},
+    {Section::hostName,   beforeHostName, afterHostName,   nothingAtEnd},
+    {Section::lldp,       nothing,        nothing,         nothingAtEnd},
+    {Section::lan,        nothing,        afterLan,        atEndOfLan},
+    {Section::dns,        nothing,        nothing,         nothingAtEnd},
+    {Section::an,         nothing,        afterLinkMode,   nothingAtEnd},
+};
+/* clang-format on */
+
+} // namespace
+
+const SectionRules &rulesOf(Section section)
+{
+    return *std::ranges::find(rules, section, &SectionRules::section);
+}
+
+void checkPort(const SectionInfo &info, const Edit &edit, const NW_IFC_STATE_DB_INFO_S &state)
+{
+    if (info.portCount == 0) {
+        return;
+    }
+    const bool isThere = edit.port < info.portCount;
+    const bool hasEffect =
+        isThere && (info.section == Section::an ? state.aucPortPresent[edit.port] != 0
+                                                : isServed(state, edit.port));
+    require(hasEffect || (isThere && edit.mayBeIdle), Result::portNotServed,
+            "port " + std::to_string(edit.port));
+}
+
+void checkSegments(const Attempt &attempt, const SegmentChecks &checks)
+{
+    const NW_RESULT verdict =
+        findConflict(attempt.after.state, attempt.after.lan, attempt.wireless, checks);
+    if (verdict != NW_OK) {
+        throw Refusal(verdict, "an address or a route in another's segment");
+    }
+}
+
+} // namespace bmc::settings

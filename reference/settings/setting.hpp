@@ -1,0 +1,150 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+/* What can be set: a row for each setting, from which its options, its keys in files, its checks,
+ * its place in requests and records, and its value for people follow. */
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <initializer_list>
+#include <span>
+#include <string_view>
+
+#include "settings/codes.hpp"
+#include "settings/configuration.hpp"
+
+namespace bmc::settings {
+
+/* In the order in which a change that has several is checked: a mode or a switchover counts for
+ * what is set along with it. */
+enum class Section { mode, switchover, hostName, lldp, lan, dns, an };
+
+struct SectionInfo {
+    Section section;
+    const char *key;         /* in files, and the command's name */
+    const char *title;       /* "LAN settings" */
+    std::uint32_t module;    /* NW_OPER_LOG_MODULE_E */
+    unsigned portCount;      /* ports that have such settings; 0: they are the machine's */
+    bool isScalar;           /* has one setting, which in files stands without a key of its own */
+    std::size_t requestSize; /* of one port, or of the machine */
+    std::size_t entry;       /* offset in Configuration of port 0's entry, or the machine's */
+    std::size_t stride;      /* to the next port's */
+};
+
+std::span<const SectionInfo> sections();
+const SectionInfo &infoOf(Section section);
+const SectionInfo *findSection(std::string_view key);
+
+/* What a value is and how it is written. */
+enum class Shape {
+    flag,
+    words,
+    number,
+    switchedNumber, /* a number or off: parts are a flag and the number */
+    address,
+    subnet, /* ADDR/LEN: parts are the address, and its mask or prefix length */
+    route,  /* DEST/LEN,GATEWAY: parts are as for a subnet, and the gateway */
+    name,   /* in a request, its length stands in the byte before it or it ends with a zero */
+    domain,
+    header, /* TTL,FLAGS,TOS */
+};
+
+struct Word {
+    std::string_view text;
+    std::uint32_t value;
+};
+
+struct Kind {
+    Shape shape;
+    const char *valueName;         /* on the command line: "ADDR|off" */
+    int family = 0;                /* AF_INET or AF_INET6 of an address */
+    std::span<const Word> words{}; /* also of a flag */
+    unsigned least = 0;            /* of a number */
+    unsigned most = 0;             /* of a number */
+    const char *unit = nullptr;    /* of a number */
+    const char *unset = nullptr;   /* text for no value at all, which is null in JSON */
+    bool isCounted = false;        /* a name whose length stands in the byte before it */
+};
+
+/* A field of a request and of a record. A request's field that is longer than the record's is cut,
+ * a shorter one filled with zeros: numbers are little-endian, texts end with a zero. */
+struct Part {
+    const char *name;
+    unsigned word;     /* of the change bits */
+    std::uint32_t bit; /* in that word */
+    std::size_t request;
+    std::size_t requestSize;
+    std::size_t record; /* offset in the section's entry */
+    std::size_t size;
+    bool (*isValid)(const std::uint8_t *value); /* looks at the request */
+    Result refusal;                             /* when it isn't */
+};
+
+/* What one setting consists of, in the order of its text. */
+class Parts {
+public:
+    static constexpr std::size_t most = 3;
+
+    constexpr Parts(std::initializer_list<Part> parts)
+    {
+        for (const Part &part : parts) {
+            rows_.at(size_++) = part;
+        }
+    }
+
+    constexpr const Part *begin() const
+    {
+        return rows_.data();
+    }
+    constexpr const Part *end() const
+    {
+        return rows_.data() + size_;
+    }
+    constexpr std::size_t size() const
+    {
+        return size_;
+    }
+    constexpr const Part &operator[](std::size_t index) const
+    {
+        return rows_.at(index);
+    }
+
+private:
+    std::array<Part, most> rows_{};
+    std::size_t size_ = 0;
+};
+
+/* Segment checks that a change calls for. */
+struct Reach {
+    std::uint32_t addresses = 0;        /* NW_SEGCHK_* */
+    std::uint32_t ownRoutes = 0;        /* NW_ROUTESET_* of the port itself */
+    std::uint32_t neighboursRoutes = 0; /* ... and of the port beside it */
+};
+
+struct Setting {
+    Section section;
+    const char *key;     /* in files; with "--" in front the option of the section's command */
+    const char *label;   /* when its value is shown */
+    const char *showKey; /* of the value in the answer of "show" as JSON; null: not by itself */
+    const char *help;
+    const Kind *kind;
+    Parts parts;
+    Reach reach{};
+    const char *switchKey = nullptr; /* setting that is meant where the value is "on" or "off" */
+};
+
+/* All of them, section by section. */
+std::span<const Setting> settings();
+std::span<const Setting> settingsOf(Section section);
+const Setting *findSetting(Section section, std::string_view key);
+
+/* Name of the value, empty without one; a word's value, null without one. */
+std::string_view wordOf(std::span<const Word> words, std::uint32_t value);
+const Word *findWord(std::span<const Word> words, std::string_view text);
+
+/* A port's or the machine's entry of a section. The port is 0 where the settings are the machine's.
+ */
+const std::uint8_t *entryOf(const Configuration &configuration, Section section, unsigned port);
+std::uint8_t *entryOf(Configuration &configuration, Section section, unsigned port);
+
+} // namespace bmc::settings

@@ -1,0 +1,102 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+/* Writes the lists that documents have of settings and codes:
+ *   settings_tables codes | options SECTION | manual SECTION */
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+#include <string>
+
+#include "settings/setting.hpp"
+
+namespace bmc::settings {
+
+namespace {
+
+/* The text with each occurrence of a character replaced. */
+std::string replaced(const std::string &text, char character, const std::string &by)
+{
+    std::string result;
+    for (const char each : text) {
+        result += each == character ? by : std::string(1, each);
+    }
+    return result;
+}
+
+void printCodes()
+{
+    std::puts("| Code | Name | Meaning | IPMI |\n|---|---|---|---|");
+    for (const Code &code : codes()) {
+        std::printf("| 0x%08X | `%s` | %s | 0x%02X |\n", code.value, std::string(code.name).c_str(),
+                    std::string(code.meaning).c_str(), code.completion);
+    }
+}
+
+void printOption(const Setting &setting)
+{
+    const std::string value = replaced(setting.kind->valueName, '|', "\\|");
+    const char *hyphens = infoOf(setting.section).isScalar ? "" : "--";
+    std::printf("| `%s%s` | `%s` | %s |\n", hyphens, setting.key, value.c_str(), setting.help);
+}
+
+/* A word of a value as the manual page sets it: what is typed as it is, or what stands for more. */
+std::string manualWord(const std::string &word)
+{
+    const bool isPlaceholder = std::ranges::any_of(
+        word, [](char character) { return character >= 'A' && character <= 'Z'; });
+    if (!isPlaceholder) {
+        return "Cm " + word;
+    }
+    std::string lower = word;
+    std::ranges::transform(lower, lower.begin(), [](unsigned char character) {
+        return static_cast<char>(std::tolower(character));
+    });
+    return "Ar " + replaced(replaced(lower, '/', " Ns / Ns Ar "), ',', " , Ns Ar ");
+}
+
+void printManual(const Setting &setting)
+{
+    std::string words;
+    std::string rest = setting.kind->valueName;
+    for (auto bar = rest.find('|'); !rest.empty(); bar = rest.find('|')) {
+        words += (words.empty() ? "" : " | ") + manualWord(rest.substr(0, bar));
+        rest = bar == rest.npos ? "" : rest.substr(bar + 1);
+    }
+    std::string help = setting.help;
+    help[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(help[0])));
+    std::printf(".It Fl -%s %s\n%s.\n", setting.key, words.c_str(), help.c_str());
+}
+
+int printSection(const char *key, void (*print)(const Setting &setting))
+{
+    const SectionInfo *info = findSection(key);
+    if (info == nullptr) {
+        std::fprintf(stderr, "settings_tables: no section %s\n", key);
+        return 2;
+    }
+    std::ranges::for_each(settingsOf(info->section), print);
+    return 0;
+}
+
+} // namespace
+
+} // namespace bmc::settings
+
+int main(int count, char **words)
+{
+    using namespace bmc::settings;
+    const std::string what = count > 1 ? words[1] : "";
+    if (what == "codes" && count == 2) {
+        printCodes();
+        return 0;
+    }
+    if (what == "options" && count == 3) {
+        std::puts("| Option | Value | Changes |\n|---|---|---|");
+        return printSection(words[2], printOption);
+    }
+    if (what == "manual" && count == 3) {
+        return printSection(words[2], printManual);
+    }
+    std::fputs("usage: settings_tables codes | options SECTION | manual SECTION\n", stderr);
+    return 2;
+}
