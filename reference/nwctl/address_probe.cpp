@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "address_probe.hpp"
+#include "nwctl/address_probe.hpp"
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <sstream>
 
 #include <net/if.h>
@@ -11,17 +12,27 @@
 #include <unistd.h>
 
 #include "network_mng/check.h"
-#include "stored.hpp"
+#include "nwctl/stored.hpp"
+#include "settings/addresses.hpp"
 
 namespace nwctl {
 
 namespace {
 
-bool changesAddress(const LanChange &change)
+using Address = std::array<std::uint8_t, NW_IPV4_SIZE>;
+
+/* The address that the edit gives, unless the port has it. */
+std::optional<Address> newAddress(const bmc::settings::Edit &edit)
 {
-    const std::uint8_t(&address)[NW_IPV4_SIZE] = change.fields.aucIpv4Addr;
-    return (change.bits[0] & NW_LAN_BIT_IPV4_ADDR) != 0 &&
-           !std::ranges::equal(address, readLanRecord().astPort[change.port].aucIpv4Addr);
+    if ((edit.bits[0] & NW_LAN_BIT_IPV4_ADDR) == 0) {
+        return std::nullopt;
+    }
+    Address address{};
+    std::memcpy(address.data(), edit.request.data() + offsetof(NW_LAN_SET_PORT_S, aucIpv4Addr),
+                address.size());
+    const NW_LAN_CFG_DB_INFO_S stored = readLanRecord();
+    const bool isStored = std::ranges::equal(address, stored.astPort[edit.port].aucIpv4Addr);
+    return isStored ? std::nullopt : std::optional(address);
 }
 
 bool isUp(unsigned interfaceIndex)
@@ -48,18 +59,20 @@ bool isInstalled(const std::string &program)
 
 } // namespace
 
-ProbeResult probeAddress(const LanChange &change, const NW_IFC_STATE_DB_INFO_S &interfaces)
+std::optional<Probe> probeAddress(const bmc::settings::Edit &edit,
+                                  const NW_IFC_STATE_DB_INFO_S &interfaces)
 {
-    if (!changesAddress(change) || !isUp(interfaces.auiIfIndex[change.port])) {
-        return ProbeResult::notAsked;
+    const std::optional<Address> address = newAddress(edit);
+    if (!address || !isUp(interfaces.auiIfIndex[edit.port])) {
+        return std::nullopt;
     }
+    const std::string text = bmc::settings::addressText(AF_INET, address->data());
     if (!isInstalled("arping")) {
-        return ProbeResult::noTool;
+        return Probe{text, ProbeResult::noTool};
     }
-    return NW_IPV4AddressConflict(portName(interfaces, change.port).c_str(),
-                                  change.fields.aucIpv4Addr) != 0
-               ? ProbeResult::taken
-               : ProbeResult::free;
+    const std::string name = bmc::settings::nameOf(interfaces, edit.port);
+    const bool isTaken = NW_IPV4AddressConflict(name.c_str(), address->data()) != 0;
+    return Probe{text, isTaken ? ProbeResult::taken : ProbeResult::free};
 }
 
 } // namespace nwctl

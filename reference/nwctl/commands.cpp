@@ -1,6 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "commands.hpp"
+#include "nwctl/command.hpp"
+
+#include <algorithm>
+
+#include "common/hex.hpp"
+#include "settings/addresses.hpp"
 
 namespace nwctl {
 
@@ -35,15 +40,90 @@ std::span<const Group> groups()
 std::vector<Command> commands()
 {
     std::vector<Command> rows;
-    for (const auto add :
-         {addStatusCommands, addLanCommands, addHostNameCommands, addDnsCommands, addLldpCommands,
-          addModeCommands, addVlanCommands, addArpCommands, addAnCommands, addNcsiCommands,
-          addCombinedCommands, addCheckCommands, addRouteCheckCommand, addDiscoveryCommands,
-          addNameCommand, addChassisCommands, addLockCommands, addQueueCommands,
-          addHeartbeatCommands}) {
+    for (const auto add : {addStatusCommands, addShowCommands, addSetCommands, addRequestCommands,
+                           addApplyCommands, addCheckCommands, addDiscoveryCommands,
+                           addChassisCommands, addQueueCommands, addHeartbeatCommands}) {
         add(rows);
     }
     return rows;
+}
+
+bool Arguments::has(std::string_view name) const
+{
+    return std::ranges::count(given_, name, &GivenOption::name) != 0;
+}
+
+std::string Arguments::value(std::string_view name, std::string_view otherwise) const
+{
+    const auto found = std::ranges::find(given_, name, &GivenOption::name);
+    return found == given_.end() ? std::string(otherwise) : found->value;
+}
+
+std::vector<std::string> Arguments::values(std::string_view name) const
+{
+    std::vector<std::string> values;
+    for (const GivenOption &given : given_) {
+        if (given.name == name) {
+            values.push_back(given.value);
+        }
+    }
+    return values;
+}
+
+Parameter flag(std::string name, std::string help)
+{
+    return {Parameter::Kind::flag, std::move(name), std::move(help)};
+}
+
+Parameter portParameter(Parameter::Kind kind, const std::string &remark)
+{
+    return {kind, "PORT",
+            "Port: dedicated, shared, bond, its interface eth0, eth1, bond0, its index 0, 1, 2, or "
+            "channel:N for the port of a LAN channel" +
+                remark};
+}
+
+unsigned numberIn(const std::string &name, const std::string &text, unsigned min, unsigned max)
+{
+    const auto number = bmc::settings::parseNumber(text, max);
+    if (!number || *number < min) {
+        throw Failure(Exit::usage, name, text,
+                      "expected a number from " + std::to_string(min) + " to " +
+                          std::to_string(max));
+    }
+    return *number;
+}
+
+std::vector<std::uint8_t> bytesIn(const std::string &name, const std::string &text)
+{
+    const auto bytes = bmc::parseHex(text);
+    if (!bytes) {
+        throw Failure(Exit::usage, name, text, "expected pairs of hexadecimal digits");
+    }
+    return *bytes;
+}
+
+std::vector<std::uint8_t> bytesIn(const std::string &name, const std::string &text,
+                                  std::size_t size)
+{
+    auto bytes = bytesIn(name, text);
+    if (bytes.size() != size) {
+        throw Failure(Exit::usage, name, text,
+                      "expected " + std::to_string(size) + " bytes, two hexadecimal digits each");
+    }
+    return bytes;
+}
+
+Parameter limitParameter()
+{
+    return {Parameter::Kind::option, "--timeout",
+            "give up after so many seconds; 0, the default, waits", "SECONDS"};
+}
+
+unsigned limitIn(const Arguments &arguments)
+{
+    constexpr unsigned longest = 86400;
+    return numberIn("--timeout", arguments.value("--timeout", "0"), 0, longest);
 }
 
 } // namespace nwctl

@@ -1,97 +1,70 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include <CLI/CLI.hpp>
-
+/* What the network knows: "resolve", "gateway-mac", "ntp"; and the BMC's name in its file. */
+#include <algorithm>
 #include <sstream>
 
-#include "addresses.hpp"
-#include "commands.hpp"
+#include <sys/socket.h>
+
 #include "network_mng/check.h"
 #include "network_mng/discovery.h"
-#include "option_arguments.hpp"
-#include "stored.hpp"
-#include "text.hpp"
+#include "nwctl/stored.hpp"
+#include "settings/addresses.hpp"
 
 namespace nwctl {
 
 namespace {
 
-struct ResolveArguments {
-    std::string name;
-    std::string preferred; /* empty: none */
-};
+namespace settings = bmc::settings;
 
 /* The address as the system writes it. */
 std::string canonicalAddress(const std::string &text)
 {
-    if (const auto address = parseIpv4(text)) {
-        return formatAddress(*address);
-    }
-    if (const auto address = parseIpv6(text)) {
-        return formatAddress(*address);
+    for (const int family : {AF_INET, AF_INET6}) {
+        if (const auto address = settings::parseAddress(family, text)) {
+            return settings::addressText(family, address->data());
+        }
     }
     throw Failure(Exit::usage, "--prefer", text, "neither an IPv4 nor an IPv6 address");
 }
 
-void resolve(const ResolveArguments &arguments, Session &session)
+void resolve(const Arguments &arguments, Session &session)
 {
-    const std::string preferred =
-        arguments.preferred.empty() ? "" : canonicalAddress(arguments.preferred);
+    const std::string name = arguments.value("NAME");
+    const std::string preferred = arguments.value("--prefer");
+    const std::string canonical = preferred.empty() ? "" : canonicalAddress(preferred);
     char address[NW_RESOLVED_TEXT_SIZE]{};
-    const NW_RESULT result =
-        LIB_NW_ParseHostnameToIP(arguments.name.c_str(), preferred.c_str(), address);
+    const NW_RESULT result = LIB_NW_ParseHostnameToIP(name.c_str(), canonical.c_str(), address);
     if (result != NW_OK || *address == '\0') {
-        throw Failure(Exit::notFound, "NAME", arguments.name, "the name has no address",
+        throw Failure(Exit::notFound, "NAME", name, "the name has no address",
                       result == NW_OK ? std::nullopt : std::optional(result));
     }
-
-    session.answer(Json{{"name", arguments.name}, {"address", address}},
-                   std::string(address) + "\n");
+    session.answer({line(address), hidden("name", name), hidden("address", address)});
 }
 
-void declareResolve(CLI::App &app, Session &session)
+NamedPort portIn(const Arguments &arguments)
 {
-    const auto arguments = std::make_shared<ResolveArguments>();
-    app.add_option("NAME", arguments->name, "host name")->required()->type_name("");
-    app.add_option("--prefer", arguments->preferred,
-                   "address to keep to while the name still resolves to it")
-        ->type_name("ADDR");
-    app.callback([arguments, &session] { resolve(*arguments, session); });
+    return namedPort(readInterfaces(), arguments.value("PORT"));
 }
 
-/* A port as the user named it. */
-struct NamedPort {
-    unsigned index;
-    std::string name;
-};
-
-NamedPort namedPort(const std::string &text)
+void showGatewayMac(const Arguments &arguments, Session &session)
 {
-    const NW_IFC_STATE_DB_INFO_S interfaces = readInterfaces();
-    const unsigned index = findPort(interfaces, text);
-    return {index, portName(interfaces, index)};
-}
-
-void showGatewayMac(const std::string &text, Session &session)
-{
-    const NamedPort port = namedPort(text);
-    Ipv4 gateway{};
-    std::ranges::copy(readLanRecord().astPort[port.index].aucIpv4Gateway, gateway.begin());
-    if (gateway == Ipv4{}) {
+    const NamedPort port = portIn(arguments);
+    const NW_LAN_CFG_DB_INFO_S stored = readLanRecord();
+    const auto &gateway = stored.astPort[port.index].aucIpv4Gateway;
+    if (LIB_NW_CheckIPIsZero(gateway, NW_IPV4_SIZE) != 0) {
         throw Failure(Exit::notFound, "PORT", port.name, "the port has no IPv4 gateway");
     }
 
-    Mac mac{};
-    NW_GetV4DefaultGwMacAddr(static_cast<std::uint8_t>(port.index), mac.data());
-    if (mac == Mac{}) {
+    const std::string gatewayText = settings::addressText(AF_INET, gateway);
+    std::uint8_t mac[NW_MAC_SIZE]{};
+    NW_GetV4DefaultGwMacAddr(static_cast<std::uint8_t>(port.index), mac);
+    if (std::ranges::all_of(mac, [](std::uint8_t byte) { return byte == 0; })) {
         throw Failure(Exit::notFound, "PORT", port.name,
-                      "the gateway " + formatAddress(gateway) + " does not answer");
+                      "the gateway " + gatewayText + " does not answer");
     }
-    session.answer(Json{{"port", port.name},
-                        {"index", port.index},
-                        {"gateway", formatAddress(gateway)},
-                        {"mac", formatMac(mac)}},
-                   formatMac(mac) + "\n");
+    session.answer({line(macText(mac)), hidden("port", port.name), hidden("index", port.index),
+                    hidden("gateway", gatewayText), hidden("mac", macText(mac))});
 }
 
 /* Empty where the family's address does not come from DHCP or the lease names no server. */
@@ -110,46 +83,90 @@ std::vector<std::string> ntpServers(std::uint8_t family, const NamedPort &port)
     return servers;
 }
 
-void showNtp(const std::string &text, Session &session)
+Row serversRow(const std::string &key, const std::string &family,
+               const std::vector<std::string> &servers)
 {
-    const NamedPort port = namedPort(text);
+    List list;
+    for (const std::string &server : servers) {
+        list.rows.push_back({.value = server, .text = family + " " + server});
+    }
+    return {.key = key, .value = std::move(list)};
+}
+
+void showNtp(const Arguments &arguments, Session &session)
+{
+    const NamedPort port = portIn(arguments);
     const auto ipv4 = ntpServers(NW_FAMILY_IPV4, port);
     const auto ipv6 = ntpServers(NW_FAMILY_IPV6, port);
     if (ipv4.empty() && ipv6.empty()) {
         throw Failure(Exit::notFound, "PORT", port.name, "DHCP gave the port no NTP server");
     }
-
-    std::string lines;
-    for (const auto *servers : {&ipv4, &ipv6}) {
-        for (const std::string &server : *servers) {
-            lines += (servers == &ipv4 ? "IPv4 " : "IPv6 ") + escaped(server) + "\n";
-        }
-    }
-    session.answer(Json{{"port", port.name}, {"index", port.index}, {"ipv4", ipv4}, {"ipv6", ipv6}},
-                   lines);
+    session.answer({hidden("port", port.name), hidden("index", port.index),
+                    serversRow("ipv4", "IPv4", ipv4), serversRow("ipv6", "IPv6", ipv6)});
 }
 
-template <void (*run)(const std::string &port, Session &session)>
-void declareForPort(CLI::App &app, Session &session)
+constexpr const char *nameFile = NW_BMC_NAME_FILE;
+constexpr std::size_t longest = NW_BMC_NAME_SIZE - 1;
+
+std::string storedName()
 {
-    const auto port = std::make_shared<std::string>();
-    addPort(app, *port)->required();
-    app.callback([port, &session] { run(*port, session); });
+    char text[NW_BMC_NAME_SIZE]{};
+    const NW_RESULT result = LIB_NW_ReadBmcNameFromFile(text);
+    if (result != NW_OK) {
+        throw Failure(Exit::internal, "", "",
+                      std::string("cannot read the BMC's name from ") + nameFile, result);
+    }
+    const std::string line = text;
+    return line.substr(0, line.find('\n'));
 }
 
-/* clang-format off */
-const Command rows[] = {
-    {"", "resolve",     "Show the address of a host name",                       "resolve ntp.example.net --prefer 192.0.2.5", declareResolve},
-    {"", "gateway-mac", "Show the MAC address of a port's IPv4 gateway",         "gateway-mac eth1", declareForPort<showGatewayMac>},
-    {"", "ntp",         "Show the NTP servers that a port was given by DHCP",    "ntp eth1",         declareForPort<showNtp>},
-};
-/* clang-format on */
+/* A longer name's end stays in the nameFile, on the lines behind the first one: only that counts.
+ */
+void storeName(const std::string &name)
+{
+    if (name.size() > longest || LIB_NW_CheckHostName(name.c_str()) == 0) {
+        throw Failure(Exit::refused, "NAME", name,
+                      "a name is made of letters, digits and inner hyphens, at most " +
+                          std::to_string(longest),
+                      NW_ERR_OUT_OF_RANGE);
+    }
+
+    const std::string line = name + "\n";
+    const NW_RESULT result =
+        NW_WriteBmcNameToFile(line.data(), static_cast<std::uint32_t>(line.size()), nameFile);
+    if (result != NW_OK) {
+        throw Failure(Exit::internal, "NAME", name,
+                      std::string("cannot write the name to ") + nameFile + ", which has to exist",
+                      result);
+    }
+}
+
+void showName(const Arguments &arguments, Session &session)
+{
+    if (arguments.has("NAME")) {
+        storeName(arguments.value("NAME"));
+    }
+    const std::string stored = storedName();
+    session.answer({line(stored), hidden("name", stored)});
+}
 
 } // namespace
 
 void addDiscoveryCommands(std::vector<Command> &commands)
 {
-    commands.insert(commands.end(), std::begin(rows), std::end(rows));
+    using Kind = Parameter::Kind;
+    const Parameter host{Kind::required, "NAME", "host name"};
+    const Parameter prefer{Kind::option, "--prefer",
+                           "address to keep to while the name still resolves to it", "ADDR"};
+    const Parameter name{Kind::optional, "NAME", "new name; without it, the present one is shown"};
+    /* clang-format off */
+    commands.insert(commands.end(), {
+        {"", "resolve",     "Show the address of a host name",                    "resolve ntp.example.net --prefer 192.0.2.5", {host, prefer},    resolve},
+        {"", "gateway-mac", "Show the MAC address of a port's IPv4 gateway",      "gateway-mac eth1",                           {portParameter()}, inSnapshot(showGatewayMac)},
+        {"", "ntp",         "Show the NTP servers that a port was given by DHCP", "ntp eth1",                                   {portParameter()}, inSnapshot(showNtp)},
+        {"", "bmc-name",    "Show or change the BMC's name",                      "bmc-name bmc-rack1",                         {name},            showName},
+    });
+    /* clang-format on */
 }
 
 } // namespace nwctl

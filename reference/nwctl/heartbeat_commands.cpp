@@ -1,26 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include <CLI/CLI.hpp>
-
-#include "answer.hpp"
-#include "commands.hpp"
 #include "common/hex.hpp"
-#include "exchange_values.hpp"
 #include "network_mng/message.h"
-#include "output_capture.hpp"
-#include "time_limit.hpp"
+#include "nwctl/command.hpp"
+#include "nwctl/guards.hpp"
 
 namespace nwctl {
 
 namespace {
 
 constexpr unsigned idMax = 255;
-
-struct Arguments {
-    std::string id;
-    std::string payload;
-    std::string limit = "0";
-};
 
 /* The library prints why it failed; standard output is the answer's. */
 struct Posted {
@@ -59,33 +48,27 @@ void requireDone(const Posted &posted)
 
 void send(const Arguments &arguments, Session &session)
 {
-    const auto id = static_cast<int>(numberIn("ID", arguments.id, 1, idMax));
-    const auto payload = bytesIn("BYTES", arguments.payload, NW_HEARTBEAT_PAYLOAD_SIZE);
+    const auto id = static_cast<int>(numberIn("ID", arguments.value("ID"), 1, idMax));
+    const auto payload = bytesIn("BYTES", arguments.value("BYTES"), NW_HEARTBEAT_PAYLOAD_SIZE);
 
-    requireDone(post(payload, id, limitIn(arguments.limit)));
-    answer(session, Json{{"id", id}, {"bytes", bmc::hexText(payload)}}, "heartbeat sent\n");
-}
-
-void declareSend(CLI::App &app, Session &session)
-{
-    const auto arguments = std::make_shared<Arguments>();
-    app.add_option("ID", arguments->id, "project id of the heartbeat queue, 1 to 255")
-        ->required()
-        ->type_name("");
-    app.add_option("BYTES", arguments->payload, "8 bytes, two hexadecimal digits each")
-        ->required()
-        ->type_name("");
-    declareLimit(app, arguments->limit);
-    app.callback([arguments, &session] { send(*arguments, session); });
+    requireDone(post(payload, id, limitIn(arguments)));
+    session.answer(
+        {line("heartbeat sent"), hidden("id", id), hidden("bytes", bmc::hexText(payload))});
 }
 
 } // namespace
 
 void addHeartbeatCommands(std::vector<Command> &commands)
 {
-    commands.push_back({"heartbeat", "send",
+    using Kind = Parameter::Kind;
+    commands.push_back({"heartbeat",
+                        "send",
                         "Post a message to the queue of " NW_HEARTBEAT_KEY_FILE,
-                        "heartbeat send 1 0102030405060708", declareSend});
+                        "heartbeat send 1 0102030405060708",
+                        {{Kind::required, "ID", "project id of the heartbeat queue, 1 to 255"},
+                         {Kind::required, "BYTES", "8 bytes, two hexadecimal digits each"},
+                         limitParameter()},
+                        send});
 }
 
 } // namespace nwctl

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "common/standard_descriptors.hpp"
-#include "run.hpp"
+#include "nwctl/run.hpp"
 
 int main(int argc, char **argv)
 {

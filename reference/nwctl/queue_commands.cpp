@@ -1,20 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include <CLI/CLI.hpp>
-
 #include <cerrno>
 #include <cstring>
 
 #include <sys/ipc.h>
 #include <sys/msg.h>
 
-#include "answer.hpp"
-#include "commands.hpp"
 #include "common/hex.hpp"
-#include "exchange_values.hpp"
-#include "queue_message.hpp"
-#include "text.hpp"
-#include "time_limit.hpp"
+#include "nwctl/command.hpp"
+#include "nwctl/guards.hpp"
+#include "nwctl/queue_message.hpp"
 
 namespace nwctl {
 
@@ -33,19 +28,10 @@ struct QueueName {
     }
 };
 
-struct SendArguments {
-    QueueName queue;
-    std::string type = "1";
-    std::string text;
-    std::vector<std::string> records;
-    std::string limit = "0";
-};
-
-struct ReceiveArguments {
-    QueueName queue;
-    bool wantsRecords = false;
-    std::string limit = "0";
-};
+QueueName queueIn(const Arguments &arguments)
+{
+    return {arguments.value("PATH"), arguments.value("ID")};
+}
 
 /* The library doesn't say why a call failed: what the user can mend is looked up behind it. */
 Failure whyFailed(const QueueName &queue, NW_RESULT result)
@@ -82,56 +68,56 @@ void requireDone(NW_RESULT result, const QueueName &queue, bool isLimitOver = fa
     throw whyFailed(queue, result);
 }
 
-void create(const QueueName &queue, Session &session)
+void create(const Arguments &arguments, Session &session)
 {
+    const QueueName queue = queueIn(arguments);
     requireDone(NM_CreateMsg(queue.path.c_str(), queue.id()), queue);
-    answer(session, Json{{"path", queue.path}, {"id", queue.id()}}, "queue created\n");
+    session.answer({line("queue created"), hidden("path", queue.path), hidden("id", queue.id())});
 }
 
-MessageBytes messageText(const SendArguments &arguments)
+MessageBytes messageText(const Arguments &arguments)
 {
-    if (!arguments.records.empty()) {
-        return packTlv("--tlv", arguments.records);
+    const std::string text = arguments.value("TEXT");
+    const std::vector<std::string> records = arguments.values("--tlv");
+    if (arguments.has("TEXT") != records.empty()) {
+        throw Failure(Exit::usage, "TEXT", text, "give either a text or --tlv");
     }
-    if (arguments.text.size() > NW_MSG_TEXT_SIZE) {
-        throw Failure(Exit::usage, "TEXT", arguments.text,
+    if (!records.empty()) {
+        return packTlv("--tlv", records);
+    }
+    if (text.size() > NW_MSG_TEXT_SIZE) {
+        throw Failure(Exit::usage, "TEXT", text,
                       "longer than " + std::to_string(NW_MSG_TEXT_SIZE) + " bytes");
     }
-    return {arguments.text.begin(), arguments.text.end()};
+    return {text.begin(), text.end()};
 }
 
-void send(const SendArguments &arguments, Session &session)
+void send(const Arguments &arguments, Session &session)
 {
+    const QueueName queue = queueIn(arguments);
     const MessageBytes text = messageText(arguments);
     NW_MSG_PACKAGE_S package{};
-    package.lMsgType = static_cast<long>(numberIn("--type", arguments.type, 1, typeMax));
+    package.lMsgType =
+        static_cast<long>(numberIn("--type", arguments.value("--type", "1"), 1, typeMax));
     std::copy(text.begin(), text.end(), package.aucText);
-    const QueueName &queue = arguments.queue;
 
-    const TimeLimit limit(limitIn(arguments.limit));
+    const TimeLimit limit(limitIn(arguments));
     const NW_RESULT result = NW_SendMsg(queue.path.c_str(), queue.id(),
                                         static_cast<std::uint32_t>(text.size()), &package);
     requireDone(result, queue, limit.isOver());
-    answer(session, Json{{"type", long{package.lMsgType}}, {"bytes", bmc::hexText(text)}},
-           "message sent\n");
+    session.answer({line("message sent"), hidden("type", long{package.lMsgType}),
+                    hidden("bytes", bmc::hexText(text))});
 }
 
-Json recordsJson(const std::vector<TlvRecord> &records)
+List recordsOf(const std::vector<TlvRecord> &records)
 {
-    Json rows = Json::array();
+    List list;
     for (const TlvRecord &record : records) {
-        rows.push_back({{"type", record.type}, {"value", bmc::hexText(record.value)}});
+        const std::string value = bmc::hexText(record.value);
+        list.rows.push_back({.value = Object{{hidden("type", record.type), hidden("value", value)}},
+                             .text = "record " + std::to_string(record.type) + ": " + value});
     }
-    return rows;
-}
-
-std::string recordsText(const std::vector<TlvRecord> &records)
-{
-    std::string rows;
-    for (const TlvRecord &record : records) {
-        rows += "record " + std::to_string(record.type) + ": " + bmc::hexText(record.value) + "\n";
-    }
-    return rows;
+    return list;
 }
 
 /* The message is taken from the queue whatever it holds, so nothing of it is withheld. */
@@ -144,80 +130,44 @@ void printMessage(const NW_MSG_PACKAGE_S &package, bool wantsRecords, Session &s
         throw Failure(Exit::refused, "--tlv", bmc::hexText(bytes), "the message holds no records");
     }
 
-    answer(session,
-           Json{{"type", long{package.lMsgType}},
-                {"text", text},
-                {"bytes", bmc::hexText(bytes)},
-                {"records", records ? recordsJson(*records) : Json()}},
-           "type " + std::to_string(package.lMsgType) + "\n" +
-               (records ? recordsText(*records) : "text " + escaped(text) + "\n"));
+    session.answer({{.key = "type",
+                     .value = long{package.lMsgType},
+                     .text = "type " + std::to_string(package.lMsgType)},
+                    {.key = "text", .value = text, .text = records ? "" : "text " + text},
+                    hidden("bytes", bmc::hexText(bytes)),
+                    {.key = "records", .value = records ? Value(recordsOf(*records)) : Value()}});
 }
 
-void receive(const ReceiveArguments &arguments, Session &session)
+void receive(const Arguments &arguments, Session &session)
 {
-    const QueueName &queue = arguments.queue;
+    const QueueName queue = queueIn(arguments);
     NW_MSG_PACKAGE_S package{};
     {
-        const TimeLimit limit(limitIn(arguments.limit));
+        const TimeLimit limit(limitIn(arguments));
         const NW_RESULT result =
             NW_ReceiveMsg(queue.path.c_str(), queue.id(), NW_MSG_TEXT_SIZE, &package);
         requireDone(result, queue, limit.isOver());
     }
-    printMessage(package, arguments.wantsRecords, session);
-}
-
-void declareName(CLI::App &app, QueueName &queue)
-{
-    app.add_option("PATH", queue.path, "existing file that names the queue")
-        ->required()
-        ->type_name("");
-    app.add_option("ID", queue.idText, "project id, 1 to 255")->required()->type_name("");
-}
-
-void declareCreate(CLI::App &app, Session &session)
-{
-    const auto queue = std::make_shared<QueueName>();
-    declareName(app, *queue);
-    app.callback([queue, &session] { create(*queue, session); });
-}
-
-void declareSend(CLI::App &app, Session &session)
-{
-    const auto arguments = std::make_shared<SendArguments>();
-    declareName(app, arguments->queue);
-    const CLI::Option *text =
-        app.add_option("TEXT", arguments->text, "text of at most 255 bytes")->type_name("");
-    app.add_option("--tlv", arguments->records, "record instead of a text; may be repeated")
-        ->type_name("TYPE:HEX")
-        ->allow_extra_args(false);
-    app.add_option("--type", arguments->type, "message type, 1 or more")->type_name("N");
-    declareLimit(app, arguments->limit);
-    app.callback([arguments, text, &session] {
-        if (text->empty() == arguments->records.empty()) {
-            throw Failure(Exit::usage, "TEXT", arguments->text, "give either a text or --tlv");
-        }
-        send(*arguments, session);
-    });
-}
-
-void declareReceive(CLI::App &app, Session &session)
-{
-    const auto arguments = std::make_shared<ReceiveArguments>();
-    declareName(app, arguments->queue);
-    app.add_flag("--tlv", arguments->wantsRecords, "show the message's records");
-    declareLimit(app, arguments->limit);
-    app.callback([arguments, &session] { receive(*arguments, session); });
+    printMessage(package, arguments.has("--tlv"), session);
 }
 
 } // namespace
 
 void addQueueCommands(std::vector<Command> &commands)
 {
+    using Kind = Parameter::Kind;
+    const Parameter path{Kind::required, "PATH", "existing file that names the queue"};
+    const Parameter id{Kind::required, "ID", "project id, 1 to 255"};
+    const Parameter text{Kind::optional, "TEXT", "text of at most 255 bytes"};
+    const Parameter record{Kind::repeated, "--tlv", "record instead of a text; may be repeated",
+                           "TYPE:HEX"};
+    const Parameter type{Kind::option, "--type", "message type, 1 or more", "N"};
+    const Parameter limit = limitParameter();
     /* clang-format off */
     commands.insert(commands.end(), {
-        {"queue", "create",  "Make an empty queue; an earlier one goes with its messages", "queue create /etc/hostname 7",              declareCreate},
-        {"queue", "send",    "Send a message; waits while the queue is full",              "queue send /etc/hostname 7 --type 2 hello", declareSend},
-        {"queue", "receive", "Take the first message; waits until there is one",           "queue receive /etc/hostname 7 --timeout 5", declareReceive},
+        {"queue", "create",  "Make an empty queue; an earlier one goes with its messages", "queue create /etc/hostname 7",              {path, id},                             create},
+        {"queue", "send",    "Send a message; waits while the queue is full",              "queue send /etc/hostname 7 --type 2 hello", {path, id, text, record, type, limit},  send},
+        {"queue", "receive", "Take the first message; waits until there is one",           "queue receive /etc/hostname 7 --timeout 5", {path, id, flag("--tlv", "show the message's records"), limit}, receive},
     });
     /* clang-format on */
 }

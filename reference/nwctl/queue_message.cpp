@@ -1,10 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "queue_message.hpp"
+#include "nwctl/queue_message.hpp"
 
 #include "common/hex.hpp"
-#include "exchange_values.hpp"
-#include "failure.hpp"
+#include "nwctl/command.hpp"
 
 namespace nwctl {
 

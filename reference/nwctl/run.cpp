@@ -1,13 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "run.hpp"
+#include "nwctl/run.hpp"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <list>
 #include <map>
 
-#include "commands.hpp"
+#include "nwctl/command.hpp"
 
 namespace nwctl {
 
@@ -29,12 +30,73 @@ bool wantsJson(std::span<const std::string> arguments)
     return std::find(arguments.begin(), end, "--json") != end;
 }
 
+/* Where the values of a parameter are kept while the command line is parsed. */
+struct Slot {
+    std::string name;
+    std::string value{};               /* the only one, */
+    std::vector<std::string> values{}; /* or each of several */
+    CLI::Option *option = nullptr;
+};
+using Slots = std::list<Slot>; /* the app refers to the entries */
+
+CLI::Option *declare(CLI::App &app, const Parameter &parameter, Slot &slot)
+{
+    const auto one = [&] { return app.add_option(parameter.name, slot.value, parameter.help); };
+    const auto many = [&] { return app.add_option(parameter.name, slot.values, parameter.help); };
+    switch (parameter.kind) {
+    case Parameter::Kind::required:
+        return one()->type_name("")->required();
+    case Parameter::Kind::optional:
+        return one()->type_name("");
+    case Parameter::Kind::several:
+        return many()->type_name("")->required()->expected(1, parameter.most);
+    case Parameter::Kind::option:
+        return one()->type_name(parameter.valueName);
+    case Parameter::Kind::repeated:
+        return many()
+            ->type_name(parameter.valueName)
+            ->option_text(parameter.valueName)
+            ->allow_extra_args(false);
+    case Parameter::Kind::flag:
+        return app.add_flag(parameter.name)->description(parameter.help);
+    }
+    throw std::logic_error("no such kind of parameter");
+}
+
+Arguments argumentsIn(const Slots &slots)
+{
+    Given given;
+    for (const Slot &slot : slots) {
+        for (const std::string &value : slot.values) {
+            given.push_back({slot.name, value});
+        }
+        if (slot.values.empty() && !slot.option->empty()) {
+            given.push_back({slot.name, slot.value});
+        }
+    }
+    return Arguments(std::move(given));
+}
+
 void addGlobals(CLI::App &app)
 {
     app.add_flag("--json")->description("Answer with one JSON document, errors included");
     app.set_version_flag("--version", "nwctl " NWCTL_VERSION);
     app.footer(statusHelp);
     app.require_subcommand(1);
+}
+
+void addCommand(CLI::App &parent, const Command &command, Session &session)
+{
+    CLI::App *app = parent.add_subcommand(command.name, command.description);
+    app->fallthrough();
+    app->footer("Example:\n  nwctl " + command.example);
+
+    const auto slots = std::make_shared<Slots>();
+    for (const Parameter &parameter : command.parameters) {
+        Slot &slot = slots->emplace_back(Slot{parameter.name});
+        slot.option = declare(*app, parameter, slot);
+    }
+    app->callback([slots, run = command.run, &session] { run(argumentsIn(*slots), session); });
 }
 
 void addCommands(CLI::App &app, Session &session)
@@ -45,13 +107,8 @@ void addCommands(CLI::App &app, Session &session)
         parent->require_subcommand(1)->fallthrough();
         parents[group.name] = parent;
     }
-
     for (const Command &command : commands()) {
-        CLI::App *child =
-            parents.at(command.group)->add_subcommand(command.name, command.description);
-        child->fallthrough();
-        child->footer("Example:\n  nwctl " + command.example);
-        command.declare(*child, session);
+        addCommand(*parents.at(command.group), command, session);
     }
 }
 

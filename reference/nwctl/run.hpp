@@ -7,7 +7,7 @@
 #include <span>
 #include <string>
 
-#include "failure.hpp"
+#include "nwctl/failure.hpp"
 
 namespace nwctl {
 

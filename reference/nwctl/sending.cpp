@@ -1,13 +1,21 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "sending.hpp"
+#include "nwctl/sending.hpp"
 
-#include "sentences.hpp"
-#include "text.hpp"
+#include <algorithm>
+#include <cstring>
+
+#include <nlohmann/json.hpp>
+
+#include "common/text.hpp"
+#include "platform/records.hpp"
+#include "settings/wireless.hpp"
 
 namespace nwctl {
 
 namespace {
+
+namespace settings = bmc::settings;
 
 /* Results that the library answers for a refusal and for an unreachable manager alike. */
 constexpr NW_RESULT vagueResults[] = {NW_ERR_GENERAL, NW_ERR_ARP_SUSPEND, NW_ERR_ARP_UPDATE,
@@ -30,24 +38,46 @@ Ending endingOf(NW_RESULT result)
     return {Exit::manager, "the network manager refused the change"};
 }
 
-const GivenOption *settingAbout(const Sending &sending, NW_RESULT result)
+bool isGivenFor(const GivenOption &given, const settings::Setting &setting)
 {
-    if (sending.about) {
-        return sending.about(result);
+    constexpr std::string_view prefix = "--";
+    const std::string_view key = std::string_view(given.name).substr(prefix.size());
+    const settings::Setting *named = settings::findSetting(setting.section, key);
+    return named != nullptr && &settings::meantBy(*named, given.value) == &setting;
+}
+
+const GivenOption *givenFor(const Sending &sending, const settings::Setting *setting)
+{
+    if (setting == nullptr) {
+        return nullptr;
     }
-    return sending.settings.size() == 1 ? &sending.settings.front() : nullptr;
+    const auto found = std::ranges::find_if(
+        sending.given, [&](const GivenOption &given) { return isGivenFor(given, *setting); });
+    return found == sending.given.end() ? nullptr : &*found;
+}
+
+/* What was given that the result is about, or else the port. */
+GivenOption blamedFor(const Sending &sending, NW_RESULT result)
+{
+    for (const settings::Change &change : sending.changes) {
+        const auto cause = settings::blamed(result, change);
+        const GivenOption *given = givenFor(sending, cause ? cause->setting : nullptr);
+        if (given != nullptr) {
+            return *given;
+        }
+    }
+    if (sending.given.size() == 1 && !sending.blamesPort) {
+        return sending.given.front();
+    }
+    return sending.port ? GivenOption{"PORT", sending.port->name} : GivenOption{};
 }
 
 Failure failureOf(const Sending &sending, NW_RESULT result, const NW_OPER_LOG_S &log)
 {
     const auto [status, reason] = endingOf(result);
-    const GivenOption *setting = settingAbout(sending, result);
-    const GivenOption port{"PORT", sending.port ? sending.port->name : ""};
-    const GivenOption nothing{};
-    const GivenOption &blamed = setting != nullptr ? *setting : sending.port ? port : nothing;
-
+    const GivenOption blamed = blamedFor(sending, result);
     Failure failure(status, blamed.name, blamed.value, reason, result);
-    failure.sentence = failureSentence(log);
+    failure.sentence = bmc::boundedText(log.szOperLog);
     return failure;
 }
 
@@ -58,14 +88,25 @@ NW_RESULT resultOf(const Sending &sending, NW_RESULT result, const NW_OPER_LOG_S
     return result == NW_OK && saysFailure(log, sending.module) ? NW_ERR_RPC_TRANSPORT : result;
 }
 
-std::string settingsText(const Sending &sending)
+std::vector<std::string> mainSentence(const NW_OPER_LOG_S &log)
 {
-    std::string text;
-    for (const GivenOption &setting : sending.settings) {
-        text += (text.empty() ? ": " : ", ") + escaped(setting.name) + " '" +
-                escaped(setting.value) + "'";
+    const std::string sentence = bmc::boundedText(log.szOperLog);
+    return sentence.empty() ? std::vector<std::string>{} : std::vector{sentence};
+}
+
+Row linesRow(const std::string &key, const std::vector<std::string> &lines)
+{
+    List list;
+    for (const std::string &line : lines) {
+        list.rows.push_back({.value = line, .text = line});
     }
-    return text;
+    return {.key = key, .value = std::move(list)};
+}
+
+Rows portRows(const Sending &sending)
+{
+    return {hidden("port", sending.port ? Value(sending.port->name) : Value()),
+            hidden("index", sending.port ? Value(sending.port->index) : Value())};
 }
 
 std::string commandsText(const Sending &sending)
@@ -77,57 +118,184 @@ std::string commandsText(const Sending &sending)
     return text.empty() ? "" : text + ")";
 }
 
-Json portJson(const Sending &sending)
+std::string givenText(const Sending &sending)
 {
-    return {{"port", sending.port ? Json(sending.port->name) : Json()},
-            {"index", sending.port ? Json(sending.port->index) : Json()}};
+    std::string text;
+    for (const GivenOption &given : sending.given) {
+        text += (text.empty() ? ": " : ", ") + given.name + " '" + given.value + "'";
+    }
+    return text;
 }
 
-void tell(const Sending &sending, Session &session)
+List givenList(const Sending &sending)
 {
-    Json settings = Json::array();
-    for (const GivenOption &setting : sending.settings) {
-        settings.push_back({{"option", setting.name}, {"value", setting.value}});
+    List list;
+    for (const GivenOption &given : sending.given) {
+        list.rows.push_back(
+            {.value = Object{{hidden("option", given.name), hidden("value", given.value)}},
+             .isFolded = true});
     }
-    Json answer = portJson(sending);
-    answer.update({{"dryRun", true},
-                   {"what", sending.what},
-                   {"commands", sending.commands},
-                   {"settings", settings}});
-    session.answer(answer, "Dry run, nothing was sent. Would change " + sending.what +
-                               (sending.port ? " of " + escaped(sending.port->name) : "") +
-                               commandsText(sending) + settingsText(sending) + ".\n");
+    return list;
+}
+
+std::string dryRunText(const Sending &sending, const std::vector<ChangeRow> &changes)
+{
+    std::string text = "Dry run, nothing was sent. Would change " + sending.what +
+                       (sending.port ? " of " + sending.port->name : "") + commandsText(sending) +
+                       givenText(sending);
+    if (sending.changes.empty()) {
+        return text + ".";
+    }
+    return text + (changes.empty() ? "; nothing is different from what is stored." : ":");
+}
+
+bool isOverlap(const settings::Refusal &refusal)
+{
+    return settings::describe(refusal.code()).name.starts_with("NW_ERR_IPV");
+}
+
+Failure refusalOf(const Sending &sending, const settings::Refusal &refusal)
+{
+    const GivenOption *given = givenFor(sending, refusal.setting());
+    const GivenOption blamed = given != nullptr ? *given : blamedFor(sending, refusal.code());
+    return {Exit::refused, blamed.name, blamed.value, reasonOf(refusal), refusal.code()};
+}
+
+/* Gateways are left out: one that the manager refuses would hide an overlap. */
+Configuration withoutGateways(Configuration configuration)
+{
+    for (NW_LAN_CFG_PORT_S &port : configuration.lan.astPort) {
+        std::memset(port.aucIpv4Gateway, 0, sizeof(port.aucIpv4Gateway));
+    }
+    return configuration;
+}
+
+settings::Change withoutGateways(settings::Change change)
+{
+    for (settings::Edit &edit : change) {
+        if (edit.section == settings::Section::lan) {
+            edit.bits[0] &= ~std::uint32_t{NW_LAN_BIT_IPV4_GATEWAY};
+        }
+    }
+    return change;
 }
 
 } // namespace
 
-void carryOut(const Sending &sending, bool dryRun, Session &session)
+const char *reasonOf(const settings::Refusal &refusal)
 {
-    if (dryRun) {
-        tell(sending, session);
-        return;
-    }
+    return isOverlap(refusal) ? "the change would make two networks overlap"
+                              : "the network manager would refuse the change";
+}
 
+Configuration foresee(const Configuration &present, const Sending &sending)
+{
+    Configuration after = present;
+    try {
+        for (const settings::Change &change : sending.changes) {
+            after = settings::edited(after, change, settings::readWireless());
+        }
+    } catch (const settings::Refusal &refusal) {
+        throw refusalOf(sending, refusal);
+    }
+    return after;
+}
+
+void requireNoOverlap(const Configuration &present, const Sending &sending)
+{
+    try {
+        for (const settings::Change &change : sending.changes) {
+            settings::edited(withoutGateways(present), withoutGateways(change),
+                             settings::readWireless());
+        }
+    } catch (const settings::Refusal &refusal) {
+        if (isOverlap(refusal)) {
+            throw refusalOf(sending, refusal);
+        }
+    }
+}
+
+void send(const Sending &sending, Session &session)
+{
     NW_OPER_LOG_S log{};
     const NW_RESULT result = resultOf(sending, sending.send(log), log);
     if (result != NW_OK) {
         throw failureOf(sending, result, log);
     }
 
-    const auto sentences = sending.sentences ? sending.sentences(log) : mainSentence(log);
-    Json answer = portJson(sending);
-    answer["sentences"] = sentences;
-    std::string text;
-    for (const std::string &sentence : sentences) {
-        text += escaped(sentence) + "\n";
+    const auto sentences = (sending.sentences != nullptr ? sending.sentences : mainSentence)(log);
+    Rows rows = portRows(sending);
+    rows.push_back(linesRow("sentences", sentences));
+    for (Row &row : sending.complete ? sending.complete() : Rows()) {
+        rows.push_back(std::move(row));
     }
-    if (sending.complete) {
-        sending.complete(answer, text);
+    if (sentences.empty() && !sending.complete) {
+        rows.push_back(line("Done: " + sending.what + "; the operation log has no sentence."));
     }
-    if (text.empty()) {
-        text = "Done: " + sending.what + "; the operation log has no sentence.\n";
+    session.answer(rows);
+}
+
+void tell(const Sending &sending, Session &session)
+{
+    std::vector<ChangeRow> changes;
+    if (!sending.changes.empty()) {
+        const Configuration present = readConfiguration();
+        changes = changeRows(present, foresee(present, sending));
     }
-    session.answer(answer, text);
+    Rows rows = portRows(sending);
+    rows.push_back(line(dryRunText(sending, changes)));
+    rows.push_back(hidden("dryRun", true));
+    rows.push_back(hidden("what", sending.what));
+    rows.push_back(hidden("commands", sending.commands));
+    rows.push_back(hidden("settings", givenList(sending)));
+    rows.push_back(changesRow(changes));
+    session.answer(rows);
+}
+
+void carryOut(const std::function<Sending()> &prepare, const Arguments &arguments, Session &session)
+{
+    Sending sending;
+    {
+        const bmc::Snapshot snapshot; /* ends before the library reads back what was changed */
+        sending = prepare();
+        if (arguments.has("--dry-run")) {
+            tell(sending, session);
+            return;
+        }
+    }
+    send(sending, session);
+}
+
+Parameter dryRunFlag()
+{
+    return flag("--dry-run", "make every check, send nothing, tell what would be");
+}
+
+std::vector<ChangeRow> changeRows(const Configuration &before, const Configuration &after)
+{
+    std::vector<ChangeRow> rows;
+    for (const settings::Difference &found : settings::differences(before, after)) {
+        const settings::Setting &setting = *found.setting;
+        const bool isPorts = settings::infoOf(setting.section).portCount != 0;
+        rows.push_back({settings::placeOf(setting, found.port),
+                        isPorts ? Value(settings::nameOf(before.state, found.port)) : Value(),
+                        Value(found.before), Value(found.after),
+                        settings::textOf(setting, found.before) + " -> " +
+                            settings::textOf(setting, found.after)});
+    }
+    return rows;
+}
+
+Row changesRow(const std::vector<ChangeRow> &changes)
+{
+    List list;
+    for (const ChangeRow &change : changes) {
+        list.rows.push_back(
+            {.value = Object{{hidden("setting", change.setting), hidden("port", change.port),
+                              hidden("before", change.before), hidden("after", change.after)}},
+             .text = "  " + change.setting + ": " + change.text});
+    }
+    return {.key = "changes", .value = std::move(list)};
 }
 
 } // namespace nwctl

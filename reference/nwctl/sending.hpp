@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-/* A change on its way to the network manager: sent, or only told. */
+/* A change on its way to the network manager: sent, or only foreseen. */
 #pragma once
 
 #include <functional>
@@ -10,30 +10,73 @@
 
 #include "network_mng/operate_log.h"
 #include "network_mng/rpc.h"
-#include "option.hpp"
-#include "session.hpp"
-#include "stored.hpp"
+#include "nwctl/stored.hpp"
+#include "settings/change.hpp"
+#include "settings/difference.hpp"
 
 namespace nwctl {
 
-/* A change that every check has passed. */
+/* A change that is ready to be sent. */
 struct Sending {
-    std::string what;                   /* "LAN settings" */
-    std::vector<NW_COMMAND_E> commands; /* in the order sent; none: not the network manager's */
-    std::uint32_t module = 0;           /* NW_OPER_LOG_MODULE_E of its log, 0 without one */
-    std::optional<NamedPort> port;      /* none: not the settings of one port */
-    std::vector<GivenOption> settings;  /* what changes, in the user's words */
-    std::function<NW_RESULT(NW_OPER_LOG_S &log)> send;
+    std::string what{};                   /* "LAN settings" */
+    std::vector<NW_COMMAND_E> commands{}; /* in the order sent; none: not the network manager's */
+    std::uint32_t module = 0;             /* NW_OPER_LOG_MODULE_E of its log, 0 without one */
+    std::optional<NamedPort> port{};      /* none: not the settings of one port */
+    Given given{};                        /* what changes, in the user's words */
+    /* What becomes of the stored settings, one behind the other; none where nothing is stored. */
+    std::vector<bmc::settings::Change> changes{};
+    std::function<NW_RESULT(NW_OPER_LOG_S &log)> send{};
     /* Sentences of a success; by default the main slot's. */
-    std::function<std::vector<std::string>(const NW_OPER_LOG_S &log)> sentences;
-    /* The setting that a failure is about, null for none; by default the only one given. */
-    std::function<const GivenOption *(NW_RESULT result)> about;
-    /* Adds what the answer brought beside sentences, if anything. */
-    std::function<void(Json &answer, std::string &text)> complete;
+    std::vector<std::string> (*sentences)(const NW_OPER_LOG_S &log) = nullptr;
+    bool blamesPort = false; /* for what no setting given is to blame, even the only one */
+    /* What the answer brought beside sentences, if anything. */
+    std::function<Rows()> complete{};
 };
 
-/* Sends the change and prints its sentences, or tells what would be sent. Throws Failure: manager
- * or transport, with the sentence of the failed change. */
-void carryOut(const Sending &sending, bool dryRun, Session &session);
+/* The configuration that the changes lead to, by the manager's own checks. Throws Failure
+ * (refused). */
+Configuration foresee(const Configuration &present, const Sending &sending);
+
+/* Throws Failure (refused) when the changes make two networks overlap or a route meet another
+ * port; everything else is left to the manager. */
+void requireNoOverlap(const Configuration &present, const Sending &sending);
+
+/* Why the change would be refused, for people. */
+const char *reasonOf(const bmc::settings::Refusal &refusal);
+
+/* Sends the change and prints its sentences. Throws Failure: manager or transport, with the
+ * sentence of the failed change. */
+void send(const Sending &sending, Session &session);
+
+/* Tells what would be sent, and what it would change. Throws Failure (refused). */
+void tell(const Sending &sending, Session &session);
+
+/* Prepares a change on one copy of all records; then sends it, or tells it in a dry run. */
+void carryOut(const std::function<Sending()> &prepare, const Arguments &arguments,
+              Session &session);
+
+/* The flag --dry-run. */
+Parameter dryRunFlag();
+
+/* A setting that has changed or would. */
+struct ChangeRow {
+    std::string setting; /* its place: "lan.shared.ipv4" */
+    Value port;          /* its name; null where the setting is the machine's */
+    Value before;
+    Value after;
+    std::string text; /* "off -> 30" */
+};
+
+std::vector<ChangeRow> changeRows(const Configuration &before, const Configuration &after);
+/* Old and new, a line each; the key "changes". */
+Row changesRow(const std::vector<ChangeRow> &changes);
+
+/* Sentences of a successful LAN change, each fact once: the slots of the static routes repeat
+ * fields, so a slot whose every field stands in another one is left out. */
+std::vector<std::string> lanSentences(const NW_OPER_LOG_S &log);
+
+/* Does the log say that a change of the module failed? module: one NW_OPER_LOG_MODULE_E bit, or 0,
+ * which has no log. */
+bool saysFailure(const NW_OPER_LOG_S &log, std::uint32_t module);
 
 } // namespace nwctl

@@ -1,12 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "sentences.hpp"
-
+/* Operation-log sentences of a change. */
 #include <algorithm>
 #include <set>
-#include <string_view>
 
-#include "text.hpp"
+#include "common/text.hpp"
+#include "nwctl/sending.hpp"
 
 namespace nwctl {
 
@@ -40,8 +39,8 @@ std::vector<std::string> lanSentences(const NW_OPER_LOG_S &log)
 {
     std::vector<std::string> kept;
     for (const std::string &sentence :
-         {boundedText(log.szLanOtherLog), boundedText(log.szLanIpv4RouteLog),
-          boundedText(log.szLanIpv6RouteLog)}) {
+         {bmc::boundedText(log.szLanOtherLog), bmc::boundedText(log.szLanIpv4RouteLog),
+          bmc::boundedText(log.szLanIpv6RouteLog)}) {
         if (sentence.empty() || std::ranges::any_of(kept, [&](const auto &other) {
                 return saysAll(other, sentence);
             })) {
@@ -53,33 +52,11 @@ std::vector<std::string> lanSentences(const NW_OPER_LOG_S &log)
     return kept;
 }
 
-std::vector<std::string> combinedSentences(const NW_OPER_LOG_S &log)
-{
-    std::vector<std::string> sentences = lanSentences(log);
-    for (const std::string &sentence : {boundedText(log.szDnsLog), boundedText(log.szNetModeLog)}) {
-        if (!sentence.empty()) {
-            sentences.push_back(sentence);
-        }
-    }
-    return sentences;
-}
-
-std::vector<std::string> mainSentence(const NW_OPER_LOG_S &log)
-{
-    const std::string sentence = boundedText(log.szOperLog);
-    return sentence.empty() ? std::vector<std::string>{} : std::vector{sentence};
-}
-
-std::string failureSentence(const NW_OPER_LOG_S &log)
-{
-    return boundedText(log.szOperLog);
-}
-
 bool saysFailure(const NW_OPER_LOG_S &log, std::uint32_t module)
 {
-    const std::string sentence = boundedText(log.szOperLog);
+    const std::string sentence = bmc::boundedText(log.szOperLog);
     return std::ranges::any_of(g_astFailureOperateLogDefault, [&](const auto &row) {
-        return row.uiModuleBit == module && sentence == boundedText(row.acDesc);
+        return row.uiModuleBit == module && sentence == bmc::boundedText(row.acDesc);
     });
 }
 

@@ -1,40 +1,37 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "session.hpp"
+#include "nwctl/session.hpp"
 
-#include "results.hpp"
-#include "text.hpp"
+#include <array>
+#include <cstdio>
+
+#include "common/text.hpp"
+#include "settings/codes.hpp"
 
 namespace nwctl {
 
 namespace {
 
-constexpr int indentation = 2;
-
-Json orNull(const std::string &text)
+std::string hexNumber(const char *format, std::uint32_t number)
 {
-    return text.empty() ? Json() : Json(text);
+    std::array<char, sizeof("0x12345678")> text{};
+    std::snprintf(text.data(), text.size(), format, number);
+    return text.data();
 }
 
-Json errorJson(const Failure &failure)
+Rows errorRows(const Failure &failure)
 {
-    Json error = {{"status", static_cast<int>(failure.status)},
-                  {"option", orNull(failure.optionName)},
-                  {"value", failure.optionName.empty() ? Json() : Json(failure.optionValue)},
-                  {"reason", failure.what()},
-                  {"code", nullptr},
-                  {"name", nullptr},
-                  {"meaning", nullptr},
-                  {"completion", nullptr},
-                  {"sentence", orNull(failure.sentence)}};
-    if (failure.result) {
-        const ResultInfo info = describeResult(*failure.result);
-        error["code"] = codeText(info.code);
-        error["name"] = info.name;
-        error["meaning"] = info.meaning;
-        error["completion"] = completionText(info.code);
+    Rows rows{hidden("status", static_cast<int>(failure.status)),
+              hidden("option", textOrNull(failure.optionName)),
+              hidden("value", failure.optionName.empty() ? Value() : Value(failure.optionValue)),
+              hidden("reason", failure.what())};
+    for (Row &row : codeRows(failure.result)) {
+        rows.push_back(std::move(row));
     }
-    return {{"error", error}};
+    rows.push_back(
+        hidden("completion", failure.result ? Value(completionText(*failure.result)) : Value()));
+    rows.push_back(hidden("sentence", textOrNull(failure.sentence)));
+    return {hidden("error", Object{std::move(rows)})};
 }
 
 /* "nwctl: --ipv4 '10.0.0.256/8': reason" and the result code on a line of its own. */
@@ -42,58 +39,74 @@ std::string errorText(const Failure &failure)
 {
     std::string text = "nwctl: ";
     if (!failure.optionName.empty()) {
-        text += escaped(failure.optionName) + " '" + escaped(failure.optionValue) + "': ";
+        text += bmc::escaped(failure.optionName) + " '" + bmc::escaped(failure.optionValue) + "': ";
     }
-    text += escaped(failure.what()) + "\n";
-
+    text += bmc::escaped(failure.what()) + "\n";
     if (failure.result) {
-        const ResultInfo info = describeResult(*failure.result);
-        text += "nwctl: result " + codeText(info.code) + " (" + std::string(info.name) +
-                "): " + info.meaning + "; IPMI completion code " + completionText(info.code) + "\n";
+        text += "nwctl: result " + explained(*failure.result) + "; IPMI completion code " +
+                completionText(*failure.result) + "\n";
     }
     return text;
 }
 
 } // namespace
 
+void Session::answer(const Rows &rows)
+{
+    print(wantsJson_ ? documentOf(rows) : textOf(rows));
+}
+
 void Session::print(const std::string &text)
 {
-    output << text;
-}
-
-void Session::print(const Json &document)
-{
-    output << document.dump(indentation, ' ', true, Json::error_handler_t::replace) << "\n";
-}
-
-void Session::answer(const Json &document, const std::string &text)
-{
-    if (jsonWanted) {
-        print(document);
-    } else {
-        print(text);
-    }
+    out_ << text;
 }
 
 void Session::remark(const std::string &text)
 {
-    output.flush();
-    errors << "nwctl: " << escaped(text) << "\n";
+    out_.flush();
+    err_ << "nwctl: " << bmc::escaped(text) << "\n";
 }
 
 void Session::report(const Failure &failure)
 {
     status = failure.status;
-    if (jsonWanted) {
-        print(errorJson(failure));
+    if (wantsJson_) {
+        answer(errorRows(failure));
         return;
     }
 
     if (!failure.sentence.empty()) {
-        print(escaped(failure.sentence) + "\n");
+        print(bmc::escaped(failure.sentence) + "\n");
     }
-    output.flush();
-    errors << errorText(failure);
+    out_.flush();
+    err_ << errorText(failure);
+}
+
+std::string codeText(NW_RESULT code)
+{
+    return hexNumber("0x%08x", code);
+}
+
+std::string completionText(NW_RESULT code)
+{
+    return hexNumber("0x%02x", bmc::settings::describe(code).completion);
+}
+
+std::string explained(NW_RESULT code)
+{
+    const bmc::settings::Code described = bmc::settings::describe(code);
+    return codeText(code) + " (" + std::string(described.name) +
+           "): " + std::string(described.meaning);
+}
+
+Rows codeRows(std::optional<NW_RESULT> code)
+{
+    if (!code) {
+        return {hidden("code", nullptr), hidden("name", nullptr), hidden("meaning", nullptr)};
+    }
+    const bmc::settings::Code described = bmc::settings::describe(*code);
+    return {hidden("code", codeText(*code)), hidden("name", described.name),
+            hidden("meaning", described.meaning)};
 }
 
 } // namespace nwctl

@@ -6,27 +6,22 @@
 #include <ostream>
 #include <string>
 
-#include "failure.hpp"
-#include "lan_render.hpp"
+#include "nwctl/failure.hpp"
+#include "nwctl/output.hpp"
 
 namespace nwctl {
 
 class Session {
 public:
-    Session(std::ostream &out, std::ostream &err, bool json)
-        : output(out), errors(err), jsonWanted(json)
+    Session(std::ostream &out, std::ostream &err, bool wantsJson)
+        : out_(out), err_(err), wantsJson_(wantsJson)
     {
     }
 
-    bool json() const
-    {
-        return jsonWanted;
-    }
-    /* The answer: a text as it is, or one JSON document. */
+    /* The answer, in the form that is wanted. */
+    void answer(const Rows &rows);
+    /* The answer as it is, whatever is wanted. */
     void print(const std::string &text);
-    void print(const Json &document);
-    /* The answer in the form that is wanted. */
-    void answer(const Json &document, const std::string &text);
     /* A remark beside the answer. */
     void remark(const std::string &text);
     /* Reports the failure, in JSON as the answer itself. */
@@ -35,9 +30,16 @@ public:
     Exit status = Exit::success;
 
 private:
-    std::ostream &output;
-    std::ostream &errors;
-    bool jsonWanted;
+    std::ostream &out_;
+    std::ostream &err_;
+    bool wantsJson_;
 };
+
+/* "0x1e000a27", and its IPMI completion code as "0xff". */
+std::string codeText(NW_RESULT code);
+std::string completionText(NW_RESULT code);
+/* Name and meaning of the code in a sentence, and for programs: the keys code, name, meaning. */
+std::string explained(NW_RESULT code);
+Rows codeRows(std::optional<NW_RESULT> code);
 
 } // namespace nwctl

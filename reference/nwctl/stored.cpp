@@ -1,20 +1,19 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "stored.hpp"
+#include "nwctl/stored.hpp"
 
 #include <algorithm>
 
-#include "addresses.hpp"
-#include "failure.hpp"
+#include "network_mng/check.h"
 #include "network_mng/settings.h"
-#include "text.hpp"
+#include "platform/records.hpp"
+#include "settings/addresses.hpp"
 
 namespace nwctl {
 
 namespace {
 
-constexpr Word modes[] = {{"separate", NW_IFC_STATE_SEPARATE},
-                          {"active-standby", NW_IFC_STATE_ADAPTIVE}};
+using bmc::settings::Section;
 
 constexpr unsigned separatePorts[] = {NW_PORT_ETH0, NW_PORT_ETH1};
 constexpr unsigned bondedPorts[] = {NW_PORT_BOND0};
@@ -35,7 +34,7 @@ unsigned portOfChannel(const std::string &text)
 {
     constexpr unsigned channelMax = 255;
     const auto channel =
-        parseNumber(std::string_view(text).substr(channelPrefix.size()), channelMax);
+        bmc::settings::parseNumber(std::string_view(text).substr(channelPrefix.size()), channelMax);
     if (!channel) {
         throw Failure(Exit::usage, "PORT", text, "expected channel:N with a channel number");
     }
@@ -48,7 +47,20 @@ unsigned portOfChannel(const std::string &text)
     return port;
 }
 
+const bmc::settings::Kind &kindOf(Section section, const char *key)
+{
+    return *bmc::settings::findSetting(section, key)->kind;
+}
+
 } // namespace
+
+Run inSnapshot(Run run)
+{
+    return [run = std::move(run)](const Arguments &arguments, Session &session) {
+        const bmc::Snapshot snapshot;
+        run(arguments, session);
+    };
+}
 
 void requireRead(NW_RESULT result, const char *record)
 {
@@ -71,41 +83,51 @@ NW_LAN_CFG_DB_INFO_S readLanRecord()
     return record;
 }
 
-std::string portName(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
+Configuration readConfiguration()
 {
-    return boundedText(interfaces.acIfcName[port]);
+    Configuration stored{};
+    stored.state = readInterfaces();
+    stored.lan = readLanRecord();
+    LIB_NW_GetHostName(&stored.hostName);
+    NW_LMDB_Get_DNS(&stored.dns);
+    NW_LMDB_Get_LLDP(&stored.lldp);
+    if (NW_LMDB_GetAnCfgInfo(&stored.an) != NW_OK) {
+        stored.an = {}; /* read straight into it */
+    }
+    return stored;
 }
 
 unsigned findPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &text)
 {
-    if (const auto index = parseNumber(text, NW_PORT_COUNT - 1)) {
-        return *index;
-    }
     if (text.starts_with(channelPrefix)) {
         return portOfChannel(text);
     }
+    const unsigned port = bmc::settings::findPort(interfaces, text);
+    if (port < NW_PORT_COUNT) {
+        return port;
+    }
 
     std::string names;
-    for (unsigned port = 0; port < NW_PORT_COUNT; ++port) {
-        const std::string name = portName(interfaces, port);
-        if (!text.empty() && text == name) {
-            return port;
-        }
-        names += name + ", ";
+    for (unsigned index = 0; index < NW_PORT_COUNT; ++index) {
+        names += bmc::settings::nameOf(interfaces, index) + ", ";
     }
     throw Failure(Exit::usage, "PORT", text,
-                  "no such port, expected " + names + "0, 1, 2 or channel:N");
+                  "no such port, expected " + names +
+                      "dedicated, shared, bond, 0, 1, 2 or channel:N");
 }
 
 NamedPort namedPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &text)
 {
     const unsigned port = findPort(interfaces, text);
-    return {port, portName(interfaces, port)};
+    return {port, bmc::settings::nameOf(interfaces, port)};
 }
 
-Facts portHeading(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
+Rows portHeading(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
 {
-    return {{"Port", "port", portName(interfaces, port)}, {"Index", "index", port}};
+    return {{"Port", "port", bmc::settings::nameOf(interfaces, port),
+             bmc::settings::titleOf(interfaces, port)},
+            hidden("role", bmc::settings::roleOf(port)),
+            {"Index", "index", port}};
 }
 
 std::span<const unsigned> portsServed(const NW_IFC_STATE_DB_INFO_S &interfaces)
@@ -120,18 +142,13 @@ std::span<const unsigned> portsServed(const NW_IFC_STATE_DB_INFO_S &interfaces)
 std::string modeName(const NW_IFC_STATE_DB_INFO_S &interfaces)
 {
     requireKnownMode(interfaces);
-    return wordName(modes, interfaces.ucIfcState);
-}
-
-std::span<const Word> modeWords()
-{
-    return modes;
+    return wordName(kindOf(Section::mode, "mode").words, interfaces.ucIfcState);
 }
 
 void requireServed(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
 {
     if (std::ranges::count(portsServed(interfaces), port) == 0) {
-        throw Failure(Exit::refused, "PORT", portName(interfaces, port),
+        throw Failure(Exit::refused, "PORT", bmc::settings::nameOf(interfaces, port),
                       "the port is not served in network mode " + modeName(interfaces));
     }
 }
@@ -141,9 +158,58 @@ NW_ETHER_INS_INFO_S readPort(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned 
     requireServed(interfaces, port);
 
     NW_ETHER_INS_INFO_S info{};
-    requireRead(LIB_NW_GetLanConfig(portName(interfaces, port).c_str(), &info),
+    requireRead(LIB_NW_GetLanConfig(bmc::settings::nameOf(interfaces, port).c_str(), &info),
                 "the port's LAN settings");
     return info;
+}
+
+std::string wordName(std::span<const Word> words, std::uint32_t value)
+{
+    const std::string_view name = bmc::settings::wordOf(words, value);
+    return name.empty() ? "unknown (" + std::to_string(value) + ")" : std::string(name);
+}
+
+std::uint8_t wordValue(const GivenOption &given, std::span<const Word> words)
+{
+    const Word *word = bmc::settings::findWord(words, given.value);
+    if (word == nullptr) {
+        throw Failure(Exit::usage, given.name, given.value, "expected " + listed(words));
+    }
+    return static_cast<std::uint8_t>(word->value);
+}
+
+std::string listed(std::span<const Word> words)
+{
+    std::string text;
+    for (const Word &word : words) {
+        const bool isLast = &word == &words.back();
+        text += (&word == &words.front() ? "" : isLast ? " or " : ", ") + std::string(word.text);
+    }
+    return text;
+}
+
+std::span<const Word> arpWords()
+{
+    return kindOf(Section::lan, "arp-suspend").words;
+}
+
+Rows ncsiRows()
+{
+    NW_NCSI_DB_INFO_S record{};
+    const bool isKnown = LIB_NW_GetNcsiConfig(&record) == NW_OK;
+    const auto orNull = [isKnown](Value value) { return isKnown ? value : Value(); };
+    std::uint16_t offset = 0;
+    const bool hasOffset = LIB_NW_GetNcsiChannelIdOffset(&offset) == 0;
+    const unsigned channel = record.ucChannel + (hasOffset ? unsigned{offset} : 0U);
+
+    return {{"NC-SI", "enabled", orNull(record.ucNcsiEnable == 1)},
+            {"NC-SI init", "initialisation",
+             LIB_NW_NcsiIsInitComplete() == 1 ? "complete" : "not complete"},
+            {"Auto port", "automaticPort", orNull(record.ucAutoPort == 1)},
+            {"Auto card", "automaticCard", orNull(record.ucAutoCard == 1)},
+            {"Adapter", "adapter", orNull(unsigned{record.ucNicIndex})},
+            {"Port", "selectedPort", orNull(channel)},
+            {"Port offset", "channelOffset", hasOffset ? Value(offset) : Value()}};
 }
 
 } // namespace nwctl

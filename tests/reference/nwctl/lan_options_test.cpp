@@ -1,29 +1,21 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "lan_options.hpp"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
+/* Options of "lan set": what each sends, and which values it refuses. */
+#include <cstring>
 #include <functional>
 
-#include "failure.hpp"
 #include "samples.hpp"
 
 namespace nwctl {
 namespace {
 
-/* Runs a test's own expectation on the failure that the options end in. */
-void expectFailure(const std::vector<GivenOption> &given,
-                   const std::function<void(const Failure &)> &expect)
-{
-    try {
-        buildLanChange(0, given);
-        ADD_FAILURE() << "nothing was thrown";
-    } catch (const Failure &failure) {
-        expect(failure);
-    }
-}
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+struct GivenOption {
+    const char *name;
+    const char *value;
+};
 
 struct Built {
     const char *name;
@@ -33,19 +25,22 @@ struct Built {
     std::uint32_t word1 = 0;
 };
 
-class BuiltChange : public ::testing::TestWithParam<Built> {};
+class BuiltChange : public samples::ConfiguredTest, public ::testing::WithParamInterface<Built> {};
 
 TEST_P(BuiltChange, SelectsAndFillsTheFieldsOfTheOption)
 {
     const Built &row = GetParam();
-    const LanChange change = buildLanChange(2, std::vector{row.given});
-    NW_LAN_SET_PORT_S expected{};
-    row.fill(expected);
+    NW_LAN_SET_REQ_S expected{};
+    expected.stBitmap.aauiWord[2][0] = row.bits;
+    expected.stBitmap.aauiWord[2][1] = row.word1;
+    row.fill(expected.stConfig.astPort[2]);
 
-    EXPECT_EQ(change.port, 2U);
-    EXPECT_EQ(change.bits[0], row.bits);
-    EXPECT_EQ(change.bits[1], row.word1);
-    EXPECT_EQ(fake::bytesOf(change.fields), fake::bytesOf(expected));
+    samples::run({"lan", "set", "2", row.given.name, row.given.value, "--no-check"});
+
+    ASSERT_THAT(sentRequests(), SizeIs(1));
+    NW_LAN_SET_REQ_S sent{};
+    std::memcpy(&sent, sentRequests()[0].payload.data(), sizeof(sent));
+    EXPECT_EQ(fake::bytesOf(sent), fake::bytesOf(expected));
 }
 
 using Port = NW_LAN_SET_PORT_S;
@@ -94,6 +89,9 @@ const Built builtRows[] = {
     {"Ipv6GatewayOff", {"--ipv6-gateway", "off"},   0x200, [](Port &) {}},
     {"Ipv6Static",     {"--ipv6-origin", "static"}, 0x80, [](Port &port) { port.ucIpv6Type = 1; }},
     {"Ipv6Dhcp",       {"--ipv6-origin", "dhcp"},   0x80, [](Port &port) { port.ucIpv6Type = 2; }},
+    {"Ipv6Slaac",      {"--ipv6-origin", "slaac"},  0x80, [](Port &port) { port.ucIpv6Type = 3; }},
+    {"Ipv4Enabled",    {"--ipv4-enabled", "on"},    0x2,  [](Port &port) { port.ucIpv4Enable = 1; }},
+    {"Ipv6Enabled",    {"--ipv6-enabled", "off"},   0x40, [](Port &) {}},
     {"Vlan",       {"--vlan", "4094"}, 0x18000, [](Port &port) {
         port.ucVlanEnable = 1;
         port.usVlanid = 4094;
@@ -112,46 +110,45 @@ const Built builtRows[] = {
 /* clang-format on */
 INSTANTIATE_TEST_SUITE_P(Rows, BuiltChange, ::testing::ValuesIn(builtRows), fake::RowName());
 
-TEST(BuildLanChange, ComposesSeveralOptions)
-{
-    const LanChange change = buildLanChange(
-        1, std::vector<GivenOption>{{"--ipv4", "on"}, {"--ipv4", "10.0.0.2/8"}, {"--lan", "on"}});
-    EXPECT_EQ(change.bits[0], NW_LAN_BIT_LAN_ENABLE | NW_LAN_BIT_IPV4_ENABLE |
-                                  NW_LAN_BIT_IPV4_ADDR | NW_LAN_BIT_IPV4_MASK);
-}
-
 struct Rejection {
     const char *name;
     GivenOption given;
     const char *reason;
 };
 
-/* The failure names the option, its value and the reason. */
-void expectRejection(const Rejection &row, Exit status, std::optional<NW_RESULT> code)
-{
-    expectFailure({row.given}, [&](const Failure &failure) {
-        EXPECT_EQ(failure.status, status);
-        EXPECT_EQ(failure.optionName, row.given.name);
-        EXPECT_EQ(failure.optionValue, row.given.value);
-        EXPECT_STREQ(failure.what(), row.reason);
-        EXPECT_EQ(failure.result, code);
-    });
-}
+class RejectedOption : public samples::ConfiguredTest,
+                       public ::testing::WithParamInterface<Rejection> {
+protected:
+    /* The failure names the option, its value and the reason. */
+    void expectRejection(Exit status, const nlohmann::json &code) const
+    {
+        const auto &[name, given, reason] = GetParam();
+        const auto ran = samples::run({"lan", "set", "eth0", given.name, given.value, "--json"});
+        const auto error = ran.json()["error"];
 
-class MisusedOption : public ::testing::TestWithParam<Rejection> {};
+        EXPECT_EQ(ran.status, status);
+        EXPECT_EQ(error["option"], given.name);
+        EXPECT_EQ(error["value"], given.value);
+        EXPECT_EQ(error["reason"], reason);
+        EXPECT_EQ(error["code"], code);
+        EXPECT_THAT(sentRequests(), IsEmpty());
+    }
+};
+
+class MisusedOption : public RejectedOption {};
 
 TEST_P(MisusedOption, IsAUsageErrorWithoutACode)
 {
-    expectRejection(GetParam(), Exit::usage, std::nullopt);
+    expectRejection(Exit::usage, nullptr);
 }
 
 /* clang-format off */
 const Rejection misusedRows[] = {
     {"Lan",              {"--lan", "yes"},                 "expected off or on"},
     {"LanEmpty",         {"--lan", ""},                    "expected off or on"},
-    {"Ipv4Text",         {"--ipv4", "host/24"},            "expected ADDR/LEN, on or off"},
-    {"Ipv4Empty",        {"--ipv4", ""},                   "expected ADDR/LEN, on or off"},
-    {"Ipv4WrongFamily",  {"--ipv4", "2001:db8::1/64"},     "expected ADDR/LEN, on or off"},
+    {"Ipv4Text",         {"--ipv4", "host/24"},            "expected ADDR/LEN, on, off or none"},
+    {"Ipv4Empty",        {"--ipv4", ""},                   "expected ADDR/LEN, on, off or none"},
+    {"Ipv4WrongFamily",  {"--ipv4", "2001:db8::1/64"},     "expected ADDR/LEN, on, off or none"},
     {"Ipv4NoPrefix",     {"--ipv4", "10.0.0.2"},           "the prefix length is missing, expected ADDR/LEN"},
     {"Ipv4EmptyPrefix",  {"--ipv4", "10.0.0.2/"},          "the prefix length is not a number from 1 to 32"},
     {"Ipv4ZeroPrefix",   {"--ipv4", "10.0.0.2/0"},         "the prefix length is not a number from 1 to 32"},
@@ -160,12 +157,12 @@ const Rejection misusedRows[] = {
     {"Ipv4Gateway",      {"--ipv4-gateway", "router"},     "expected an address of the family or off"},
     {"Ipv4Gateway6",     {"--ipv4-gateway", "fe80::1"},    "expected an address of the family or off"},
     {"Ipv4Origin",       {"--ipv4-origin", "auto"},        "expected static or dhcp"},
-    {"Ipv6Text",         {"--ipv6", "x/64"},               "expected ADDR/LEN, on or off"},
+    {"Ipv6Text",         {"--ipv6", "x/64"},               "expected ADDR/LEN, on, off or none"},
     {"Ipv6NoPrefix",     {"--ipv6", "2001:db8::1"},        "the prefix length is missing, expected ADDR/LEN"},
     {"Ipv6ZeroPrefix",   {"--ipv6", "2001:db8::1/0"},      "the prefix length is not a number from 1 to 128"},
     {"Ipv6LongPrefix",   {"--ipv6", "2001:db8::1/129"},    "the prefix length is not a number from 1 to 128"},
     {"Ipv6Gateway",      {"--ipv6-gateway", "10.0.0.1"},   "expected an address of the family or off"},
-    {"Ipv6Origin",       {"--ipv6-origin", "slaac"},       "expected static or dhcp"},
+    {"Ipv6Origin",       {"--ipv6-origin", "auto"},        "expected static, dhcp or slaac"},
     {"Route4Empty",      {"--ipv4-route1", ""},            "expected DEST/LEN,GATEWAY of the family or off"},
     {"Route4NoGateway",  {"--ipv4-route1", "10.0.0.0/8"},  "expected DEST/LEN,GATEWAY of the family or off"},
     {"Route4BadGateway", {"--ipv4-route2", "10.0.0.0/8,x"}, "expected DEST/LEN,GATEWAY of the family or off"},
@@ -183,29 +180,23 @@ const Rejection misusedRows[] = {
 /* clang-format on */
 INSTANTIATE_TEST_SUITE_P(Rows, MisusedOption, ::testing::ValuesIn(misusedRows), fake::RowName());
 
-TEST(BuildLanChange, RefusesTwoValuesForOneSetting)
+class SeveralOptions : public samples::ConfiguredTest {};
+
+TEST_F(SeveralOptions, RefusesTwoValuesForOneSetting)
 {
-    expectFailure({{"--ipv4", "10.0.0.2/8"}, {"--ipv4", "10.0.0.3/8"}}, [](const Failure &failure) {
-        EXPECT_EQ(failure.status, Exit::usage);
-        EXPECT_EQ(failure.optionName, "--ipv4");
-        EXPECT_EQ(failure.optionValue, "10.0.0.3/8");
-        EXPECT_STREQ(failure.what(), "contradicts another value for the same setting");
-    });
+    const auto ran = samples::runLine("lan set eth0 --ipv4 10.0.0.2/8 --ipv4 10.0.0.3/8 --json");
+
+    EXPECT_EQ(ran.status, Exit::usage);
+    EXPECT_EQ(ran.json()["error"]["option"], "--ipv4");
+    EXPECT_EQ(ran.json()["error"]["value"], "10.0.0.3/8");
+    EXPECT_EQ(ran.json()["error"]["reason"], "contradicts another value for the same setting");
 }
 
-TEST(BuildLanChange, RefusesToChangeNothing)
-{
-    expectFailure({}, [](const Failure &failure) {
-        EXPECT_EQ(failure.status, Exit::usage);
-        EXPECT_STREQ(failure.what(), "nothing to change: give at least one setting");
-    });
-}
-
-class RefusedOption : public ::testing::TestWithParam<Rejection> {};
+class RefusedOption : public RejectedOption {};
 
 TEST_P(RefusedOption, IsRefusedWithTheCodeOfAParameterOutOfRange)
 {
-    expectRejection(GetParam(), Exit::refused, NW_ERR_OUT_OF_RANGE);
+    expectRejection(Exit::refused, "0x81000003");
 }
 
 /* clang-format off */
@@ -231,40 +222,46 @@ const Rejection refusedRows[] = {
 /* clang-format on */
 INSTANTIATE_TEST_SUITE_P(Rows, RefusedOption, ::testing::ValuesIn(refusedRows), fake::RowName());
 
-TEST(OptionAbout, FindsTheAddressBeforeOtherOptionsOfItsFamily)
-{
-    const std::vector<GivenOption> given{
-        {"--ipv6", "on"}, {"--ipv4-gateway", "10.0.0.1"}, {"--ipv4", "10.0.0.2/8"}};
+struct Blame {
+    const char *name;
+    const char *options;
+    NW_RESULT code;
+    const char *option;
+};
 
-    EXPECT_EQ(optionAbout(NW_ERR_IPV4_SAME_SEGMENT, given), &given[2]);
-    EXPECT_EQ(optionAbout(NW_ERR_IPV6_SAME_SEGMENT, given), &given[0]);
-    EXPECT_EQ(optionAbout(NW_ERR_RPC_TRANSPORT, given), nullptr);
+class Blamed : public samples::ConfiguredTest, public ::testing::WithParamInterface<Blame> {};
+
+TEST_P(Blamed, IsTheOptionThatTheResultIsAbout)
+{
+    platform.answerRpc(fake::RpcAnswer::response(GetParam().code, 0));
+
+    const auto ran =
+        samples::runLine(std::string("lan set eth0 --no-check --json ") + GetParam().options);
+
+    EXPECT_EQ(ran.status, Exit::manager);
+    EXPECT_EQ(ran.json()["error"]["option"], GetParam().option);
 }
 
-TEST(OptionAbout, FindsWhatTheManagerFoundWrong)
-{
-    constexpr NW_RESULT gatewayOutside = 0x1E00000E;
-    const std::vector<GivenOption> both{{"--ipv4", "10.0.0.2/8"}, {"--ipv4-gateway", "11.0.0.1"}};
-    const std::vector<GivenOption> address{{"--lan", "on"}, {"--ipv4", "10.0.0.2/8"}};
-
-    EXPECT_EQ(optionAbout(gatewayOutside, both), &both[1]);
-    EXPECT_EQ(optionAbout(gatewayOutside, address), &address[1]);
-}
-
-TEST(OptionAbout, FindsTheRoute)
-{
-    const std::vector<GivenOption> both{{"--ipv4", "10.0.0.2/8"},
-                                        {"--ipv4-route1", "11.0.0.0/8,10.0.0.1"},
-                                        {"--ipv4-route2", "12.0.0.0/8,10.0.0.1"}};
-    constexpr NW_RESULT badIpv4Route = 0x1E00000F;
-
-    EXPECT_EQ(optionAbout(NW_ERR_IPV4_ROUTE1, both), &both[1]);
-    EXPECT_EQ(optionAbout(NW_ERR_IPV4_ROUTE2_GATEWAY, both), &both[2]);
-    EXPECT_EQ(optionAbout(NW_ERR_IPV4_IN_ROUTE1, both), &both[0]);
-    EXPECT_EQ(optionAbout(badIpv4Route, both), &both[1]);
-    EXPECT_EQ(optionAbout(badIpv4Route, std::span(both).subspan(2)), &both[2]);
-    EXPECT_EQ(optionAbout(NW_ERR_IPV4_ROUTE2, std::span(both).first(2)), &both[0]);
-}
+constexpr NW_RESULT gatewayOutside = 0x1E00000E;
+constexpr NW_RESULT badIpv4Route = 0x1E00000F;
+constexpr const char *routes = "--ipv4 10.0.0.2/8 --ipv4-route1 11.0.0.0/8,10.0.0.1 "
+                               "--ipv4-route2 12.0.0.0/8,10.0.0.1";
+/* clang-format off */
+const Blame blames[] = {
+    {"AddressFirst",  "--ipv6 on --ipv4-gateway 10.0.0.1 --ipv4 10.0.0.2/8", NW_ERR_IPV4_SAME_SEGMENT, "--ipv4"},
+    {"Switch",        "--ipv6 on --ipv4-gateway 10.0.0.1 --ipv4 10.0.0.2/8", NW_ERR_IPV6_SAME_SEGMENT, "--ipv6"},
+    {"Nothing",       "--ipv6 on --lan on",                                  NW_ERR_DB_READ,           "PORT"},
+    {"Gateway",       "--ipv4 10.0.0.2/8 --ipv4-gateway 11.0.0.1",           gatewayOutside,           "--ipv4-gateway"},
+    {"GatewayOfAddress", "--lan on --ipv4 10.0.0.2/8",                       gatewayOutside,           "--ipv4"},
+    {"Route1",        routes,                                                NW_ERR_IPV4_ROUTE1,         "--ipv4-route1"},
+    {"Route2Gateway", routes,                                                NW_ERR_IPV4_ROUTE2_GATEWAY, "--ipv4-route2"},
+    {"InRoute1",      routes,                                                NW_ERR_IPV4_IN_ROUTE1,      "--ipv4"},
+    {"BadRoute",      routes,                                                badIpv4Route,               "--ipv4-route1"},
+    {"BadRoute2",     "--ipv4-route2 12.0.0.0/8,10.0.0.1 --lan on",          badIpv4Route,               "--ipv4-route2"},
+    {"Route2NotGiven", "--ipv4 10.0.0.2/8 --ipv4-route1 11.0.0.0/8,10.0.0.1", NW_ERR_IPV4_ROUTE2,        "--ipv4"},
+};
+/* clang-format on */
+INSTANTIATE_TEST_SUITE_P(Rows, Blamed, ::testing::ValuesIn(blames), fake::RowName());
 
 } // namespace
 } // namespace nwctl

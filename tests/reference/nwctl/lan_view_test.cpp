@@ -5,7 +5,9 @@
 
 #include <cstring>
 
-#include "lan_render.hpp"
+#include <nlohmann/json.hpp>
+
+#include "nwctl/lan_view.hpp"
 
 namespace nwctl {
 namespace {
@@ -80,10 +82,20 @@ NW_ETHER_INS_INFO_S barePort()
     return info;
 }
 
+std::string tableOf(unsigned index, const NW_ETHER_INS_INFO_S &info)
+{
+    return textOf(portRows({index, info, {}}));
+}
+
+std::string jsonOf(unsigned index, const NW_ETHER_INS_INFO_S &info)
+{
+    return documentOf(portRows({index, info, {}}));
+}
+
 TEST(PortTable, ShowsEverythingOfAFullPort)
 {
-    EXPECT_EQ(portTable(viewPort(1, fullPort())),
-              R"(Port eth1 (index 1, channel 8)
+    EXPECT_EQ(tableOf(1, fullPort()),
+              R"(Port eth1, shared port (index 1, channel 8)
   LAN           enabled
   MAC           52:54:00:12:34:57
   IPv4          enabled, dhcp
@@ -109,8 +121,8 @@ TEST(PortTable, ShowsEverythingOfAFullPort)
 
 TEST(PortTable, ShowsLittleOfABarePort)
 {
-    EXPECT_EQ(portTable(viewPort(2, barePort())),
-              R"(Port bond0 (index 2, channel 0)
+    EXPECT_EQ(tableOf(2, barePort()),
+              R"(Port bond0, bond (index 2, channel 0)
   LAN           disabled
   MAC           -
   IPv4          disabled
@@ -127,20 +139,21 @@ TEST(PortTable, EscapesWhatTheRecordHolds)
     std::memset(info.szEthName, '\x1b', sizeof(info.szEthName));
     put(info.szMacAddr, "52\n  MAC");
 
-    const std::string table = portTable(viewPort(0, info));
+    const std::string table = tableOf(0, info);
 
     std::string name;
     for (std::size_t i = 0; i < NW_IFC_NAME_SIZE; ++i) {
         name += R"(\x1b)";
     }
-    EXPECT_THAT(table, ::testing::StartsWith("Port " + name + " (index 0"));
+    EXPECT_THAT(table, ::testing::StartsWith("Port " + name + ", dedicated port (index 0"));
     EXPECT_THAT(table, ::testing::HasSubstr(R"(52\x0a  MAC)"));
 }
 
 TEST(PortJson, HoldsEverythingOfAFullPort)
 {
-    EXPECT_EQ(portJson(viewPort(1, fullPort())).dump(2), R"({
+    EXPECT_EQ(jsonOf(1, fullPort()), R"({
   "port": "eth1",
+  "role": "shared",
   "index": 1,
   "channel": 8,
   "lan": true,
@@ -212,13 +225,14 @@ TEST(PortJson, HoldsEverythingOfAFullPort)
     "ipv4",
     "ipv6"
   ]
-})");
+}
+)");
 }
 
 TEST(PortJson, KeepsItsKeysWithoutValues)
 {
-    EXPECT_EQ(portJson(viewPort(2, barePort())).dump(),
-              R"({"port":"bond0","index":2,"channel":0,"lan":false,"mac":null,)"
+    EXPECT_EQ(nlohmann::ordered_json::parse(jsonOf(2, barePort())).dump(),
+              R"({"port":"bond0","role":"bond","index":2,"channel":0,"lan":false,"mac":null,)"
               R"("ipv4":{"enabled":false,"origin":null,"address":null,"mask":null,"gateway":null,)"
               R"("address2":null,"routes":[]},)"
               R"("ipv6":{"enabled":false,"origin":null,"addresses":[{"address":"fe80::1",)"
@@ -235,12 +249,12 @@ TEST(ViewPort, ReadsNoFurtherThanTheRecordHolds)
         std::memset(slot, 'f', sizeof(slot));
     }
 
-    const PortView view = viewPort(0, info);
+    const auto addresses = nlohmann::json::parse(jsonOf(0, info))["ipv6"]["addresses"];
 
-    EXPECT_EQ(view.ipv6Addresses.size(), NW_IPV6_SLOT_COUNT);
-    for (const Ipv6Address &address : view.ipv6Addresses) {
-        EXPECT_EQ(address.address, std::string(NW_ADDR_TEXT_SIZE, 'f'));
-        EXPECT_EQ(address.state, "unknown");
+    EXPECT_EQ(addresses.size(), NW_IPV6_SLOT_COUNT);
+    for (const auto &address : addresses) {
+        EXPECT_EQ(address["address"], std::string(NW_ADDR_TEXT_SIZE, 'f'));
+        EXPECT_EQ(address["state"], "unknown");
     }
 }
 
@@ -253,11 +267,11 @@ TEST(ViewPort, TakesEverySlotsOwnState)
     info.aucIpv6PrefixLen[16] = 77;
     info.astIpv6AddrState[17].ucState = NW_IPV6_ADDR_DAD_FAILED;
 
-    const PortView view = viewPort(0, info);
+    const auto addresses = nlohmann::json::parse(jsonOf(0, info))["ipv6"]["addresses"];
 
-    ASSERT_EQ(view.ipv6Addresses.size(), 1U);
-    EXPECT_EQ(view.ipv6Addresses[0].prefix, 77U);
-    EXPECT_EQ(view.ipv6Addresses[0].state, "duplicate");
+    ASSERT_EQ(addresses.size(), 1U);
+    EXPECT_EQ(addresses[0]["prefix"], 77U);
+    EXPECT_EQ(addresses[0]["state"], "duplicate");
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "queue_message.hpp"
+#include "nwctl/queue_message.hpp"
 
-#include "failure.hpp"
+#include "nwctl/failure.hpp"
 #include "samples.hpp"
 
 namespace nwctl {

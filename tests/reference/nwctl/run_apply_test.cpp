@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-/* "apply": the combined change of a file. */
+/* "apply": a document as the manager gets it, what it answers, and what a dry run foresees. */
 #include <filesystem>
 #include <fstream>
+#include <iostream>
+#include <sstream>
 
 #include "samples.hpp"
 
@@ -40,100 +42,178 @@ protected:
 };
 
 constexpr const char *everything = R"({
-    "mode": "separate",
+    "mode": "separate", "switchover": false,
+    "hostname": {"name": "bmc-2"}, "lldp": {"work-mode": "rx"},
     "lan": {"eth0": {"ipv4": ["on", "192.168.30.7/24"], "vlan": 300},
-            "1": {"lan": true, "arp-interval": 7}},
-    "dns": {"eth1": {"ipv4-mode": "manual", "ipv4-server1": "10.0.0.53", "ipv6-domain": "off"}}})";
+            "shared": {"lan": true, "arp-interval": 7}},
+    "dns": {"eth1": {"ipv4-mode": "manual", "ipv4-server1": "10.0.0.53", "ipv6-domain": "off"}},
+    "an": {"0": {"auto": false}}})";
 
-TEST_F(Apply, SendsOneRequestWithEveryPart)
+constexpr const char *twoChanges = R"({"result": 0, "reason": "", "setting": null, "changes": [
+    {"setting": "lan.shared.vlan", "port": "eth1", "before": null, "after": 30},
+    {"setting": "hostname.name", "port": null, "before": "bmc-1", "after": "bmc-2"},
+    {"setting": "lan.shared.lan", "port": "eth1", "before": true, "after": false},
+    {"setting": "lan.shared.colour", "port": "eth1", "before": 1, "after": "red"}],
+    "notes": ["eth0 has another name"]})";
+constexpr const char *noChange =
+    R"({"result": 0, "reason": "", "setting": null, "changes": [], "notes": []})";
+
+TEST_F(Apply, HandsTheDocumentToTheManagerAsItIs)
 {
-    const auto ran = apply(everything);
+    answerAsked(noChange);
 
-    constexpr std::size_t lan = 16;
-    constexpr std::size_t dns = 522;
-    constexpr std::size_t mode = 2446;
-    EXPECT_EQ(ran.status, Exit::success);
-    EXPECT_THAT(sentRequests(),
-                ElementsAre(samples::requestOf(12, {
-                                                       {0, {0x26}},
-                                                       {lan + 4, {0x1A, 0x80, 1}},
-                                                       {lan + 12, {1, 0x10}},
-                                                       {lan + 32 + 4, {1, 192, 168, 30, 7}},
-                                                       {lan + 32 + 9, {255, 255, 255, 0}},
-                                                       {lan + 32 + 151, {1, 0, 0, 0x2C, 1}},
-                                                       {lan + 190 + 1, {1}},
-                                                       {lan + 190 + 149, {7}},
-                                                       {dns + 6, {0x05, 0x02}},
-                                                       {dns + 12 + 592 + 4, {1, 10, 0, 0, 53}},
-                                                       {mode + 4, {1}},
-                                                   })));
-}
-
-TEST_F(Apply, PrintsTheSentencesOfEveryPart)
-{
-    EXPECT_EQ(
-        apply(everything).out,
-        "LAN settings configured successfully for dedicated port, IPv4: Enabled, IPv4 "
-        "address: 192.168.30.7, IPv4 mask: 255.255.255.0, VLAN: Enabled, VLAN ID: 300."
-        "LAN settings configured successfully for shared port, LAN: Enabled, ARP interval: 7.\n"
-        "DNS settings configured successfully for shared port, IPv4 DNS mode: Manual, IPv4 DNS "
-        "server 1: 192.168.20.53, IPv6 DNS domain suffix: .\n"
-        "Configured network port mode successfully, network port mode: Normal.\n");
-}
-
-TEST_F(Apply, DryRunTellsTheSettingsByTheirKeys)
-{
-    const auto ran = apply(everything, {"--dry-run"});
-
-    EXPECT_EQ(ran.status, Exit::success);
-    EXPECT_EQ(ran.out,
-              "Dry run, nothing was sent. Would change several settings at once (command 12): mode "
-              "'separate', lan.eth0.ipv4 'on', lan.eth0.ipv4 '192.168.30.7/24', lan.eth0.vlan "
-              "'300', lan.1.lan 'on', lan.1.arp-interval '7', dns.eth1.ipv4-mode 'manual', "
-              "dns.eth1.ipv4-server1 '10.0.0.53', dns.eth1.ipv6-domain 'off'.\n");
+    EXPECT_EQ(apply(everything).status, Exit::success);
+    EXPECT_THAT(asked(), ElementsAre(samples::Asked{"Apply", everything}));
     EXPECT_THAT(sentRequests(), IsEmpty());
 }
 
-TEST_F(Apply, SendsAPartAlone)
+TEST_F(Apply, TakesADocumentFromStandardInput)
 {
-    EXPECT_EQ(apply(R"({"mode": "active-standby"})").status, Exit::success);
-    EXPECT_THAT(sentRequests(), ElementsAre(samples::requestOf(12, {{0, {0x20}}, {2450, {1, 1}}})));
+    answerAsked(noChange);
+    std::istringstream input(R"({"mode": "separate"})");
+    std::streambuf *before = std::cin.rdbuf(input.rdbuf());
+
+    const auto ran = samples::run({"apply", "-"});
+    std::cin.rdbuf(before);
+
+    EXPECT_EQ(ran.status, Exit::success);
+    EXPECT_THAT(asked(), ElementsAre(samples::Asked{"Apply", R"({"mode": "separate"})"}));
 }
 
-TEST_F(Apply, ShowsTheFailureOfThePartThatFailed)
+TEST_F(Apply, PrintsWhatHasChanged)
 {
-    platform.answerRpc(fake::RpcAnswer::response(0x1E00001E, 1, {0x04}));
+    answerAsked(twoChanges);
+
+    EXPECT_EQ(apply(everything).out, "Changed:\n"
+                                     "  lan.shared.vlan: off -> 30\n"
+                                     "  hostname.name: bmc-1 -> bmc-2\n"
+                                     "  lan.shared.lan: on -> off\n"
+                                     "  lan.shared.colour: 1 -> red\n"
+                                     "Note: eth0 has another name\n");
+}
+
+TEST_F(Apply, AnswersWithTheSameChangesInJson)
+{
+    answerAsked(twoChanges);
+
+    const auto answer = apply(everything, {"--json"}).json();
+
+    EXPECT_EQ(answer["changes"], nlohmann::json::parse(twoChanges)["changes"]);
+    EXPECT_EQ(answer["notes"], nlohmann::json::array({"eth0 has another name"}));
+}
+
+TEST_F(Apply, SaysThatNothingHasChanged)
+{
+    answerAsked(noChange);
+
+    EXPECT_EQ(apply(everything).out, "Nothing has changed: everything is as the document says.\n");
+}
+
+TEST_F(Apply, ShowsTheManagersRefusal)
+{
+    answerAsked(R"({"result": 503316481, "reason": "eth1: the cable is red",
+        "setting": "lan.eth1.vlan", "changes": [], "notes": []})");
 
     const auto failure = error(everything);
 
     EXPECT_EQ(failure["status"], 4);
-    EXPECT_EQ(failure["code"], "0x1e00001e");
-    EXPECT_EQ(failure["sentence"], "Failed to configure DNS settings for shared port.");
+    EXPECT_EQ(failure["code"], "0x1e000001");
+    EXPECT_EQ(failure["option"], "lan.eth1.vlan");
+    EXPECT_EQ(failure["reason"], "the network manager refused the change: eth1: the cable is red");
 }
 
 TEST_F(Apply, TellsWhenTheManagerCannotBeReached)
 {
-    platform.answerRpc(fake::RpcAnswer::failure(-110));
-
     EXPECT_EQ(error(everything)["status"], 5);
 }
 
-TEST_F(Apply, ChecksAllPortsTogether)
+TEST_F(Apply, TellsWhenTheAnswerIsNone)
 {
+    for (const char *answer : {"", "{", "[]", "{}", R"({"result": "0"})",
+                               R"({"result": 0, "changes": [{}], "notes": []})"}) {
+        answerAsked(answer);
+        EXPECT_EQ(error(everything)["status"], 5) << answer;
+    }
+}
+
+TEST_F(Apply, DryRunTellsOldAndNew)
+{
+    const auto ran = apply(everything, {"--dry-run"});
+
+    EXPECT_EQ(ran.status, Exit::success);
+    EXPECT_EQ(ran.out, "Dry run, nothing was sent. Would change:\n"
+                       "  hostname.name: bmc-1 -> bmc-2\n"
+                       "  lldp.work-mode: txrx -> rx\n"
+                       "  lan.dedicated.ipv4: 192.168.10.2/24 -> 192.168.30.7/24\n"
+                       "  lan.dedicated.vlan: off -> 300\n"
+                       "  lan.shared.arp-interval: 0 -> 7\n"
+                       "  dns.shared.ipv4-server1: 192.168.20.53 -> 10.0.0.53\n"
+                       "  an.dedicated.auto: none -> off\n"
+                       "  an.dedicated.duplex: none -> half\n"
+                       "  an.dedicated.speed: none -> 100\n");
+    EXPECT_THAT(asked(), IsEmpty());
+}
+
+TEST_F(Apply, DryRunAnswersInJson)
+{
+    const auto answer = apply(R"({"lan": {"eth1": {"vlan": 30}}})", {"--dry-run", "--json"}).json();
+
+    EXPECT_EQ(answer, nlohmann::json::parse(R"({"dryRun": true, "notes": [], "changes": [
+        {"setting": "lan.shared.vlan", "port": "eth1", "before": null, "after": 30}]})"));
+}
+
+TEST_F(Apply, DryRunSaysThatNothingWouldChange)
+{
+    EXPECT_EQ(apply(R"({"mode": "separate", "lan": {"eth1": {"lan": true}}})", {"--dry-run"}).out,
+              "Dry run, nothing was sent. Would change nothing: everything is as the document "
+              "says.\n");
+}
+
+TEST_F(Apply, DryRunNotesWhatHasNoEffect)
+{
+    EXPECT_THAT(apply(R"({"lan": {"bond": {"vlan": 30}}})", {"--dry-run"}).out,
+                HasSubstr("Note: settings of bond0, bond have no effect in network mode "
+                          "separate\n"));
+}
+
+TEST_F(Apply, ChecksAllPortsTogetherBeforeItAsks)
+{
+    answerAsked(noChange);
+
     EXPECT_EQ(apply(R"({"lan": {"eth0": {"ipv4": "192.168.20.9/24"}}})").status, Exit::refused);
+    EXPECT_THAT(asked(), IsEmpty());
     EXPECT_EQ(apply(R"({"lan": {"eth0": {"ipv4": "192.168.20.9/24"},
-                                "eth1": {"ipv4": "192.168.10.9/24"}}})")
+                                "eth1": {"ipv4": "192.168.10.9/24", "ipv4-gateway": "off"}}})")
                   .status,
               Exit::success);
     const auto failure = error(R"({"lan": {"eth0": {"ipv4": "10.7.0.9/24"},
-                                           "eth1": {"ipv4": "10.7.0.8/24"}}})");
+                                           "eth1": {"ipv4": "10.7.0.8/24",
+                                                    "ipv4-gateway": "off"}}})");
     EXPECT_EQ(failure["status"], 3);
-    EXPECT_EQ(failure["option"], "lan");
+    EXPECT_EQ(failure["option"], "lan.eth0.ipv4");
+    EXPECT_EQ(failure["value"], "10.7.0.9/24");
+    EXPECT_EQ(failure["reason"], "the change would make two networks overlap");
     EXPECT_EQ(failure["code"], "0x1e000a27");
+}
+
+TEST_F(Apply, ChecksWhatTheManagerChecks)
+{
+    for (const std::vector<std::string> &flags :
+         {std::vector<std::string>{"--json"}, std::vector<std::string>{"--json", "--dry-run"}}) {
+        const auto failure =
+            apply(R"({"lan": {"eth1": {"ipv4-gateway": "10.9.9.9"}}})", flags).json()["error"];
+
+        EXPECT_EQ(failure["status"], 3);
+        EXPECT_EQ(failure["option"], "lan.eth1.ipv4-gateway");
+        EXPECT_EQ(failure["reason"], "the network manager would refuse the change");
+        EXPECT_EQ(failure["code"], "0x1e00000e");
+    }
 }
 
 TEST_F(Apply, ChecksAsTheNewModeWillHaveIt)
 {
+    answerAsked(noChange);
+
     EXPECT_EQ(apply(R"({"mode": "active-standby",
                         "lan": {"bond0": {"ipv4": ["on", "192.168.20.9/24"], "lan": true}}})")
                   .status,
@@ -158,7 +238,7 @@ TEST_F(Apply, RefusesWhatStandsBehindAZeroByte)
 TEST_F(Apply, RefusesAnAddressWithAZeroByte)
 {
     EXPECT_EQ(error(R"({"lan": {"eth1": {"ipv4": "192.168.20.9\u0000x/24"}}})")["reason"],
-              "expected ADDR/LEN, on or off");
+              "expected ADDR/LEN, on, off or none");
 }
 
 struct Misuse {
@@ -189,40 +269,42 @@ TEST_P(MisusedFile, NamesKeyValueAndReason)
     EXPECT_THAT(sentRequests(), IsEmpty());
 }
 
-constexpr const char *noPort = "no such port, expected eth0, eth1, bond0, 0, 1, 2 or channel:N";
-constexpr const char *noText = "expected a text, a whole number, true, false or a list of these";
-constexpr const char *nothing = "nothing to change: give at least one setting";
+constexpr const char *noPort =
+    "no such port, expected eth0, eth1, bond0, dedicated, shared, bond, 0, 1 or 2";
+constexpr const char *noText =
+    "expected a text, a whole number, true, false, null or a list of these";
 /* clang-format off */
 const Misuse misuses[] = {
     {"NoJson",      R"({"mode": )",                             2, "FILE", "byte 10", "not JSON"},
     {"BigNumber",   R"({"mode": 1e999})",                       2, "FILE", "", "holds a number that is out of range"},
     {"NoObject",    R"(["mode"])",                              2, "FILE", R"(["mode"])", "expected an object"},
     {"TwiceAKey",   R"({"mode": "separate", "mode": "x"})",     2, "FILE", "mode", "the key is given twice"},
-    {"UnknownPart", R"({"vlan": 3})",                           2, "vlan", "3", "no such part, expected lan, dns or mode"},
+    {"UnknownPart", R"({"vlan": 3})",                           2, "vlan", "3", "no such part, expected ports, mode, switchover, hostname, lldp, lan, dns, an"},
     {"ModeValue",   R"({"mode": "bond"})",                      2, "mode", "bond", "expected separate or active-standby"},
-    {"ModeNumber",  R"({"mode": 1})",                           2, "mode", "1", "expected a text"},
+    {"ModeNumber",  R"({"mode": 1})",                           2, "mode", "1", "expected separate or active-standby"},
     {"LanText",     R"({"lan": "eth0"})",                       2, "lan", "eth0", "expected an object"},
-    {"Port",        R"({"lan": {"eth7": {"lan": true}}})",      2, "lan", "eth7", noPort},
-    {"PortTwice",   R"({"lan": {"eth1": {"lan": true}, "1": {"lan": true}}})", 2, "lan", "1", "the port is given twice"},
+    {"Port",        R"({"lan": {"eth7": {"lan": true}}})",      2, "lan.eth7", R"({"lan":true})", noPort},
+    {"PortTwice",   R"({"lan": {"eth1": {"lan": true}, "1": {"lan": true}}})", 2, "lan.1", R"({"lan":true})", "the port is given twice"},
     {"PortText",    R"({"dns": {"eth0": "manual"}})",           2, "dns.eth0", "manual", "expected an object"},
     {"Setting",     R"({"lan": {"eth0": {"ipv5": "x"}}})",      2, "lan.eth0.ipv5", "x", "no such setting"},
-    {"SettingNull", R"({"lan": {"eth0": {"vlan": null}}})",     2, "lan.eth0.vlan", "null", noText},
+    {"SettingNull", R"({"lan": {"eth0": {"lan": null}}})",      2, "lan.eth0.lan", "null", "has to have a value"},
     {"SettingReal", R"({"lan": {"eth0": {"vlan": 3.5}}})",      2, "lan.eth0.vlan", "3.5", noText},
     {"SettingList", R"({"lan": {"eth0": {"ipv4": ["on", []]}}})", 2, "lan.eth0.ipv4", "[]", noText},
     {"Value",       R"({"lan": {"eth0": {"vlan": 4095}}})",     2, "lan.eth0.vlan", "4095", "expected off or a number from 1 to 4094"},
     {"Refused",     R"({"lan": {"eth0": {"ipv4": "127.0.0.1/8"}}})", 3, "lan.eth0.ipv4", "127.0.0.1/8", "a loopback address"},
     {"DnsRefused",  R"({"dns": {"eth0": {"ipv4-server1": "0.1.2.3"}}})", 3, "dns.eth0.ipv4-server1", "0.1.2.3", "an address of network 0"},
-    {"EmptyPort",   R"({"lan": {"eth0": {}}})",                 2, "lan.eth0", "", nothing},
 };
 /* clang-format on */
 INSTANTIATE_TEST_SUITE_P(Rows, MisusedFile, ::testing::ValuesIn(misuses), fake::RowName());
 
 TEST_F(Apply, RefusesADocumentWithoutSettings)
 {
-    const auto ran = apply("{}");
+    for (const char *document : {"{}", R"({"lan": {}})", R"({"lan": {"eth0": {}}})"}) {
+        const auto ran = apply(document);
 
-    EXPECT_EQ(ran.status, Exit::usage);
-    EXPECT_THAT(ran.err, HasSubstr("nothing to change"));
+        EXPECT_EQ(ran.status, Exit::usage);
+        EXPECT_EQ(ran.err, "nwctl: nothing to change: give at least one setting\n");
+    }
 }
 
 TEST_F(Apply, StopsReadingAFileWithoutEnd)

@@ -44,7 +44,8 @@ constexpr const char *label = "a host name is made of letters, digits and inner 
 constexpr const char *domain =
     "a domain is made of two labels or more, with points between them: letters, digits and inner "
     "hyphens, 63 characters a label, 255 in all";
-constexpr const char *port = "no such port, expected eth0, eth1, bond0, 0, 1, 2 or channel:N";
+constexpr const char *port =
+    "no such port, expected eth0, eth1, bond0, dedicated, shared, bond, 0, 1, 2 or channel:N";
 constexpr const char *arpValue = "expected none, announcements, responses or both";
 #define LONG_NAME "x123456789x123456789x123456789x123456789x123456789x123456789x123"
 

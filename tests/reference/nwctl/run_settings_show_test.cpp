@@ -58,7 +58,7 @@ const Golden goldens[] = {
      "  BMC name      rack-7\n",
      R"({"mode": "manual", "name": "bmc-1", "bmcName": "rack-7"})"},
     {"DnsOfAPort", "dns show eth1",
-     "  Port          eth1\n"
+     "  Port          eth1, shared port\n"
      "  Index         1\n"
      "  IPv4 mode     manual\n"
      "  IPv4 domain   rack1.example.net\n"
@@ -66,7 +66,7 @@ const Golden goldens[] = {
      "  IPv6 mode     disabled\n"
      "  IPv6 domain   -\n"
      "  IPv6 servers  -, -, -\n",
-     R"({"ports": [{"port": "eth1", "index": 1, "ipv4Mode": "manual", "ipv4Domain": "rack1.example.net",
+     R"({"ports": [{"port": "eth1", "role": "shared", "index": 1, "ipv4Mode": "manual", "ipv4Domain": "rack1.example.net",
          "ipv4Servers": ["192.168.20.53", null, "192.168.20.54"], "ipv6Mode": "disabled",
          "ipv6Domain": null, "ipv6Servers": [null, null, null]}]})"},
     {"Lldp", "lldp show",
@@ -84,40 +84,40 @@ const Golden goldens[] = {
      "  Shared link   shared\n",
      R"({"mode": "shared"})"},
     {"VlanOfBothPorts", "vlan show",
-     "  Port          eth0\n"
+     "  Port          eth0, dedicated port\n"
      "  Index         0\n"
      "  VLAN          disabled\n"
      "  VLAN ID       -\n"
      "  VLAN priority 0\n"
      "\n"
-     "  Port          eth1\n"
+     "  Port          eth1, shared port\n"
      "  Index         1\n"
      "  VLAN          enabled\n"
      "  VLAN ID       300\n"
      "  VLAN priority 5\n",
-     R"({"ports": [{"port": "eth0", "index": 0, "enabled": false, "id": null, "priority": 0},
-                   {"port": "eth1", "index": 1, "enabled": true, "id": 300, "priority": 5}]})"},
+     R"({"ports": [{"port": "eth0", "role": "dedicated", "index": 0, "enabled": false, "id": null, "priority": 0},
+                   {"port": "eth1", "role": "shared", "index": 1, "enabled": true, "id": 300, "priority": 5}]})"},
     {"Arp", "arp show 1",
-     "  Port          eth1\n"
+     "  Port          eth1, shared port\n"
      "  Index         1\n"
      "  ARP control   both\n"
      "  ARP interval  20\n"
      "  ARP suspend   announcements\n",
-     R"({"ports": [{"port": "eth1", "index": 1, "control": "both", "interval": 20, "suspend": "announcements"}]})"},
+     R"({"ports": [{"port": "eth1", "role": "shared", "index": 1, "control": "both", "interval": 20, "suspend": "announcements"}]})"},
     {"An", "an show",
-     "  Port          eth0\n"
+     "  Port          eth0, dedicated port\n"
      "  Index         0\n"
      "  Negotiation   disabled\n"
      "  Duplex        half\n"
      "  Speed         100\n"
      "\n"
-     "  Port          eth1\n"
+     "  Port          eth1, shared port\n"
      "  Index         1\n"
      "  Negotiation   enabled\n"
      "  Duplex        full\n"
      "  Speed         1000\n",
-     R"({"ports": [{"port": "eth0", "index": 0, "auto": false, "duplex": "half", "speed": "100"},
-                   {"port": "eth1", "index": 1, "auto": true, "duplex": "full", "speed": "1000"}]})"},
+     R"({"ports": [{"port": "eth0", "role": "dedicated", "index": 0, "auto": false, "duplex": "half", "speed": "100"},
+                   {"port": "eth1", "role": "shared", "index": 1, "auto": true, "duplex": "full", "speed": "1000"}]})"},
     {"Ncsi", "ncsi show",
      "  NC-SI         disabled\n"
      "  NC-SI init    complete\n"
@@ -202,8 +202,9 @@ TEST_F(ShownState, StatusIsOneScreen)
               "  Shared link   shared\n"
               "  Lock          free\n"
               "  NC-SI         disabled, initialisation complete\n"
-              "  eth0          channel 1, LAN enabled, 192.168.10.2, no VLAN\n"
-              "  eth1          channel 2, LAN enabled, 192.168.20.2, 2001:db8:20::2, no VLAN\n"
+              "  eth0          dedicated port, channel 1, LAN enabled, 192.168.10.2, no VLAN\n"
+              "  eth1          shared port, channel 2, LAN enabled, 192.168.20.2, 2001:db8:20::2, "
+              "no VLAN\n"
               "  Conflicts     none\n");
 }
 

@@ -178,22 +178,6 @@ TEST_F(Answered, NcsiStaysOffInADryRun)
     EXPECT_EQ(platform.proc("/proc/sys/tollmere/ncsi/Enable"), std::nullopt);
 }
 
-TEST_F(Answered, DryRunTellsEverySettingInJson)
-{
-    const auto ran = samples::runLine("dns set eth1 --ipv4-mode auto --dry-run --json");
-
-    EXPECT_EQ(ran.json(), nlohmann::json::parse(R"({"port": "eth1", "index": 1, "dryRun": true,
-        "what": "DNS settings", "commands": [1],
-        "settings": [{"option": "--ipv4-mode", "value": "auto"}]})"));
-}
-
-TEST_F(Answered, DryRunTellsBothCommandsOfTheSharedLink)
-{
-    EXPECT_EQ(samples::runLine("share-link set active-standby --dry-run").out,
-              "Dry run, nothing was sent. Would change shared-link mode (command 3, then 4): MODE "
-              "'active-standby'.\n");
-}
-
 TEST_F(Answered, PortOfAChannelIsTakenFromTheMode)
 {
     NW_IFC_STATE_DB_INFO_S interfaces = samples::interfaces();

@@ -17,7 +17,7 @@ TEST_F(Show, PrintsThePortAskedForByNameOrIndex)
         const auto ran = samples::run({"lan", "show", port});
 
         EXPECT_EQ(ran.status, Exit::success);
-        EXPECT_THAT(ran.out, HasSubstr("Port eth1 (index 1, channel 2)"));
+        EXPECT_THAT(ran.out, HasSubstr("Port eth1, shared port (index 1, channel 2)"));
         EXPECT_THAT(ran.out, HasSubstr("192.168.20.2"));
         EXPECT_THAT(ran.out, Not(HasSubstr("eth0")));
         EXPECT_THAT(ran.err, IsEmpty());
@@ -29,8 +29,8 @@ TEST_F(Show, PrintsAllPortsOfSeparateMode)
     const auto ran = samples::run({"lan", "show"});
 
     EXPECT_EQ(ran.status, Exit::success);
-    EXPECT_THAT(ran.out, HasSubstr("Port eth0 (index 0, channel 1)"));
-    EXPECT_THAT(ran.out, HasSubstr("\n\nPort eth1 (index 1, channel 2)"));
+    EXPECT_THAT(ran.out, HasSubstr("Port eth0, dedicated port (index 0, channel 1)"));
+    EXPECT_THAT(ran.out, HasSubstr("\n\nPort eth1, shared port (index 1, channel 2)"));
     EXPECT_THAT(ran.out, Not(HasSubstr("bond0")));
 }
 
@@ -86,8 +86,8 @@ TEST_F(Show, RefusesAPortThatDoesNotExist)
     const auto ran = samples::run({"lan", "show", "eth7\n"});
 
     EXPECT_EQ(ran.status, Exit::usage);
-    EXPECT_EQ(ran.err, "nwctl: PORT 'eth7\\x0a': no such port, expected eth0, eth1, bond0, 0, 1, "
-                       "2 or channel:N\n");
+    EXPECT_EQ(ran.err, "nwctl: PORT 'eth7\\x0a': no such port, expected eth0, eth1, bond0, "
+                       "dedicated, shared, bond, 0, 1, 2 or channel:N\n");
 }
 
 TEST_F(Show, RefusesAnEmptyPort)

@@ -4,9 +4,9 @@
 #include <filesystem>
 #include <fstream>
 
-#include "commands.hpp"
 #include "network_mng/chassis.h"
 #include "network_mng/store.h"
+#include "nwctl/command.hpp"
 #include "samples.hpp"
 
 namespace nwctl {
@@ -116,7 +116,7 @@ TEST(Help, OfLanSetListsEveryOption)
                                "--no-probe",
                                "--ipv6 ADDR/LEN|on|off",
                                "--ipv6-gateway ADDR|off",
-                               "--ipv6-origin static|dhcp",
+                               "--ipv6-origin static|dhcp|slaac",
                                "--vlan ID|off",
                                "--vlan-priority N",
                                "--hop-limit N",
@@ -149,6 +149,7 @@ protected:
         platform.setRecord(NW_KEY_FAN, NW_ALL_FAN_INFO_S{});
         platform.setRecord(NW_KEY_NET_STATUS, NW_NET_STATUS_S{});
         std::filesystem::current_path(::testing::TempDir());
+        answerAsked(R"({"result": 0, "reason": "", "setting": null, "changes": [], "notes": []})");
         std::ofstream("network-settings.json") << R"({"mode": "separate"})";
     }
     ~Example() override
@@ -163,7 +164,8 @@ TEST_F(Example, OfEveryCommandWorks)
     const std::string elsewhere[] = {"resolve", "gateway-mac", "ntp", "bmc-name"};
     for (const Command &command : commands()) {
         if (!needsQueue(command) && std::ranges::count(elsewhere, command.name) == 0) {
-            EXPECT_EQ(samples::runLine(command.example).status, Exit::success) << command.example;
+            const auto ran = samples::runLine(command.example);
+            EXPECT_EQ(ran.status, Exit::success) << command.example << ": " << ran.err;
         }
     }
 }

@@ -9,9 +9,26 @@
 #include <iterator>
 #include <sstream>
 
+#include "nwctl/failure.hpp"
+#include "nwctl/manager_client.hpp"
+
 namespace samples {
 
 namespace {
+
+ConfiguredTest *running = nullptr;
+
+/* A first run leaves objects that live until the process ends, the option parser's and the table's.
+ * They are nothing that a test leaves behind. */
+class FirstRun : public ::testing::Environment {
+    void SetUp() override
+    {
+        run({"--version"});
+    }
+};
+
+[[maybe_unused]] const auto *const firstRun =
+    ::testing::AddGlobalTestEnvironment(new FirstRun); /* owned by the framework */
 
 constexpr std::uint32_t noInterface = 0x7FFFFFF0;
 
@@ -124,6 +141,7 @@ fake::Bytes textBytes(const std::string &text)
 
 ConfiguredTest::ConfiguredTest()
 {
+    running = this;
     platform.setRecord(NW_KEY_IFC_STATE, interfaces());
     platform.setRecord(NW_KEY_LAN_CFG, lanRecord());
     platform.setRecord(NW_KEY_HOSTNAME, hostNameRecord());
@@ -147,6 +165,20 @@ ConfiguredTest::ConfiguredTest()
     platform.setProc("/proc/sys/tollmere/ncsi/InitComplete", {'1'});
 }
 
+ConfiguredTest::~ConfiguredTest()
+{
+    running = nullptr;
+}
+
+std::string ConfiguredTest::askManager(const char *method, const std::string &document)
+{
+    asked_.push_back({method, document});
+    if (answer_.empty()) {
+        throw nwctl::Failure(nwctl::Exit::transport, "", "", "no answer", NW_ERR_RPC_TRANSPORT);
+    }
+    return answer_;
+}
+
 std::vector<Request> ConfiguredTest::sentRequests() const
 {
     std::vector<Request> requests;
@@ -162,3 +194,9 @@ std::vector<Request> ConfiguredTest::sentRequests() const
 }
 
 } // namespace samples
+
+/* In the place of the one that asks over the bus. */
+std::string nwctl::askManager(const char *method, const std::string &document)
+{
+    return samples::running->askManager(method, document);
+}

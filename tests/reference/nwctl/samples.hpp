@@ -10,7 +10,7 @@
 #include "fake_matchers.hpp"
 #include "network_mng/lan.h"
 #include "network_mng/rpc.h"
-#include "run.hpp"
+#include "nwctl/run.hpp"
 
 namespace samples {
 
@@ -40,6 +40,14 @@ Ran run(const std::vector<std::string> &arguments);
 /* The words of one line. */
 Ran runLine(const std::string &line);
 
+/* What the network manager's typed interface was asked. */
+struct Asked {
+    std::string method;
+    std::string document;
+
+    bool operator==(const Asked &other) const = default;
+};
+
 /* A request as the network manager gets it. */
 struct Request {
     unsigned command;
@@ -59,11 +67,31 @@ fake::Bytes textBytes(const std::string &text);
 /* A platform that holds the records above and others: LLDP on, NC-SI initialised, no change in
  * progress. */
 class ConfiguredTest : public fake::FakePlatformTest {
+public:
+    /* As nwctl's own function. */
+    std::string askManager(const char *method, const std::string &document);
+
 protected:
     ConfiguredTest();
+    ~ConfiguredTest() override;
+
+    /* The answer to whatever is asked; without one the manager cannot be reached. */
+    void answerAsked(const std::string &answer)
+    {
+        answer_ = answer;
+    }
+
+    const std::vector<Asked> &asked() const
+    {
+        return asked_;
+    }
 
     /* What was sent to the network manager, in order. */
     std::vector<Request> sentRequests() const;
+
+private:
+    std::vector<Asked> asked_;
+    std::string answer_;
 };
 
 } // namespace samples

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "sentences.hpp"
+#include "nwctl/sending.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -60,16 +60,6 @@ TEST(LanSentences, ReadNoFurtherThanTheirSlots)
     EXPECT_THAT(lanSentences(log), ElementsAre(std::string(NW_OPER_LOG_SLOT_SIZE, 'x')));
 }
 
-TEST(CombinedSentences, AreThoseOfEveryPart)
-{
-    NW_OPER_LOG_S log = logOf("LAN.", "", "");
-    std::strcpy(log.szDnsLog, "DNS.");
-    std::strcpy(log.szNetModeLog, "Mode.");
-
-    EXPECT_THAT(combinedSentences(log), ElementsAre("LAN.", "DNS.", "Mode."));
-    EXPECT_THAT(combinedSentences(NW_OPER_LOG_S{}), IsEmpty());
-}
-
 TEST(SaysFailure, KnowsTheSentencesOfItsModuleAlone)
 {
     NW_OPER_LOG_S log{};
@@ -82,14 +72,6 @@ TEST(SaysFailure, KnowsTheSentencesOfItsModuleAlone)
 
     std::strcpy(log.szOperLog, "Host name set successfully, host name BMC: Failed.");
     EXPECT_FALSE(saysFailure(log, NW_LOG_HOSTNAME));
-}
-
-TEST(FailureSentence, IsTheMainSlot)
-{
-    NW_OPER_LOG_S log{};
-    std::strcpy(log.szOperLog, "Failed to configure LAN settings for shared port.");
-
-    EXPECT_EQ(failureSentence(log), "Failed to configure LAN settings for shared port.");
 }
 
 } // namespace

@@ -181,14 +181,11 @@ TEST_F(File, ChangesEveryPart)
         "dns": {"eth0": {"ipv4-mode": "manual", "ipv4-server1": "192.168.30.53"}}})");
 
     EXPECT_EQ(result.status, 0) << result.errors;
-    EXPECT_EQ(
-        result.output,
-        "LAN settings configured successfully for dedicated port, IPv4 address: 192.168.30.7, "
-        "IPv4 mask: 255.255.255.0.LAN settings configured successfully for shared port, ARP "
-        "interval: 9.\n"
-        "DNS settings configured successfully for dedicated port, IPv4 DNS mode: Manual, IPv4 "
-        "DNS server 1: 192.168.30.53.\n"
-        "Configured network port mode successfully, network port mode: Normal.\n");
+    EXPECT_THAT(result.output, StartsWith("Changed:\n"));
+    EXPECT_THAT(result.output,
+                HasSubstr("  lan.dedicated.ipv4: 192.168.10.2/24 -> 192.168.30.7/24\n"));
+    EXPECT_THAT(result.output, HasSubstr("  lan.shared.arp-interval: 0 -> 9\n"));
+    EXPECT_THAT(result.output, HasSubstr("  dns.dedicated.ipv4-server1: off -> 192.168.30.53\n"));
     EXPECT_EQ(e2e::kernelAddresses("eth0"), std::vector<std::string>{"192.168.30.7/24"});
     EXPECT_EQ(shown("dns show eth0", "/ports/0/ipv4Servers/0"), "192.168.30.53");
 }
@@ -198,11 +195,26 @@ TEST_F(File, ChangesNothingWhenOnePartIsRefused)
     const e2e::Bytes record = e2e::storedLanRecord();
 
     const CommandResult result = apply(R"({"lan": {"eth0": {"ipv4": "192.168.30.7/24"}},
-        "dns": {"bond0": {"ipv4-mode": "manual"}}})");
+        "an": {"eth0": {"auto": false, "speed": "100"}}})"); /* there is no PHY to set */
 
     EXPECT_EQ(result.status, 4);
-    EXPECT_EQ(result.output, "Failed to configure DNS settings for active/standby port.\n");
+    EXPECT_THAT(result.errors, HasSubstr("the network manager refused the change"));
     EXPECT_EQ(e2e::storedLanRecord(), record);
+}
+
+TEST_F(File, WithWhatIsExportedChangesNothing)
+{
+    const CommandResult result = apply(nwctl("export").output);
+
+    EXPECT_EQ(result.status, 0) << result.errors;
+    EXPECT_EQ(result.output, "Nothing has changed: everything is as the document says.\n");
+}
+
+TEST_F(File, IsNoSuccessWithoutTheManager)
+{
+    stopManager();
+
+    EXPECT_EQ(apply(R"({"lan": {"eth1": {"vlan": 30}}})").status, 5);
 }
 
 TEST_F(Commands, StatusIsOneScreen)

@@ -1,9 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-/* A limit for calls that block. */
+/* What holds while an object lives: a limit for calls that block, and a catch for what library code
+ * prints to the process's standard output. */
 #pragma once
 
 #include <csignal>
+#include <string>
 
 #include <sys/time.h>
 
@@ -23,6 +25,23 @@ public:
 
 private:
     struct sigaction before_ {};
+};
+
+class OutputCapture {
+public:
+    /* Throws std::system_error. */
+    OutputCapture();
+    /* Gives standard output back. */
+    ~OutputCapture();
+    OutputCapture(const OutputCapture &) = delete;
+    OutputCapture &operator=(const OutputCapture &) = delete;
+
+    /* What was printed since the capture began. */
+    std::string text() const;
+
+private:
+    int file_;
+    int output_;
 };
 
 } // namespace nwctl

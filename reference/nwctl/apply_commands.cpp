@@ -1,0 +1,224 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+/* "export" and "apply": the whole configuration, or a part of it, as one document. */
+#include <algorithm>
+#include <fstream>
+#include <iostream>
+
+#include <nlohmann/json.hpp>
+
+#include "nwctl/manager_client.hpp"
+#include "nwctl/sending.hpp"
+#include "platform/records.hpp"
+#include "rpc/manager1.hpp"
+#include "settings/document.hpp"
+#include "settings/wireless.hpp"
+
+namespace nwctl {
+
+namespace {
+
+namespace settings = bmc::settings;
+namespace manager1 = bmc::rpc::manager1;
+using Json = nlohmann::ordered_json;
+
+constexpr const char *fileArgument = "FILE";
+
+Failure misusedFile(const std::string &path, const std::string &reason)
+{
+    return {Exit::usage, fileArgument, path, reason};
+}
+
+/* A device may never end. */
+std::string contentsOf(const std::string &path)
+{
+    std::ifstream file;
+    std::istream &input = path == "-" ? std::cin : file;
+    if (path != "-") {
+        file.open(path);
+    }
+    std::string text(settings::documentMax + 1, '\0');
+    input.read(text.data(), static_cast<std::streamsize>(text.size()));
+    text.resize(static_cast<std::size_t>(input.gcount()));
+    if (input.bad() || text.empty()) {
+        throw misusedFile(path, "the file cannot be read or is empty");
+    }
+    if (text.size() > settings::documentMax) {
+        throw misusedFile(path, "the file is longer than 1 MiB");
+    }
+    return text;
+}
+
+settings::Reading readingOf(const std::string &text, const Configuration &present)
+{
+    try {
+        settings::Reading reading = settings::readDocument(text, present);
+        if (reading.given.empty() && reading.ignored.empty()) {
+            throw Failure(Exit::usage, "", "", "nothing to change: give at least one setting");
+        }
+        return reading;
+    } catch (const settings::DocumentError &error) {
+        const bool isRefused = error.code() != NW_OK;
+        throw Failure(isRefused ? Exit::refused : Exit::usage,
+                      error.place() == "document" ? fileArgument : error.place(), error.value(),
+                      error.reason(),
+                      isRefused ? std::optional<NW_RESULT>(error.code()) : std::nullopt);
+    }
+}
+
+/* The value at the place; empty for a place without a value of its own. */
+std::string valueAt(const settings::Reading &reading, const std::string &place)
+{
+    const auto found = std::ranges::find(reading.given, place, &settings::GivenValue::place);
+    return found == reading.given.end() ? "" : found->text;
+}
+
+Configuration foreseen(const settings::Reading &reading, const Configuration &present)
+{
+    try {
+        return settings::edited(present, reading.change, settings::readWireless());
+    } catch (const settings::Refusal &refusal) {
+        const std::string place = settings::placeOf(refusal, reading);
+        throw Failure(Exit::refused, place, valueAt(reading, place), reasonOf(refusal),
+                      refusal.code());
+    }
+}
+
+/* What there is to know beside the changes. */
+std::vector<std::string> notesOf(const settings::Reading &reading, const Configuration &after)
+{
+    std::vector<std::string> notes = reading.ignored;
+    for (const unsigned port : settings::idlePorts(reading.change, after)) {
+        notes.push_back("settings of " + settings::titleOf(after.state, port) +
+                        " have no effect in network mode " + modeName(after.state));
+    }
+    return notes;
+}
+
+void print(const std::string &heading, const std::vector<ChangeRow> &changes,
+           const std::vector<std::string> &notes, bool isDryRun, Session &session)
+{
+    List lines;
+    for (const std::string &note : notes) {
+        lines.rows.push_back({.value = note, .text = "Note: " + note});
+    }
+    Rows rows;
+    if (isDryRun) {
+        rows.push_back(hidden("dryRun", true));
+    }
+    rows.push_back(line(heading));
+    rows.push_back(changesRow(changes));
+    rows.push_back({.key = "notes", .value = std::move(lines)});
+    session.answer(rows);
+}
+
+[[noreturn]] void failAnswer()
+{
+    throw Failure(Exit::transport, "", "", "the network manager did not answer properly",
+                  NW_ERR_RPC_TRANSPORT);
+}
+
+/* The row of a place; nothing for one that this program does not know. */
+const settings::Setting *settingAt(const std::string &place)
+{
+    const settings::SectionInfo *info = settings::findSection(place.substr(0, place.find('.')));
+    return info == nullptr
+               ? nullptr
+               : settings::findSetting(info->section, place.substr(place.rfind('.') + 1));
+}
+
+std::string valueText(const settings::Setting *setting, const Json &value)
+{
+    if (setting != nullptr) {
+        return settings::textOf(*setting, value);
+    }
+    return value.is_string() ? value.get<std::string>() : value.dump();
+}
+
+ChangeRow changeOf(const Json &change)
+{
+    const std::string place = change.at(manager1::settingKey);
+    const Json &before = change.at(manager1::beforeKey);
+    const Json &after = change.at(manager1::afterKey);
+    const settings::Setting *setting = settingAt(place);
+    return {place, Value(change.at(manager1::portKey)), Value(before), Value(after),
+            valueText(setting, before) + " -> " + valueText(setting, after)};
+}
+
+void requireDone(const Json &answer)
+{
+    const NW_RESULT result = answer.at(manager1::resultKey);
+    if (result == NW_OK) {
+        return;
+    }
+    const Json &setting = answer.at(manager1::settingKey);
+    throw Failure(Exit::manager, setting.is_string() ? setting.get<std::string>() : "", "",
+                  "the network manager refused the change: " +
+                      answer.at(manager1::reasonKey).get<std::string>(),
+                  result);
+}
+
+void printAnswer(const std::string &text, Session &session)
+{
+    try {
+        const Json answer = Json::parse(text);
+        requireDone(answer);
+        std::vector<ChangeRow> changes;
+        for (const Json &change : answer.at(manager1::changesKey)) {
+            changes.push_back(changeOf(change));
+        }
+        print(changes.empty() ? "Nothing has changed: everything is as the document says."
+                              : "Changed:",
+              changes, answer.at(manager1::notesKey), false, session);
+    } catch (const Json::exception &) {
+        failAnswer();
+    }
+}
+
+void apply(const Arguments &arguments, Session &session)
+{
+    const std::string text = contentsOf(arguments.value(fileArgument));
+    {
+        const bmc::Snapshot snapshot;
+        const Configuration present = readConfiguration();
+        const settings::Reading reading = readingOf(text, present);
+        const Configuration after = foreseen(reading, present);
+        if (arguments.has("--dry-run")) {
+            const auto changes = changeRows(present, after);
+            print(std::string("Dry run, nothing was sent. Would change") +
+                      (changes.empty() ? " nothing: everything is as the document says." : ":"),
+                  changes, notesOf(reading, after), true, session);
+            return;
+        }
+    }
+    printAnswer(askManager(manager1::applyMethod, text), session);
+}
+
+/* A document in every form of answer. */
+void exportAll(const Arguments &, Session &session)
+{
+    constexpr int indentation = 2;
+    session.print(settings::documentOf(readConfiguration()).dump(indentation) + "\n");
+}
+
+} // namespace
+
+void addApplyCommands(std::vector<Command> &commands)
+{
+    commands.push_back({"",
+                        "export",
+                        "Write the whole stored configuration as a JSON document",
+                        "export",
+                        {},
+                        inSnapshot(exportAll)});
+    commands.push_back({"",
+                        "apply",
+                        "Change all kinds of settings at once, all or nothing",
+                        "apply network-settings.json",
+                        {{Parameter::Kind::required, fileArgument,
+                          "JSON document as of export, whole or in part; - for standard input"},
+                         dryRunFlag()},
+                        apply});
+}
+
+} // namespace nwctl

@@ -1,0 +1,191 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+/* Requests that are more, or less, than a change of settings: shared link, ARP at once, restart,
+ * NC-SI. */
+#include <cstring>
+#include <memory>
+
+#include "network_mng/settings.h"
+#include "nwctl/sending.hpp"
+
+namespace nwctl {
+
+namespace {
+
+namespace settings = bmc::settings;
+using settings::Change;
+using settings::Section;
+
+Change changeTo(Section section, const char *key, unsigned port, std::string_view value)
+{
+    Change change;
+    settings::assign(change, *settings::findSetting(section, key), port, value);
+    return change;
+}
+
+/* The LAN of the second port and the network mode; the bond is formed last. */
+Sending prepareShareLink(const Arguments &arguments)
+{
+    const GivenOption given{"MODE", arguments.value("MODE")};
+    const std::uint8_t mode = wordValue(given, shareLinkWords);
+    const bool isBonded = mode == NW_SHARE_LINK_ACTIVE_STANDBY;
+    const Change network =
+        changeTo(Section::mode, "mode", 0, isBonded ? "active-standby" : "separate");
+    const Change lan =
+        changeTo(Section::lan, "lan", NW_PORT_ETH1, mode == NW_SHARE_LINK_DEDICATED ? "off" : "on");
+
+    Sending sending{.what = "shared-link mode", .given = {given}};
+    sending.commands = isBonded ? std::vector{NW_CMD_SET_LAN, NW_CMD_SET_NET_MODE}
+                                : std::vector{NW_CMD_SET_NET_MODE, NW_CMD_SET_LAN};
+    sending.changes = isBonded ? std::vector{lan, network} : std::vector{network, lan};
+    sending.send = [mode](NW_OPER_LOG_S &) { return LIB_NW_ChangeShareLinkMode(mode); };
+    return sending;
+}
+
+/* LIB_NW_SetNetworkRestart answers 0 also when nobody was asked, and it has no operation log that
+ * would tell; the channel itself does. */
+NW_RESULT askForRestart(std::uint32_t delay)
+{
+    NW_RPC_REQUEST_S request{};
+    request.ucCmd = NW_CMD_RESTART;
+    std::memcpy(request.aucPayload, &delay, sizeof(delay));
+    std::uint32_t response[sizeof(NW_RPC_RESPONSE_S) / sizeof(std::uint32_t)]{};
+    return Network_RPC_Comm(&request, response, NW_RPC_TIMEOUT_MS);
+}
+
+Sending prepareRestart(const Arguments &arguments)
+{
+    constexpr unsigned delayMax = 3600;
+    const GivenOption given{"SECONDS", arguments.value("SECONDS", "0")};
+    const unsigned delay = numberIn(given.name, given.value, 0, delayMax);
+    Sending sending{.what = "network restart", .commands = {NW_CMD_RESTART}, .given = {given}};
+    sending.send = [delay](NW_OPER_LOG_S &) { return askForRestart(delay); };
+    return sending;
+}
+
+/* The answer's status byte: what rests now. */
+void completeWith(Sending &sending, const std::shared_ptr<std::uint8_t> &status)
+{
+    sending.complete = [status] {
+        const std::string suspended = wordName(arpWords(), *status);
+        return Rows{
+            {.key = "suspended", .value = suspended, .text = "ARP suspended: " + suspended}};
+    };
+}
+
+constexpr const char *suspendOption = "--arp-suspend";
+
+Sending prepareSuspend(const Arguments &arguments)
+{
+    Sending sending{.what = "ARP suspension", .commands = {NW_CMD_SUSPEND_ARP}};
+    sending.module = NW_LOG_LAN;
+    for (const std::string &value : arguments.values(suspendOption)) {
+        sending.given.push_back({suspendOption, value});
+    }
+    if (sending.given.empty()) {
+        throw Failure(Exit::usage, "", "", "nothing to change: give at least one setting");
+    }
+    const std::uint8_t what = wordValue(sending.given.front(), arpWords());
+    if (sending.given.size() > 1) {
+        throw Failure(Exit::usage, suspendOption, sending.given.back().value,
+                      "contradicts another value for the same setting");
+    }
+    sending.port = namedPort(readInterfaces(), arguments.value("PORT"));
+    const unsigned port = sending.port->index;
+    sending.changes = {changeTo(Section::lan, "arp-suspend", port, sending.given.front().value)};
+
+    const auto status = std::make_shared<std::uint8_t>();
+    const NW_ARP_SUSPEND_REQ_S request{static_cast<std::uint8_t>(port), what};
+    sending.send = [request, status](NW_OPER_LOG_S &log) {
+        return LIB_NW_SuspendBMCArp(reinterpret_cast<const std::uint8_t *>(&request), status.get(),
+                                    &log);
+    };
+    completeWith(sending, status);
+    return sending;
+}
+
+/* Asks for the status by an update that changes nothing. */
+Sending prepareArpStatus(const Arguments &arguments)
+{
+    constexpr std::uint8_t changeNothing = 0;
+    Sending sending{.what = "nothing; asks for the ARP status", .commands = {NW_CMD_UPDATE_ARP}};
+    sending.port = namedPort(readInterfaces(), arguments.value("PORT"));
+
+    const auto status = std::make_shared<std::uint8_t>();
+    const unsigned port = sending.port->index;
+    sending.send = [port, status](NW_OPER_LOG_S &) {
+        return LIB_NW_UpdateArpStatus(port, changeNothing, 0, status.get());
+    };
+    completeWith(sending, status);
+    return sending;
+}
+
+Sending prepareResume(const Arguments &arguments)
+{
+    constexpr Word words[] = {{"resume", 0}, {"suspend", 1}};
+    const GivenOption given{"WHAT", arguments.value("WHAT", "resume")};
+    const std::uint32_t request = wordValue(given, words);
+    Sending sending{
+        .what = "ARP suspensions of all ports", .commands = {NW_CMD_RESUME_ARP}, .given = {given}};
+    sending.send = [request](NW_OPER_LOG_S &) { return LIB_NW_ResumeSuspendBMCArps(request); };
+    return sending;
+}
+
+/* The library turns it on in the kernel, but only while no change is under way and once NC-SI has
+ * finished initialising; a dry run asks the same. */
+void requireNcsiReady()
+{
+    std::uint8_t inProgress = 0;
+    requireRead(NW_LMDB_Get_NetStatus(&inProgress), "the network status");
+    if (inProgress == 1) {
+        throw Failure(Exit::refused, "", "", "a change of the network is in progress",
+                      NW_ERR_GENERAL);
+    }
+    if (LIB_NW_NcsiIsInitComplete() == 0) {
+        throw Failure(Exit::refused, "", "", "NC-SI has not finished initialising", NW_ERR_GENERAL);
+    }
+}
+
+Sending prepareNcsi(const Arguments &arguments)
+{
+    constexpr Word words[] = {{"on", 1}};
+    const GivenOption given{"STATE", arguments.value("STATE")};
+    wordValue(given, words);
+    readInterfaces(); /* opens the database */
+    requireNcsiReady();
+
+    Sending sending{.what = "NC-SI in the kernel", .given = {given}};
+    sending.send = [](NW_OPER_LOG_S &) { return LIB_NW_EnableNcsi(); };
+    return sending;
+}
+
+template <Sending (*prepare)(const Arguments &arguments)>
+void request(const Arguments &arguments, Session &session)
+{
+    carryOut([&] { return prepare(arguments); }, arguments, session);
+}
+
+} // namespace
+
+void addRequestCommands(std::vector<Command> &commands)
+{
+    using Kind = Parameter::Kind;
+    const Parameter dryRun = dryRunFlag();
+    const settings::Setting &suspend = *settings::findSetting(Section::lan, "arp-suspend");
+    const Parameter shareLink{Kind::required, "MODE", listed(shareLinkWords)};
+    const Parameter seconds{Kind::optional, "SECONDS", "delay, 0 to 3600; 0 without it"};
+    const Parameter resumed{Kind::optional, "WHAT", "resume or suspend; resume without it"};
+    const Parameter suspended{Kind::repeated, suspendOption, suspend.help, suspend.kind->valueName};
+    /* clang-format off */
+    commands.insert(commands.end(), {
+        {"share-link", "set", "Change the network mode and the second port's LAN together", "share-link set shared", {shareLink, dryRun}, request<prepareShareLink>},
+        {"", "restart", "Ask the network manager to restart the network", "restart 5", {seconds, dryRun}, request<prepareRestart>},
+        {"arp", "suspend", "Suspend ARP on a port at once", "arp suspend eth1 --arp-suspend both", {portParameter(), suspended, dryRun}, request<prepareSuspend>},
+        {"arp", "status", "Ask what is suspended on a port", "arp status eth1", {portParameter(), dryRun}, request<prepareArpStatus>},
+        {"arp", "resume", "Resume ARP on all ports, whatever is suspended, or suspend it again", "arp resume", {resumed, dryRun}, request<prepareResume>},
+        {"ncsi", "set", "Turn NC-SI on", "ncsi set on", {{Kind::required, "STATE", "on"}, dryRun}, request<prepareNcsi>},
+    });
+    /* clang-format on */
+}
+
+} // namespace nwctl

@@ -1,0 +1,108 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+/* "--dry-run": what every change would make of the stored settings, by the manager's own checks. */
+#include "samples.hpp"
+
+namespace nwctl {
+namespace {
+
+using ::testing::EndsWith;
+using ::testing::IsEmpty;
+
+struct Row {
+    const char *name;
+    const char *line;
+    const char *changes; /* lines behind the first */
+};
+
+class DryRun : public samples::ConfiguredTest, public ::testing::WithParamInterface<Row> {};
+
+TEST_P(DryRun, TellsOldAndNew)
+{
+    const auto ran = samples::runLine(std::string(GetParam().line) + " --dry-run");
+
+    EXPECT_EQ(ran.status, Exit::success);
+    EXPECT_EQ(ran.out.substr(ran.out.find('\n') + 1), GetParam().changes);
+    EXPECT_THAT(ran.out.substr(0, ran.out.find('\n')), EndsWith(":"));
+    EXPECT_THAT(sentRequests(), IsEmpty());
+}
+
+/* clang-format off */
+const Row rows[] = {
+    {"Lan",        "lan set eth1 --ipv4 192.168.20.7/24 --vlan 30", "  lan.shared.ipv4: 192.168.20.2/24 -> 192.168.20.7/24\n  lan.shared.vlan: off -> 30\n"},
+    {"Switch",     "lan set 1 --ipv6 off",                          "  lan.shared.ipv6-enabled: on -> off\n"},
+    {"Slaac",      "lan set shared --ipv6-origin slaac",            "  lan.shared.ipv6-origin: static -> slaac\n"},
+    {"Route",      "lan set dedicated --ipv4-route2 10.0.0.0/8,192.168.10.9", "  lan.dedicated.ipv4-route2: off -> 10.0.0.0/8,192.168.10.9\n"},
+    {"HostName",   "hostname set --bmc-name x",                     "  hostname.bmc-name: rack-7 -> x\n"},
+    {"Dns",        "dns set eth1 --ipv4-mode auto --ipv4-server1 off", "  dns.shared.ipv4-mode: manual -> auto\n  dns.shared.ipv4-server1: 192.168.20.53 -> off\n"},
+    {"Lldp",       "lldp set --state off",                          "  lldp.state: on -> off\n"},
+    {"Receive",    "lldp set --receive off",                        "  lldp.work-mode: txrx -> tx\n"},
+    {"Mode",       "mode set active-standby",                       "  mode: separate -> active-standby\n"},
+    {"Arp",        "arp set eth0 --arp-control both",               "  lan.dedicated.arp-control: none -> both\n"},
+    {"ArpSuspend", "arp suspend eth0 --arp-suspend both",           "  lan.dedicated.arp-suspend: none -> both\n"},
+    {"ShareLink",  "share-link set active-standby",                 "  mode: separate -> active-standby\n"},
+    {"Dedicated",  "share-link set dedicated",                      "  lan.shared.lan: on -> off\n"},
+};
+/* clang-format on */
+INSTANTIATE_TEST_SUITE_P(Rows, DryRun, ::testing::ValuesIn(rows), fake::RowName());
+
+class Foreseen : public samples::ConfiguredTest {};
+
+TEST_F(Foreseen, AChangeOfNothingIsSaidToBeOne)
+{
+    EXPECT_EQ(samples::runLine("mode set separate --dry-run").out,
+              "Dry run, nothing was sent. Would change network port mode (command 4): MODE "
+              "'separate'; nothing is different from what is stored.\n");
+}
+
+TEST_F(Foreseen, IsTheSameInJson)
+{
+    const auto ran = samples::runLine("dns set eth1 --ipv4-mode auto --dry-run --json");
+
+    EXPECT_EQ(ran.json(), nlohmann::json::parse(R"({"port": "eth1", "index": 1, "dryRun": true,
+        "what": "DNS settings", "commands": [1],
+        "settings": [{"option": "--ipv4-mode", "value": "auto"}],
+        "changes": [{"setting": "dns.shared.ipv4-mode", "port": "eth1", "before": "manual",
+                     "after": "auto"}]})"));
+}
+
+TEST_F(Foreseen, BothCommandsOfTheSharedLinkAreTold)
+{
+    EXPECT_THAT(samples::runLine("share-link set active-standby --dry-run").out,
+                ::testing::StartsWith("Dry run, nothing was sent. Would change shared-link mode "
+                                      "(command 3, then 4): MODE 'active-standby':\n"));
+}
+
+struct Refused {
+    const char *name;
+    const char *line;
+    const char *option;
+    const char *code;
+};
+
+class RefusedDryRun : public samples::ConfiguredTest,
+                      public ::testing::WithParamInterface<Refused> {};
+
+TEST_P(RefusedDryRun, IsWhatTheManagerWouldRefuse)
+{
+    const auto ran = samples::runLine(std::string(GetParam().line) + " --dry-run --json");
+    const auto error = ran.json()["error"];
+
+    EXPECT_EQ(ran.status, Exit::refused);
+    EXPECT_EQ(error["option"], GetParam().option);
+    EXPECT_EQ(error["code"], GetParam().code);
+    EXPECT_EQ(error["reason"], "the network manager would refuse the change");
+}
+
+/* clang-format off */
+const Refused refusedRows[] = {
+    {"GatewayOutside", "lan set eth1 --ipv4-gateway 10.9.9.9",     "--ipv4-gateway", "0x1e00000e"},
+    {"AddressLeaves",  "lan set eth1 --lan on --ipv4 10.9.9.9/24", "--ipv4",         "0x1e00000e"},
+    {"PortNotServed",  "lan set bond0 --lan on",                   "PORT",           "0x1e000004"},
+    {"NameInAutoMode", "hostname set --mode auto --name x",        "--name",         "0x1e000019"},
+};
+/* clang-format on */
+INSTANTIATE_TEST_SUITE_P(Rows, RefusedDryRun, ::testing::ValuesIn(refusedRows), fake::RowName());
+
+} // namespace
+} // namespace nwctl
