@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+/* The network manager's typed interface, on the bus name of its service: configurations as JSON
+ * documents, whole or in part, all or nothing.
+ *
+ *   method Apply(in s document, out s answer)    makes the change
+ *   method Check(in s document, out s answer)    makes every check and changes nothing
+ *
+ *   answer = { "result": CODE, "reason": text, "setting": place or null,
+ *              "changes": [change…], "notes": [text…] }
+ *   change = { "setting": place, "port": interface or null, "before": value, "after": value }
+ *
+ * CODE is a number, 0 for a success; reason and setting say why the change was refused. A place is
+ * "lan.shared.ipv4", "hostname.mode" or "mode"; a value is as in a document, null for none. changes
+ * are what was changed, or would be; notes what else there is to know. */
+#pragma once
+
+namespace bmc::rpc::manager1 {
+
+inline constexpr const char *objectPath = "/io/networkmng/Manager";
+inline constexpr const char *interfaceName = "io.networkmng.Manager1";
+inline constexpr const char *applyMethod = "Apply";
+inline constexpr const char *checkMethod = "Check";
+
+/* Keys of the answer. */
+inline constexpr const char *resultKey = "result";
+inline constexpr const char *reasonKey = "reason";
+inline constexpr const char *settingKey = "setting"; /* of a change, too */
+inline constexpr const char *changesKey = "changes";
+inline constexpr const char *notesKey = "notes";
+
+/* Keys of a change. */
+inline constexpr const char *portKey = "port";
+inline constexpr const char *beforeKey = "before";
+inline constexpr const char *afterKey = "after";
+
+} // namespace bmc::rpc::manager1
