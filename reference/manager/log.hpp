@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
+/* Diagnostic lines of the manager. */
 #pragma once
 
 #include "common/log.hpp"

@@ -86,9 +86,9 @@ void assignStored(Change &change, const Setting &setting, unsigned port,
 
 /* The configuration that the change leads to. All checks are made, in the order of the sections and
  * within one in that of docs/manager.md; throws Refusal. The wireless interface counts as a
- * neighbour of the ports. */
+ * neighbour of the ports: while nothing is known of it, a change that it matters to is refused. */
 Configuration edited(const Configuration &present, const Change &change,
-                     const NW_WIFI_ADDR_S &wireless);
+                     const std::optional<NW_WIFI_ADDR_S> &wireless);
 
 /* Ports of which the change sets something that has no effect in the configuration's mode. */
 std::vector<unsigned> idlePorts(const Change &change, const Configuration &configuration);

@@ -46,6 +46,8 @@ enum class Result : std::uint32_t {
     addressTaken = 0x1E000022,
     badDelay = 0x1E000023,
     notRestored = 0x1E000024,
+    badDocument = 0x1E000025,
+    wirelessUnknown = 0x1E000026,
     badLldpMode = 0x1E00002C,
     badLinkMode = 0x1E000036,
     /* Told from notSupported by the mark that a completion code leaves out. */

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "settings/configuration.hpp"
 
+#include <algorithm>
+#include <cstdio>
 #include <cstring>
 
 #include "settings/manager_bytes.hpp"
@@ -12,6 +14,16 @@ namespace {
 
 constexpr std::string_view roles[] = {"dedicated", "shared", "bond"};
 static_assert(std::size(roles) == NW_PORT_COUNT);
+
+/* Of the first port that is on the board. */
+const std::uint8_t *namingAddress(const Configuration &configuration)
+{
+    const auto *present = std::ranges::find_if(configuration.state.aucPortPresent,
+                                               [](std::uint8_t byte) { return byte != 0; });
+    const auto port =
+        static_cast<std::size_t>(present - std::begin(configuration.state.aucPortPresent));
+    return configuration.lan.astPort[port % NW_PORT_COUNT].aucMacAddr;
+}
 
 } // namespace
 
@@ -40,6 +52,25 @@ std::string nameOf(const NW_IFC_STATE_DB_INFO_S &state, unsigned port)
 {
     const char *name = state.acIfcName[port];
     return {name, strnlen(name, NW_IFC_NAME_SIZE)};
+}
+
+bool isNameKnown(const Configuration &configuration)
+{
+    const std::uint8_t *mac = namingAddress(configuration);
+    return std::any_of(mac, mac + NW_MAC_SIZE, [](std::uint8_t byte) { return byte != 0; });
+}
+
+void nameAutomatically(Configuration &configuration)
+{
+    constexpr std::uint8_t manual = 0;
+    NW_HOSTNAME_DB_INFO_S &record = configuration.hostName;
+    if (record.ucHostNameMode == manual) {
+        return;
+    }
+    const std::uint8_t *mac = namingAddress(configuration);
+    std::ranges::fill(record.szBmcHostName, '\0');
+    std::snprintf(record.szBmcHostName, sizeof(record.szBmcHostName),
+                  "bmc-%02x%02x%02x%02x%02x%02x", mac[0], mac[1], mac[2], mac[3], mac[4], mac[5]);
 }
 
 std::string_view roleOf(unsigned port)

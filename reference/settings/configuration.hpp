@@ -48,6 +48,11 @@ Configuration blankConfiguration();
  * only where it is on the board. */
 bool isServed(const NW_IFC_STATE_DB_INFO_S &state, unsigned port);
 
+/* In automatic mode: writes the host name, "bmc-" and the MAC address of the first port that is on
+ * the board; and whether that address is known. */
+void nameAutomatically(Configuration &configuration);
+bool isNameKnown(const Configuration &configuration);
+
 /* Name of the port's interface. */
 std::string nameOf(const NW_IFC_STATE_DB_INFO_S &state, unsigned port);
 

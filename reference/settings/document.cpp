@@ -222,7 +222,8 @@ std::string placeOf(const Refusal &refusal, const Reading &reading)
     return info.key + (hasPort ? "." + std::string(roleOf(refusal.port())) : "");
 }
 
-Configuration firstConfiguration(std::string_view text, const NW_WIFI_ADDR_S &wireless,
+Configuration firstConfiguration(std::string_view text,
+                                 const std::optional<NW_WIFI_ADDR_S> &wireless,
                                  const Configuration &base)
 {
     const Json json = parseJson(text);

@@ -88,7 +88,8 @@ std::string placeOf(const Refusal &refusal, const Reading &reading);
 
 /* The configuration of a machine that has none: the document has to name the three ports. What it
  * does not set is as in base. Throws DocumentError, also for what the checks refuse. */
-Configuration firstConfiguration(std::string_view text, const NW_WIFI_ADDR_S &wireless,
+Configuration firstConfiguration(std::string_view text,
+                                 const std::optional<NW_WIFI_ADDR_S> &wireless,
                                  const Configuration &base = blankConfiguration());
 
 } // namespace bmc::settings

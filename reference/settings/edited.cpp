@@ -140,7 +140,7 @@ void findCause(Refusal &refusal, const Change &change)
 } // namespace
 
 Configuration edited(const Configuration &present, const Change &change,
-                     const NW_WIFI_ADDR_S &wireless)
+                     const std::optional<NW_WIFI_ADDR_S> &wireless)
 {
     Attempt attempt{present, present, wireless};
     try {

@@ -3,8 +3,6 @@
 #include "settings/detail/rules.hpp"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <cstring>
 #include <utility>
 
@@ -63,27 +61,9 @@ void beforeHostName(const Edit &edit, Attempt &attempt)
     }
 }
 
-/* "bmc-" and the MAC address of the first port that is on the board. */
-std::string automaticName(const Configuration &configuration)
-{
-    const auto *present = std::ranges::find_if(configuration.state.aucPortPresent,
-                                               [](std::uint8_t byte) { return byte != 0; });
-    const auto port =
-        static_cast<std::size_t>(present - std::begin(configuration.state.aucPortPresent));
-    const std::uint8_t *mac = configuration.lan.astPort[port % NW_PORT_COUNT].aucMacAddr;
-    std::array<char, 17> text{};
-    std::snprintf(text.data(), text.size(), "bmc-%02x%02x%02x%02x%02x%02x", mac[0], mac[1], mac[2],
-                  mac[3], mac[4], mac[5]);
-    return text.data();
-}
-
 void afterHostName(const Edit &, Attempt &attempt)
 {
-    NW_HOSTNAME_DB_INFO_S &record = attempt.after.hostName;
-    if (record.ucHostNameMode != manual) {
-        std::ranges::fill(record.szBmcHostName, '\0');
-        automaticName(attempt.after).copy(record.szBmcHostName, sizeof(record.szBmcHostName) - 1);
-    }
+    nameAutomatically(attempt.after);
 }
 
 /* What is set is the port's from now on; what is set no more is the driver's again. */
@@ -148,8 +128,9 @@ void checkPort(const SectionInfo &info, const Edit &edit, const NW_IFC_STATE_DB_
 
 void checkSegments(const Attempt &attempt, const SegmentChecks &checks)
 {
-    const NW_RESULT verdict =
-        findConflict(attempt.after.state, attempt.after.lan, attempt.wireless, checks);
+    require(attempt.wireless || !concernWireless(checks), Result::wirelessUnknown, "overlap");
+    const NW_RESULT verdict = findConflict(attempt.after.state, attempt.after.lan,
+                                           attempt.wireless.value_or(NW_WIFI_ADDR_S{}), checks);
     if (verdict != NW_OK) {
         throw Refusal(verdict, "an address or a route in another's segment");
     }

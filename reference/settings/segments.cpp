@@ -37,6 +37,16 @@ SegmentChecks allChecks()
     return checks;
 }
 
+bool concernWireless(const SegmentChecks &checks)
+{
+    constexpr std::uint32_t ipv4Routes = NW_ROUTESET_IPV4_ROUTE1 | NW_ROUTESET_IPV4_ROUTE2;
+    std::uint32_t routes = 0;
+    for (unsigned port = 0; port < NW_PORT_COUNT; port++) {
+        routes |= checks.changedRoutes.at(port) | checks.otherRoutes.at(port);
+    }
+    return (checks.addresses & NW_SEGCHK_IPV4) != 0 || (routes & ipv4Routes) != 0;
+}
+
 NW_RESULT findConflict(const NW_IFC_STATE_DB_INFO_S &state, const NW_LAN_CFG_DB_INFO_S &lan,
                        const NW_WIFI_ADDR_S &wireless, const SegmentChecks &checks)
 {

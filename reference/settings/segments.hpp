@@ -27,6 +27,9 @@ void addChecks(SegmentChecks &checks, const Edit &edit);
 /* Every check there is. */
 SegmentChecks allChecks();
 
+/* Can one of them end otherwise because of the wireless interface? */
+bool concernWireless(const SegmentChecks &checks);
+
 /* Code of the first conflict, NW_OK without one. The checks run in the order of their members, so
  * that the code speaks of what was changed. */
 NW_RESULT findConflict(const NW_IFC_STATE_DB_INFO_S &state, const NW_LAN_CFG_DB_INFO_S &lan,

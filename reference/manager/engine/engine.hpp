@@ -20,12 +20,13 @@ struct Change {
 
 class Engine {
 public:
-    /* Throws Refusal without a database. */
     explicit Engine(Machine &machine);
 
     /* Ends what a predecessor left half done and makes the stored configuration so, as far as
-     * kernel and system let it: what they refuse is logged and tried again. Throws Refusal when a
-     * record is missing or the journal is of an unknown format. */
+     * kernel and system let it: what they refuse is logged and tried again. Where the database
+     * cannot be read or written, that holds for the last good configuration, changes are refused,
+     * and the start is tried again. Throws Refusal when a record is missing or the journal is of an
+     * unknown format. */
     void start();
 
     /* Two durable commits: before anything is touched the intent, and the outcome once kernel and
@@ -68,6 +69,9 @@ private:
     bool restore(const Configuration &from, const Change &change, const Actual &found,
                  const std::vector<Step> &differences);
     Made settle(const char *occasion);
+    void startFromRecords();
+    void makeLastGood();
+    void requireStarted() const;
     void tryAgainLater();
     void tryAgain();
     void followWatchdog();
@@ -77,7 +81,8 @@ private:
     Store store_;
     Ledger ledger_;       /* as it is stored */
     bool isOpen_ = false; /* the journal is */
-    Items asked_;         /* addresses that no neighbour has */
+    bool isStarted_ = false;
+    Items asked_; /* addresses that no neighbour has */
     Announcer announcer_;
     Conditions conditions_;
     std::optional<Clock::time_point> restartAt_;

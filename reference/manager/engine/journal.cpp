@@ -3,7 +3,7 @@
 #include "manager/engine/journal.hpp"
 
 #include "manager/log.hpp"
-#include "refusal.hpp"
+#include "manager/refusal.hpp"
 
 namespace bmc::manager {
 
@@ -38,8 +38,8 @@ Inheritance migrate(const Store &store, const FirstJournal &first)
 
 Inheritance inherit(const Store &store)
 {
-    if (store.isVacant(journalHeadRecord.key)) {
-        if (!store.isVacant(journalRecord.key)) {
+    if (store.isVacant(journalHeadRecord)) {
+        if (!store.isVacant(firstJournalRecord)) {
             return migrate(store, store.read(firstJournalRecord));
         }
         const auto ledger = store.find(ledgerRecord);

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "refusal.hpp"
+#include "manager/refusal.hpp"
 
 namespace bmc::manager {
 

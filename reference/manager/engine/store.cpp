@@ -8,17 +8,10 @@
 
 #include "bmc_platform.h"
 #include "manager/log.hpp"
+#include "manager/refusal.hpp"
 #include "platform/records.hpp"
-#include "refusal.hpp"
 
 namespace bmc::manager {
-
-namespace {
-
-/* The database's code for a record that is not there. */
-constexpr int noRecord = -30798;
-
-} // namespace
 
 Batch &Batch::put(const Configuration &configuration)
 {
@@ -41,38 +34,28 @@ Batch &Batch::put(const Configuration &configuration, const Configuration &forme
     return *this;
 }
 
-Store::Store()
-{
-    void *environment = DB_Open();
-    database_ = environment == nullptr ? nullptr : DB_GetCurrentDb(environment);
-    if (database_ == nullptr) {
-        throw Refusal(Result::databaseFailed, "open");
-    }
-}
-
 Configuration Store::readConfiguration() const
 {
     const Snapshot oneMoment;
     Configuration configuration{};
     settings::forEachRecord([&](const settings::RecordName &record, auto member) {
         const bool isThere =
-            get(record.key, sizeof(configuration.*member), &(configuration.*member));
+            codeOf(record.key, sizeof(configuration.*member), &(configuration.*member)) == 0;
         if (!isThere && record.isRequired) {
-            failed("read", record.name);
+            failed(record.name);
         }
     });
     return configuration;
 }
 
-bool Store::isVacant(std::uint32_t key) const
+int Store::codeOf(std::uint32_t key, std::uint32_t size, void *content)
 {
-    std::byte content{};
-    return DB_Get(database_, key, sizeof(content), &content) == noRecord;
-}
-
-bool Store::get(std::uint32_t key, std::uint32_t size, void *content) const
-{
-    return DB_Get(database_, key, size, content) == 0;
+    void *environment = DB_Open();
+    void *database = environment == nullptr ? nullptr : DB_GetCurrentDb(environment);
+    if (database == nullptr) {
+        throw DatabaseFailure("open");
+    }
+    return DB_Get(database, key, size, content);
 }
 
 void Store::commit(const Batch &batch, const char *what) const
@@ -88,13 +71,13 @@ void Store::commit(const Batch &batch, const char *what) const
         std::_Exit(EXIT_FAILURE);
     }
     if (code != 0) {
-        failed("write", what);
+        throw DatabaseFailure(std::string("write ") + what + " record");
     }
 }
 
-void Store::failed(const char *operation, const char *name)
+void Store::failed(const char *name)
 {
-    throw Refusal(Result::databaseFailed, std::string(operation) + " " + name + " record");
+    throw Refusal(Result::databaseFailed, std::string("read ") + name + " record");
 }
 
 } // namespace bmc::manager

@@ -61,17 +61,17 @@ private:
     std::vector<Write> writes_;
 };
 
+/* Opens the database with each access, so that one that cannot be opened now may be later. Where
+ * nothing else is said, an access throws Refusal when there is no database. */
 class Store {
 public:
-    /* Throws Refusal when there is no database. */
-    Store();
-
     /* Nothing when there is no such record of that size. */
     template <typename Content>
     std::optional<Content> find(const Record<Content> &record) const
     {
         Content content{};
-        return get(record.key, sizeof(content), &content) ? std::optional(content) : std::nullopt;
+        return codeOf(record.key, sizeof(content), &content) == 0 ? std::optional(content)
+                                                                  : std::nullopt;
     }
 
     /* As find, but a missing record is a Refusal. */
@@ -80,14 +80,19 @@ public:
     {
         const auto content = find(record);
         if (!content) {
-            failed("read", record.name);
+            failed(record.name);
         }
         return *content;
     }
 
-    /* Whether there is nothing under the key; a record that is there and cannot be read counts as
-     * there. */
-    bool isVacant(std::uint32_t key) const;
+    /* Whether there is nothing under the record's key; one that is there and cannot be read counts
+     * as there. */
+    template <typename Content>
+    bool isVacant(const Record<Content> &record) const
+    {
+        Content content{};
+        return codeOf(record.key, sizeof(content), &content) == noRecord;
+    }
 
     /* One record, durable when it returns; throws Refusal. */
     template <typename Content>
@@ -101,14 +106,16 @@ public:
     void commit(const Batch &batch, const char *what) const;
 
     /* Records that are missing count as zeros, but for those without which there is no
-     * configuration: these make it a Refusal. All are of one moment. */
+     * configuration: these make it a Refusal. All are of one moment; of a database that cannot be
+     * read, the last good one. */
     Configuration readConfiguration() const;
 
 private:
-    bool get(std::uint32_t key, std::uint32_t size, void *content) const;
-    [[noreturn]] static void failed(const char *operation, const char *name);
+    /* The database's code for a record that is not there. */
+    static constexpr int noRecord = -30798;
 
-    void *database_;
+    static int codeOf(std::uint32_t key, std::uint32_t size, void *content);
+    [[noreturn]] static void failed(const char *name);
 };
 
 } // namespace bmc::manager

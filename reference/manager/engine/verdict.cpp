@@ -12,7 +12,11 @@ namespace bmc::manager {
 Refusal refusalFor(const Failure &failure, const Scope &scope)
 {
     Refusal refusal(failure.code, failure.reason);
-    refusal.blame(failure.step ? scope.moduleOf(*failure.step) : scope.selected.begin()->first);
+    if (failure.step) {
+        blame(refusal, scope.moduleOf(*failure.step), failure.step->port);
+    } else {
+        blame(refusal, scope.selected.begin()->first);
+    }
     return refusal;
 }
 

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "manager/engine/making.hpp"
-#include "refusal.hpp"
+#include "manager/refusal.hpp"
 
 namespace bmc::manager {
 

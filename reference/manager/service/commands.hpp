@@ -4,7 +4,7 @@
 #pragma once
 
 #include "manager/engine/engine.hpp"
-#include "rpc_server.hpp"
+#include "rpc/rpc_server.hpp"
 
 namespace bmc::manager {
 

@@ -1,23 +1,25 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
 /* nwmanagerd: the network manager. */
-#include <cstdio>
-#include <fstream>
+#include <csignal>
 #include <iostream>
 #include <memory>
 #include <optional>
 
 #include <getopt.h>
 
+#include "common/files.hpp"
 #include "common/instance_lock.hpp"
 #include "common/print.hpp"
 #include "common/standard_descriptors.hpp"
 #include "common/state_directory.hpp"
+#include "manager/log.hpp"
 #include "manager/service/commands.hpp"
-#include "manager/service/init_config.hpp"
-#include "manager/service/json_node.hpp"
+#include "manager/service/first_configuration.hpp"
+#include "manager/service/manager1.hpp"
 #include "network_mng/rpc.h"
-#include "refusal.hpp"
+#include "platform/records.hpp"
+#include "settings/document.hpp"
 
 namespace {
 
@@ -25,7 +27,7 @@ using namespace bmc;
 
 constexpr const char *usage =
     "Usage: nwmanagerd\n"
-    "       nwmanagerd --init CONFIG.json [--force]\n"
+    "       nwmanagerd --init FILE [--force]\n"
     "\n"
     "Applies the network configuration to the kernel and carries out the changes that arrive over\n"
     "the system bus, until SIGTERM or SIGINT.\n"
@@ -83,36 +85,48 @@ std::optional<Options> parse(int count, char **arguments)
 
 void initialise(const std::string &path, bool isForced)
 {
-    std::ifstream file(path);
-    if (!file) {
-        throw manager::ConfigError("cannot read the file");
-    }
-    const manager::InitialConfig config = manager::readConfig(file);
+    const std::string document = readFile(path, settings::documentMax);
     const InstanceLock lock("nwmanagerd");
-    manager::writeConfig(config, isForced);
+    manager::writeFirstConfiguration(document, isForced);
 }
 
 void checkConfigured(const manager::Store &store)
 {
-    if (!store.find(manager::ifcStateRecord) || !store.find(manager::lanRecord)) {
+    const Snapshot lastGood; /* if the database cannot be read */
+    if (store.isVacant(manager::ifcStateRecord) || store.isVacant(manager::lanRecord)) {
         throw std::runtime_error("there is no configuration in " + stateDirectory().string() +
                                  "; run nwmanagerd --init FILE");
+    }
+}
+
+/* Whoever comes second ends here; without a bus there is nobody else. */
+void claim(rpc::Server &server)
+{
+    try {
+        server.claim();
+    } catch (const rpc::NoBus &error) {
+        manager::log(Level::error, std::string(error.what()) +
+                                       "; the stored configuration holds, the bus is waited for");
     }
 }
 
 void serve()
 {
     const InstanceLock lock("nwmanagerd");
-    rpc::Server server(NW_RPC_SERVICE_NETWORK);
-    server.claim();
     const std::unique_ptr<manager::Machine> machine = manager::thisMachine();
     manager::Engine engine(*machine);
     checkConfigured(engine.store());
-    engine.start();
+
+    rpc::Server server(NW_RPC_SERVICE_NETWORK);
     server.handle(NW_RPC_FUNCTION_NETWORK,
                   [&engine](rpc::Request request) { return manager::answer(engine, request); });
+    server.offer([&engine](sdbus::IConnection &connection) {
+        return manager::makeManager1(connection, engine);
+    });
     server.whileIdle([&engine] { return engine.work(); });
-    server.serve();
+    claim(server);
+    engine.start();
+    server.serve(rpc::WithoutBus::wait);
 }
 
 /* Runs a task; what it throws becomes a message. */
@@ -133,6 +147,8 @@ int run(const std::string &what, Task task)
 int main(int count, char **arguments)
 {
     bmc::occupyStandardDescriptors();
+    /* A reader of standard output or error that has gone is no reason to end. */
+    std::signal(SIGPIPE, SIG_IGN);
     const std::optional<Options> options = parse(count, arguments);
     if (!options) {
         return wrongUsage;

@@ -12,7 +12,7 @@ namespace bmc::settings {
 struct Attempt {
     const Configuration &before;
     Configuration after;
-    const NW_WIFI_ADDR_S &wireless;
+    const std::optional<NW_WIFI_ADDR_S> &wireless;
     SegmentChecks segments{}; /* that the LAN settings made so far call for */
     bool hasNewMode = false;  /* the ports that become served have yet to be checked */
 };

@@ -10,8 +10,8 @@
 #include <thread>
 
 #include "manager/engine/engine.hpp"
+#include "manager/refusal.hpp"
 #include "network_mng/operate_log.h"
-#include "refusal.hpp"
 #include "worlds.hpp"
 
 namespace nwtest {

@@ -1,149 +1,215 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-/* The configuration file of nwmanagerd --init: what it means, and how its errors read. */
-#include <algorithm>
+/* nwmanagerd --init: what it writes, what it refuses, and that it writes all or nothing. */
+#include <csignal>
 #include <cstring>
 #include <fstream>
-#include <sstream>
+#include <thread>
 
-#include <arpa/inet.h>
-#include <gtest/gtest.h>
+#include "manager/engine/journal.hpp"
+#include "manager_system.hpp"
 
-#include "manager/service/init_config.hpp"
-#include "manager/service/json_node.hpp"
-
-namespace bmc::manager {
+namespace nwtest {
 
 namespace {
 
-const std::string otherPorts =
-    R"({"name": "eth1", "channel": 8, "enabled": true,
-        "ipv4": {"enabled": true, "address": "10.2.0.1/16"}},
-       {"name": "bond0", "channel": 1, "enabled": false})";
+using bmc::manager::Configuration;
+using bmc::manager::Store;
 
-/* A file whose port 0 has the text in addition to its name and channel. */
-std::string withPort0(const std::string &text)
-{
-    return R"({"mode": "separate", "ports": [{"name": "eth0", "channel": 1, "enabled": true)" +
-           text + "}, " + otherPorts + "]}";
-}
+const std::string configPath = "/run/config.json";
 
-InitialConfig read(const std::string &text)
-{
-    std::istringstream file(text);
-    return readConfig(file);
-}
-
-std::string errorOf(const std::string &text)
-{
-    try {
-        read(text);
-        return "no error";
-    } catch (const ConfigError &error) {
-        return error.what();
+class Init : public ManagerTest {
+protected:
+    void SetUp() override
+    {
+        configure(separatePorts);
     }
+};
+
+Outcome init(const std::string &text, const std::vector<std::string> &more = {"--force"})
+{
+    std::ofstream(configPath) << text;
+    std::vector<std::string> arguments{"--init", configPath};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return runManager(arguments);
+}
+
+Configuration stored()
+{
+    return Store().readConfiguration();
+}
+
+bool isSame(const Configuration &one, const Configuration &other)
+{
+    return std::memcmp(&one, &other, sizeof(one)) == 0;
+}
+
+const std::string ports = R"("ports": {"dedicated": {"name": "eth0", "channel": 1},
+    "shared": {"name": "eth1", "channel": 8}, "bond": {"name": "bond0", "channel": 1}})";
+
+/* Two configurations that differ in each of the records. */
+std::string everyRecord(const std::string &digit)
+{
+    const bool isFirst = digit == "1";
+    return "{" + ports + R"(, "mode": ")" + (isFirst ? "separate" : "active-standby") +
+           R"(", "hostname": {"mode": "manual", "name": "bmc-)" + digit +
+           R"("}, "lldp": {"state": )" + (isFirst ? "true" : "false") +
+           R"(}, "lan": {"dedicated": {"ipv4": "10.1.1.)" + digit +
+           R"(/24"}}, "dns": {"dedicated": {"ipv4-server1": "10.9.9.)" + digit +
+           R"("}}, "an": {"dedicated": {"auto": true, "speed": ")" + (isFirst ? "100" : "1000") +
+           R"(", "duplex": "full"}}})";
 }
 
 struct Row {
-    const char *text; /* of port 0 */
+    const char *name;
+    std::string text;
     const char *error;
 };
 
-/* clang-format off */
-const Row portRows[] = {
-    {R"(, "colour": 1)", "ports[0]: unknown key \"colour\""},
-    {R"(, "col\u001b[31m": 1)", "ports[0]: unknown key \"col\\u001b[31m\""},
-    {R"(, "ipv4": {"enabled": true, "address": "10.1.0.1\u0000/24"})", "ports[0].ipv4.address: \"10.1.0.1\\u0000/24\" holds a control character"},
-    {R"(, "ipv4": 7)", "ports[0].ipv4: must be an object"},
-    {R"(, "ipv4": {})", "ports[0].ipv4: key \"enabled\" is missing"},
-    {R"(, "ipv4": {"enabled": 1})", "ports[0].ipv4.enabled: must be true or false"},
-    {R"(, "ipv4": {"enabled": true, "origin": "bios"})", "ports[0].ipv4.origin: must be one of \"static\", \"dhcp\""},
-    {R"(, "ipv4": {"enabled": true, "address": "10.1.0.1"})", "ports[0].ipv4.address: \"10.1.0.1\" is not an address with its prefix length"},
-    {R"(, "ipv4": {"enabled": true, "address": "10.1.0.1/33"})", "ports[0].ipv4.address: \"10.1.0.1/33\" is not"},
-    {R"(, "ipv4": {"enabled": true, "address": "10.1.0.1/2x"})", "ports[0].ipv4.address: \"10.1.0.1/2x\" is not"},
-    {R"(, "ipv4": {"enabled": true, "address": "10.1.0/24"})", "ports[0].ipv4.address: \"10.1.0\" is not an IPv4 address"},
-    {R"(, "ipv4": {"enabled": true, "address": "127.0.0.1/8"})", "ports[0].ipv4.address: IPv4 address: "},
-    {R"(, "ipv4": {"enabled": true, "address": "10.1.0.1/0"})", "ports[0]: IPv4 mask: "},
-    {R"(, "ipv4": {"enabled": true, "address": "10.1.0.1/7"})", "ports[0].ipv4.address: IPv4 mask: "},
-    {R"(, "ipv4": {"enabled": true, "address": "10.1.0.1/16", "gateway": "10.2.0.9"})", "ports[0]: IPv4 gateway: "},
-    {R"(, "ipv4": {"enabled": true, "gateway": "fe80::1"})", "ports[0].ipv4.gateway: \"fe80::1\" is not an IPv4 address"},
-    {R"(, "ipv4": {"enabled": true, "address": "10.2.0.1/16"})", "ports: an address or a route in another's segment"},
-    {R"(, "ipv6": {"enabled": true, "address": "ff02::1/64"})", "ports[0].ipv6.address: IPv6 address: "},
-    {R"(, "ipv6": {"enabled": true, "address": "2001:db8::1/129"})", "ports[0].ipv6.address: \"2001:db8::1/129\" is not"},
-    {R"(, "ipv6": {"enabled": true, "address": "2001:db8::1/0"})", "ports[0]: IPv6 prefix length: "},
-    {R"(, "ipv6": {"enabled": true, "gateway": "10.0.0.1"})", "ports[0].ipv6.gateway: \"10.0.0.1\" is not an IPv6 address"},
-    {R"(, "vlan": {"enabled": true, "id": 4095})", "ports[0].vlan.id: must be a number from 0 to 4094"},
-    {R"(, "vlan": {"enabled": true, "priority": -1})", "ports[0].vlan.priority: must be a number from 0 to 7"},
-    {R"(, "present": "yes")", "ports[0].present: must be true or false"},
+const Row rows[] = {
+    {"Empty", "", "document: not JSON"},
+    {"Truncated", "{", "document: not JSON"},
+    {"NoPorts", R"({"mode": "separate"})", "ports"},
+    {"ListOfPorts", R"({"mode": "separate", "ports": [{}, {}, {}]})",
+     "ports: must be an object with the ports dedicated, shared and bond"},
+    {"OldWord", "{" + ports + R"(, "mode": "bonded"})", "mode: "},
+    {"UnknownKey", "{" + ports + R"(, "lan": {"shared": {"colour": 1}}})", "lan.shared.colour: "},
+    {"RefusedAddress", "{" + ports + R"(, "lan": {"shared": {"ipv4": "127.0.0.1/8"}}})",
+     "lan.shared.ipv4: "},
+    {"RefusedGateway",
+     "{" + ports + R"(, "lan": {"shared": {"ipv4": "10.1.0.2/24", "ipv4-gateway": "10.2.0.1"}}})",
+     "lan.shared.ipv4-gateway: "},
 };
-
-const Row fileRows[] = {
-    {"", "not JSON: "},
-    {"{", "not JSON: "},
-    {"[]", "configuration: must be an object"},
-    {"{}", "configuration: key \"mode\" is missing"},
-    {R"({"mode": "both", "ports": []})", "mode: must be one of \"separate\", \"bonded\""},
-    {R"({"mode": 0, "ports": []})", "mode: must be one of "},
-    {R"({"mode": "separate", "ports": []})", "ports: must be a list of 3"},
-    {R"({"mode": "separate", "ports": {}})", "ports: must be a list of 3"},
-    {R"({"mode": "separate", "ports": [1, 2, 3]})", "ports[0]: must be an object"},
-    {R"({"mode": "separate", "ports": [{}, {}, {}]})", "ports[0]: key \"name\" is missing"},
-    {R"({"mode": "separate", "ports": [{"name": ""}, {}, {}]})", "ports[0].name: must be a text of 1 to 15"},
-    {R"({"mode": "separate", "ports": [{"name": "sixteencharacter"}, {}, {}]})", "ports[0].name: must be a text of 1 to 15"},
-    {R"({"mode": "separate", "ports": [{"name": "a/b"}, {}, {}]})", "ports[0].name: \"a/b\" is not the name of an interface"},
-    {R"({"mode": "separate", "ports": [{"name": "a", "channel": 256}, {}, {}]})", "ports[0].channel: must be a number from 0 to 255"},
-    {R"({"mode": "separate", "ports": [{"name": "a", "channel": 1, "enabled": true}, {"name": "a"}, {}]})", "ports[1].name: another port has this name"},
-};
-/* clang-format on */
 
 } // namespace
 
-TEST(InitConfig, ErrorsNameTheKeyAndTheReason)
+TEST_F(Init, ErrorsNameThePlaceAndChangeNothing)
 {
-    for (const Row &row : portRows) {
-        EXPECT_EQ(errorOf(withPort0(row.text)).rfind(row.error, 0), 0U)
-            << row.text << " gave " << errorOf(withPort0(row.text));
+    const Configuration before = stored();
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
+        const Outcome outcome = init(row.text);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_NE(outcome.error.find("nwmanagerd: " + configPath + ": " + row.error),
+                  std::string::npos)
+            << outcome.error;
+        EXPECT_TRUE(isSame(before, stored()));
     }
-    for (const Row &row : fileRows) {
-        EXPECT_EQ(errorOf(row.text).rfind(row.error, 0), 0U)
-            << row.text << " gave " << errorOf(row.text);
+}
+
+TEST_F(Init, ReplacesOnlyWhenForced)
+{
+    const Configuration before = stored();
+    const Outcome outcome = init(everyRecord("1"), {});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.error.find("--force"), std::string::npos) << outcome.error;
+    EXPECT_TRUE(isSame(before, stored()));
+    EXPECT_EQ(init(everyRecord("1")).status, 0);
+    EXPECT_FALSE(isSame(before, stored()));
+    EXPECT_EQ(runManager({"--init", "/run/no-such-file"}).status, 1);
+    EXPECT_EQ(runManager({"--init", "/run"}).status, 1);
+}
+
+TEST_F(Init, EverySectionLandsInItsRecord)
+{
+    ASSERT_EQ(init(everyRecord("1")).status, 0);
+    const Configuration held = stored();
+    EXPECT_EQ(held.state.aucChannel[1], 8);
+    EXPECT_STREQ(held.state.acIfcName[2], "bond0");
+    EXPECT_EQ(held.lan.astPort[0].aucIpv4Addr[3], 1);
+    EXPECT_EQ(held.dns.astPort[0].aucIpv4DnsServer[0][3], 1);
+    EXPECT_STREQ(held.hostName.szBmcHostName, "bmc-1");
+    EXPECT_EQ(held.lldp.ucLldpEnable, 1);
+    EXPECT_EQ(held.an.astPort[0].ucSpeed, 1);
+}
+
+TEST_F(Init, ExampleIsValid)
+{
+    EXPECT_EQ(runManager({"--init", EXAMPLE_FILE, "--force"}).status, 0);
+    EXPECT_EQ(stored().lan.astPort[1].ucIpv6Prefix, 64);
+}
+
+TEST_F(Init, WritesWhatReadersNeed)
+{
+    NW_HOSTNAME_DB_INFO_S hostName;
+    NW_DNS_DB_INFO_S dns;
+    NW_LLDP_DB_INFO_S lldp;
+    NW_NCSI_DB_INFO_S ncsi;
+    NW_AN_CFG_DB_INFO_S an;
+    NW_IFC_STATE_DB_INFO_S state;
+    NW_LAN_CFG_DB_INFO_S lan;
+    std::uint8_t status = 9;
+    EXPECT_EQ(LIB_NW_GetHostName(&hostName), NW_OK);
+    EXPECT_EQ(NW_LMDB_Get_DNS(&dns), NW_OK);
+    EXPECT_EQ(NW_LMDB_Get_LLDP(&lldp), NW_OK);
+    EXPECT_EQ(NW_LMDB_Get_NCSI(&ncsi), NW_OK);
+    EXPECT_EQ(NW_LMDB_GetAnCfgInfo(&an), NW_OK);
+    EXPECT_EQ(NW_LMDB_Get_IfcState(&state), NW_OK);
+    EXPECT_EQ(NW_LMDB_GetLanCfgInfo(&lan), NW_OK);
+    EXPECT_EQ(NW_LMDB_Get_NetStatus(&status), NW_OK);
+    EXPECT_EQ(status, 0);
+}
+
+/* What the document doesn't give, outside LAN settings, stays. */
+TEST_F(Init, RecordsThatAreNotGivenStay)
+{
+    const Store store;
+    NW_HOSTNAME_DB_INFO_S hostName = store.read(bmc::manager::hostNameRecord);
+    std::strcpy(hostName.szBmcName, "kept");
+    store.put(bmc::manager::hostNameRecord, hostName);
+    configure(separatePorts);
+    EXPECT_STREQ(store.read(bmc::manager::hostNameRecord).szBmcName, "kept");
+}
+
+/* Which MAC addresses there are is seen at the start. */
+TEST_F(Init, AutomaticHostNameFollowsTheInterface)
+{
+    const std::string automatic = R"(, "hostname": {"mode": "auto"}})";
+    ASSERT_EQ(init("{" + ports + automatic).status, 0);
+    startManager();
+    const std::string mac = shell("tr -d ':\n' < /sys/class/net/eth0/address");
+    EXPECT_EQ(shell("hostname"), "bmc-" + mac + "\n");
+    EXPECT_EQ(stored().hostName.szBmcHostName, "bmc-" + mac);
+    stopManager();
+}
+
+/* A change that was under way is over with the configuration that it was about. */
+TEST_F(Init, ClosesTheJournal)
+{
+    using namespace bmc::manager;
+    const Store store;
+    startManager();
+    stopManager();
+    store.put(journalHeadRecord, {journalVersion, 1});
+    ASSERT_EQ(init(everyRecord("1")).status, 0);
+    EXPECT_EQ(store.read(journalHeadRecord).isOpen, 0U);
+}
+
+/* Killed at points spread over the whole run, it leaves the one configuration or the other. */
+TEST_F(Init, KilledAnywhereItLeavesOldOrNew)
+{
+    ASSERT_EQ(init(everyRecord("2")).status, 0);
+    const Configuration second = stored();
+    const auto begin = std::chrono::steady_clock::now();
+    ASSERT_EQ(init(everyRecord("1")).status, 0);
+    const auto whole = std::chrono::steady_clock::now() - begin;
+    const Configuration first = stored();
+    ASSERT_FALSE(isSame(first, second));
+
+    constexpr int points = 60;
+    unsigned replaced = 0;
+    std::ofstream("/run/second.json") << everyRecord("2");
+    for (int point = 0; point < points; point++) {
+        ASSERT_EQ(init(everyRecord("1")).status, 0);
+        Process process({NWMANAGERD, "--init", "/run/second.json", "--force"});
+        std::this_thread::sleep_for(whole * point / points);
+        process.signal(SIGKILL);
+        process.wait();
+        const Configuration held = stored();
+        EXPECT_TRUE(isSame(held, first) || isSame(held, second)) << "point " << point;
+        replaced += isSame(held, second);
     }
+    EXPECT_LT(replaced, points);
 }
 
-TEST(InitConfig, EverySettingLandsInTheRecords)
-{
-    const InitialConfig config = read(withPort0(R"(, "present": true,
-            "ipv4": {"enabled": true, "origin": "dhcp", "address": "10.1.0.2/20", "gateway": "10.1.0.1"},
-            "ipv6": {"enabled": true, "origin": "static", "address": "2001:db8::2/60", "gateway": "fe80::1"},
-            "vlan": {"enabled": true, "id": 4094, "priority": 7})"));
-    EXPECT_EQ(config.state.ucIfcState, 0);
-    EXPECT_STREQ(config.state.acIfcName[2], "bond0");
-    EXPECT_EQ(config.state.aucChannel[1], 8);
-    EXPECT_EQ(config.state.aucPortPresent[2], 1);
-
-    const NW_LAN_CFG_PORT_S &port = config.lan.astPort[0];
-    EXPECT_STREQ(port.szIfcName, "eth0");
-    EXPECT_EQ(port.ucLanEnable, 1);
-    EXPECT_EQ(port.ucIpv4Type, 2);
-    EXPECT_TRUE(std::ranges::equal(port.aucIpv4Addr, std::array{10, 1, 0, 2}));
-    EXPECT_TRUE(std::ranges::equal(port.aucIpv4Mask, std::array{255, 255, 240, 0}));
-    EXPECT_TRUE(std::ranges::equal(port.aucIpv4Gateway, std::array{10, 1, 0, 1}));
-    EXPECT_EQ(port.ucIpv6Type, 1);
-    EXPECT_EQ(port.ucIpv6Prefix, 60);
-    EXPECT_EQ(port.aucIpv6Gateway[0], 0xFE);
-    const std::uint16_t vlan = port.stVlan.usVlanid;
-    EXPECT_EQ(vlan, 4094);
-    EXPECT_EQ(port.stVlan.aucReserved0[0], 1);
-    EXPECT_EQ(port.stVlan.aucReserved5[0], 7);
-    EXPECT_EQ(config.lan.astPort[2].ucLanEnable, 0);
-}
-
-TEST(InitConfig, ExampleIsValid)
-{
-    std::ifstream file(EXAMPLE_FILE);
-    const InitialConfig config = readConfig(file);
-    EXPECT_STREQ(config.state.acIfcName[1], "eth1");
-    EXPECT_EQ(config.lan.astPort[1].ucIpv6Prefix, 64);
-}
-
-} // namespace bmc::manager
+} // namespace nwtest

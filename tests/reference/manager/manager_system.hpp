@@ -111,20 +111,26 @@ protected:
 
 inline constexpr const char *separatePorts = R"({
   "mode": "separate",
-  "ports": [
-    {"name": "eth0", "channel": 1, "enabled": true,
-     "ipv4": {"enabled": true, "origin": "static", "address": "192.168.10.2/24"}},
-    {"name": "eth1", "channel": 8, "enabled": true,
-     "ipv4": {"enabled": true, "origin": "static", "address": "192.168.20.2/24"},
-     "ipv6": {"enabled": true, "origin": "static", "address": "2001:db8:20::2/64"}},
-    {"name": "bond0", "channel": 1, "enabled": false}]})";
+  "ports": {"dedicated": {"name": "eth0", "channel": 1},
+            "shared": {"name": "eth1", "channel": 8},
+            "bond": {"name": "bond0", "channel": 1}},
+  "lan": {
+    "dedicated": {"lan": true, "ipv4-origin": "static", "ipv4-enabled": true,
+                  "ipv4": "192.168.10.2/24"},
+    "shared": {"lan": true, "ipv4-origin": "static", "ipv4-enabled": true,
+               "ipv4": "192.168.20.2/24", "ipv6-origin": "static", "ipv6-enabled": true,
+               "ipv6": "2001:db8:20::2/64"},
+    "bond": {"lan": false}}})";
 
 inline constexpr const char *bondedPorts = R"({
-  "mode": "bonded",
-  "ports": [
-    {"name": "eth0", "channel": 1, "enabled": true},
-    {"name": "eth1", "channel": 8, "enabled": true},
-    {"name": "bond0", "channel": 1, "enabled": true,
-     "ipv4": {"enabled": true, "address": "192.168.30.2/24", "gateway": "192.168.30.1"}}]})";
+  "mode": "active-standby",
+  "ports": {"dedicated": {"name": "eth0", "channel": 1},
+            "shared": {"name": "eth1", "channel": 8},
+            "bond": {"name": "bond0", "channel": 1}},
+  "lan": {
+    "dedicated": {"lan": true},
+    "shared": {"lan": true},
+    "bond": {"lan": true, "ipv4-enabled": true, "ipv4": "192.168.30.2/24",
+             "ipv4-gateway": "192.168.30.1"}}})";
 
 } // namespace nwtest

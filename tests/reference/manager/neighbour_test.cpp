@@ -70,10 +70,9 @@ TEST_F(NeighbourTest, NorByTheBond)
     const Neighbour neighbour("peer2", "192.168.30.2");
     stopManager();
     std::string json = separatePorts;
-    const std::string bond = R"("channel": 1, "enabled": false})";
+    const std::string bond = R"({"lan": false})";
     json.replace(json.find(bond), bond.size(),
-                 R"("channel": 1, "enabled": true, "ipv4": {"enabled": true, )"
-                 R"("address": "192.168.30.2/24"}})");
+                 R"({"lan": true, "ipv4-enabled": true, "ipv4": "192.168.30.2/24"})");
     configure(json);
     startManager();
     NW_NET_MODE_SET_S set{};

@@ -33,13 +33,15 @@ std::vector<std::uint8_t> reverseRequest(std::uint8_t enable, std::uint8_t bits 
 /* Separate ports, and settings for the bond that wait. */
 constexpr const char *bondInWaiting = R"({
   "mode": "separate",
-  "ports": [
-    {"name": "eth0", "channel": 1, "enabled": true,
-     "ipv4": {"enabled": true, "address": "192.168.10.2/24", "gateway": "192.168.10.1"}},
-    {"name": "eth1", "channel": 8, "enabled": true,
-     "ipv6": {"enabled": true, "address": "2001:db8:20::2/64"}},
-    {"name": "bond0", "channel": 1, "enabled": true,
-     "ipv4": {"enabled": true, "address": "192.168.30.2/24", "gateway": "192.168.30.1"}}]})";
+  "ports": {"dedicated": {"name": "eth0", "channel": 1},
+            "shared": {"name": "eth1", "channel": 8},
+            "bond": {"name": "bond0", "channel": 1}},
+  "lan": {
+    "dedicated": {"lan": true, "ipv4-enabled": true, "ipv4": "192.168.10.2/24",
+                  "ipv4-gateway": "192.168.10.1"},
+    "shared": {"lan": true, "ipv6-enabled": true, "ipv6": "2001:db8:20::2/64"},
+    "bond": {"lan": true, "ipv4-enabled": true, "ipv4": "192.168.30.2/24",
+             "ipv4-gateway": "192.168.30.1"}}})";
 
 class NetMode : public ManagerTest {
 protected:

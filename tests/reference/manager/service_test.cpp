@@ -7,8 +7,8 @@
 
 #include "manager/engine/store.hpp"
 #include "manager_system.hpp"
-#include "rpc_protocol.hpp"
-#include "rpc_server.hpp"
+#include "rpc/rpc_protocol.hpp"
+#include "rpc/rpc_server.hpp"
 
 namespace nwtest {
 
@@ -61,6 +61,7 @@ protected:
     void SetUp() override
     {
         configure(separatePorts);
+        shell("ip address flush dev eth0 2>/dev/null; true");
     }
 
     bool isOwned(const std::string &address) const
@@ -104,26 +105,74 @@ TEST_F(Service, NameOwnedByAnother)
         << outcome.error;
 }
 
-TEST_F(Service, NoBus)
+/* The stored configuration holds without a bus, which is served once it is there. */
+TEST_F(Service, WaitsForTheBus)
 {
-    const Outcome outcome =
-        runManager({}, {"DBUS_SYSTEM_BUS_ADDRESS=unix:path=/run/there-is-no-bus"});
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.error.find("cannot connect to the message bus"), std::string::npos)
-        << outcome.error;
+    std::filesystem::remove("/run/policy-bus");
+    Process manager({NWMANAGERD}, {PolicyBus::address});
+    EXPECT_TRUE(waitUntil([] { return !kernelAddresses("eth0").empty(); })) << manager.errorText();
+    EXPECT_TRUE(manager.isRunning());
+    EXPECT_NE(manager.errorText().find("the bus is waited for"), std::string::npos)
+        << manager.errorText() << kernelSnapshot();
+
+    PolicyBus bus("root");
+    EXPECT_TRUE(waitUntil([&] { return isOwned(PolicyBus::address); })) << manager.errorText();
+    manager.signal(SIGTERM);
+    EXPECT_EQ(manager.wait(), 0) << manager.errorText();
 }
 
-TEST_F(Service, BusLostAtRunTime)
+TEST_F(Service, BusThatComesAgainIsServed)
 {
-    PolicyBus bus("root");
+    std::optional<PolicyBus> bus("root");
     Process manager({NWMANAGERD}, {PolicyBus::address});
     ASSERT_TRUE(waitUntil([&] { return isOwned(PolicyBus::address); })) << manager.errorText();
 
-    bus.kill();
+    bus->kill();
+    bus.reset();
+    bus.emplace("root");
 
-    EXPECT_EQ(manager.wait(), 1);
-    EXPECT_NE(manager.errorText().find("lost the message bus"), std::string::npos)
-        << manager.errorText();
+    EXPECT_TRUE(waitUntil([&] { return isOwned(PolicyBus::address); })) << manager.errorText();
+    manager.signal(SIGTERM);
+    EXPECT_EQ(manager.wait(), 0) << manager.errorText();
+}
+
+TEST_F(Service, SignalEndsTheWaitForTheBus)
+{
+    std::filesystem::remove("/run/policy-bus");
+    Process manager({NWMANAGERD}, {PolicyBus::address});
+    EXPECT_TRUE(waitUntil([] { return !kernelAddresses("eth0").empty(); })) << manager.errorText();
+    manager.signal(SIGTERM);
+    EXPECT_EQ(manager.wait(), 0) << manager.errorText();
+}
+
+/* The second manager touches nothing, whatever its own records ask for. */
+TEST_F(Service, SecondManagerOnTheBusTouchesNothing)
+{
+    startManager();
+    const std::string elsewhere = "BMC_STATE_DIR=/run/second-" + std::to_string(getpid());
+    std::string json = separatePorts;
+    json.replace(json.find("192.168.20.2"), 12, "192.168.99.2");
+    std::ofstream("/run/second.json") << json;
+    ASSERT_EQ(runManager({"--init", "/run/second.json"}, {elsewhere}).status, 0);
+    const std::string before = kernelSnapshot();
+
+    const Outcome outcome = runManager({}, {elsewhere});
+
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.error.find("cannot own the bus name"), std::string::npos) << outcome.error;
+    EXPECT_EQ(before, kernelSnapshot());
+}
+
+/* What the log was written to may be gone. */
+TEST_F(Service, BrokenPipeOfTheLogDoesNotEndIt)
+{
+    shell("sh -c '(" NWMANAGERD " & echo $! > /run/pid) 2>&1 | true'");
+    ASSERT_TRUE(waitUntil([&] { return isOwned(""); }));
+    for (int round = 0; round < 3; round++) {
+        EXPECT_TRUE(call(std::vector<std::uint8_t>(7)).has_value());
+    }
+    shell("kill -TERM $(cat /run/pid)");
+    EXPECT_TRUE(waitUntil([&] { return !isOwned(""); }));
 }
 
 /* The test is root: where the policy names another administrator, root is anybody. */
@@ -141,43 +190,6 @@ TEST_F(Service, NoConfiguration)
     const Outcome outcome = runManager({}, {elsewhere});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_NE(outcome.error.find("run nwmanagerd --init FILE"), std::string::npos) << outcome.error;
-}
-
-TEST_F(Service, InitReplacesOnlyWhenForced)
-{
-    const Outcome outcome = runManager({"--init", "/run/config.json"});
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.error.find("--force"), std::string::npos) << outcome.error;
-    EXPECT_EQ(runManager({"--init", "/run/config.json", "--force"}).status, 0);
-    EXPECT_EQ(runManager({"--init", "/run/no-such-file"}).status, 1);
-}
-
-TEST_F(Service, InitWritesWhatReadersNeed)
-{
-    NW_HOSTNAME_DB_INFO_S hostName;
-    NW_DNS_DB_INFO_S dns;
-    NW_LLDP_DB_INFO_S lldp;
-    NW_NCSI_DB_INFO_S ncsi;
-    NW_AN_CFG_DB_INFO_S an;
-    NW_IFC_STATE_DB_INFO_S state;
-    NW_LAN_CFG_DB_INFO_S lan;
-    std::uint8_t status = 9;
-    EXPECT_EQ(LIB_NW_GetHostName(&hostName), NW_OK);
-    EXPECT_EQ(NW_LMDB_Get_DNS(&dns), NW_OK);
-    EXPECT_EQ(NW_LMDB_Get_LLDP(&lldp), NW_OK);
-    EXPECT_EQ(NW_LMDB_Get_NCSI(&ncsi), NW_OK);
-    EXPECT_EQ(NW_LMDB_GetAnCfgInfo(&an), NW_OK);
-    EXPECT_EQ(NW_LMDB_Get_IfcState(&state), NW_OK);
-    EXPECT_EQ(NW_LMDB_GetLanCfgInfo(&lan), NW_OK);
-    EXPECT_EQ(NW_LMDB_Get_NetStatus(&status), NW_OK);
-    EXPECT_EQ(status, 0);
-
-    /* A record that is there stays. */
-    const bmc::manager::Store store;
-    hostName.ucHostNameMode = 1;
-    store.put(bmc::manager::hostNameRecord, hostName);
-    configure(separatePorts);
-    EXPECT_EQ(store.read(bmc::manager::hostNameRecord).ucHostNameMode, 1);
 }
 
 TEST_F(Service, Options)

@@ -161,7 +161,7 @@ class RefusedEdit : public ::testing::TestWithParam<Row> {};
 
 /* The refusal of a change; fails where there is none. */
 Refusal refusalOf(const Configuration &present, const Change &change,
-                  const NW_WIFI_ADDR_S &wireless = noWireless)
+                  const std::optional<NW_WIFI_ADDR_S> &wireless = noWireless)
 {
     try {
         edited(present, change, wireless);
@@ -220,6 +220,20 @@ TEST(Edited, TheWirelessInterfaceIsANeighbourToo)
     EXPECT_EQ(refusalOf(presentConfiguration(), {address(0, {10, 9, 9, 7})}, wireless).code(),
               NW_ERR_IPV4_SAME_SEGMENT);
     EXPECT_NO_THROW(edited(presentConfiguration(), {address(0, {10, 9, 9, 7})}, noWireless));
+}
+
+/* Nobody can tell whether they overlap; what has nothing to do with that is made all the same. */
+TEST(Edited, AWirelessInterfaceThatIsNotKnownStopsWhatItMattersTo)
+{
+    const Refusal refusal =
+        refusalOf(presentConfiguration(), {address(0, {10, 9, 9, 7})}, std::nullopt);
+    EXPECT_EQ(refusal.code(), static_cast<NW_RESULT>(Result::wirelessUnknown));
+    EXPECT_EQ(refusal.setting(), findSetting(Section::lan, "ipv4"));
+    EXPECT_EQ(refusalOf(presentConfiguration(), {mode(1, 0)}, std::nullopt).code(),
+              static_cast<NW_RESULT>(Result::wirelessUnknown));
+    Change other;
+    assign(other, *findSetting(Section::lan, "hop-limit"), 1, "9");
+    EXPECT_NO_THROW(edited(presentConfiguration(), other, std::nullopt));
 }
 
 TEST(Edited, ThePortsThatANewModeServesMayNotShareASegment)

@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+/* Changes of settings as the engine takes them. */
+#pragma once
+
+#include "manager/engine/engine.hpp"
+#include "settings/change.hpp"
+#include "settings/difference.hpp"
+
+namespace bmc::manager {
+
+/* The configuration that is asked for. All checks are made; throws Refusal. */
+Configuration checked(const Configuration &present, const settings::Change &asked);
+
+/* What is asked for may be touched, whether the records have it already or not. */
+Scope scopeOf(const settings::Change &asked);
+/* Only what differs may be. */
+Scope scopeOf(const std::vector<settings::Difference> &differences);
+
+} // namespace bmc::manager

@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+#include "manager/service/documents.hpp"
+
+#include "manager/log.hpp"
+#include "manager/refusal.hpp"
+#include "manager/service/changes.hpp"
+#include "rpc/manager1.hpp"
+#include "settings/document.hpp"
+
+namespace bmc::manager {
+
+namespace {
+
+namespace keys = rpc::manager1;
+using settings::Json;
+
+/* A document on its way. */
+struct Attempt {
+    settings::Reading reading{};
+    std::vector<settings::Difference> differences{};
+    Json changes = Json::array();
+    Json notes = Json::array();
+};
+
+Json changeOf(const settings::Difference &difference, const Configuration &present)
+{
+    const settings::Setting &setting = *difference.setting;
+    const bool hasPort = settings::infoOf(setting.section).portCount != 0;
+    return {
+        {keys::settingKey, settings::placeOf(setting, difference.port)},
+        {keys::portKey, hasPort ? Json(settings::nameOf(present.state, difference.port)) : Json()},
+        {keys::beforeKey, difference.before},
+        {keys::afterKey, difference.after}};
+}
+
+std::string idleNote(const Configuration &after, unsigned port)
+{
+    const settings::Setting &mode = settings::settingsOf(settings::Section::mode).front();
+    return "settings of " + settings::titleOf(after.state, port) +
+           " have no effect in network mode " +
+           settings::textOf(mode, settings::valueOf(after, mode, 0));
+}
+
+void describe(Attempt &attempt, const Configuration &present, const Configuration &after)
+{
+    attempt.differences = settings::differences(present, after);
+    for (const settings::Difference &difference : attempt.differences) {
+        attempt.changes.push_back(changeOf(difference, present));
+    }
+    for (const std::string &sentence : attempt.reading.ignored) {
+        attempt.notes.push_back(sentence);
+    }
+    for (const unsigned port : settings::idlePorts(attempt.reading.change, after)) {
+        attempt.notes.push_back(idleNote(after, port));
+    }
+    if (attempt.differences.empty()) {
+        attempt.notes.push_back("nothing to change: everything is as the document says");
+    }
+}
+
+/* Bytes of a record that are no text must not break the answer. */
+std::string textOf(const Json &answer)
+{
+    return answer.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+std::string refused(const char *method, std::uint32_t code, const std::string &place,
+                    const std::string &reason, const Attempt &attempt)
+{
+    log(Level::error, std::string("refused: ") + method + ": " + place + ": " + reason);
+    return textOf({{keys::resultKey, code},
+                   {keys::reasonKey, reason},
+                   {keys::settingKey, place},
+                   {keys::changesKey, Json::array()},
+                   {keys::notesKey, attempt.notes}});
+}
+
+/* Makes is called with the change once it has passed the checks. */
+template <typename Make>
+std::string carryOut(Engine &engine, const char *method, const std::string &document,
+                     const Make &make)
+{
+    Attempt attempt;
+    try {
+        const Configuration present = engine.present();
+        attempt.reading = settings::readDocument(document, present);
+        const Configuration after = checked(present, attempt.reading.change);
+        describe(attempt, present, after);
+        make(Change{after, scopeOf(attempt.differences)});
+    } catch (const settings::DocumentError &error) {
+        const auto bad = static_cast<std::uint32_t>(Result::badDocument);
+        return refused(method, error.code() != NW_OK ? error.code() : bad, error.place(),
+                       error.reason(), attempt);
+    } catch (const Refusal &refusal) {
+        return refused(method, refusal.code(), settings::placeOf(refusal, attempt.reading),
+                       refusal.what(), attempt);
+    }
+    log(Level::information, std::string(method) + ": done");
+    return textOf({{keys::resultKey, NW_OK},
+                   {keys::reasonKey, nullptr},
+                   {keys::settingKey, nullptr},
+                   {keys::changesKey, attempt.changes},
+                   {keys::notesKey, attempt.notes}});
+}
+
+} // namespace
+
+std::string checkDocument(Engine &engine, const std::string &document)
+{
+    return carryOut(engine, "check", document, [](const Change &) {});
+}
+
+std::string applyDocument(Engine &engine, const std::string &document)
+{
+    return carryOut(engine, "apply", document,
+                    [&](const Change &change) { engine.change(change); });
+}
+
+} // namespace bmc::manager

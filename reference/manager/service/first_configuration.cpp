@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+#include "manager/service/first_configuration.hpp"
+
+#include "manager/engine/journal.hpp"
+#include "manager/refusal.hpp"
+#include "settings/document.hpp"
+#include "settings/wireless.hpp"
+
+namespace bmc::manager {
+
+namespace {
+
+/* What holds where the document says nothing. */
+Configuration baseOf(const Store &store)
+{
+    Configuration base = settings::blankConfiguration();
+    base.hostName = store.find(hostNameRecord).value_or(base.hostName);
+    base.dns = store.find(dnsRecord).value_or(base.dns);
+    base.lldp = store.find(lldpRecord).value_or(base.lldp);
+    base.an = store.find(anRecord).value_or(base.an);
+    return base;
+}
+
+} // namespace
+
+void writeFirstConfiguration(std::string_view document, bool isForced)
+{
+    const Store store;
+    const Configuration first =
+        settings::firstConfiguration(document, settings::knownWireless(), baseOf(store));
+    if (!isForced && (!store.isVacant(ifcStateRecord) || !store.isVacant(lanRecord))) {
+        throw Refusal(static_cast<std::uint32_t>(Result::databaseFailed),
+                      "the database holds a configuration already; --force replaces it");
+    }
+
+    /* A change that was under way is over: what it left in kernel and system is in the ledger. */
+    inherit(store);
+    Batch batch;
+    batch.put(first)
+        .put(netStatusRecord, {0})
+        .put(ncsiRecord, store.find(ncsiRecord).value_or(NW_NCSI_DB_INFO_S{}));
+    if (!store.isVacant(journalHeadRecord)) {
+        batch.put(journalHeadRecord, {journalVersion, 0});
+    }
+    store.commit(batch, "first configuration");
+}
+
+} // namespace bmc::manager

@@ -1,0 +1,243 @@
+// SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
+// SPDX-License-Identifier: Apache-2.0
+/* The typed interface on a real bus: whole documents, all or nothing. */
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+#include <nlohmann/json.hpp>
+#include <sdbus-c++/sdbus-c++.h>
+
+#include "manager/engine/store.hpp"
+#include "manager_system.hpp"
+#include "rpc/manager1.hpp"
+#include "rpc/rpc_protocol.hpp"
+#include "settings/codes.hpp"
+#include "settings/document.hpp"
+
+namespace nwtest {
+
+namespace {
+
+namespace names = bmc::rpc::manager1;
+using bmc::manager::Configuration;
+using bmc::manager::Store;
+using bmc::settings::Result;
+using Json = nlohmann::ordered_json;
+using Addresses = std::vector<std::string>;
+
+Configuration stored()
+{
+    return Store().readConfiguration();
+}
+
+std::string documentText()
+{
+    return bmc::settings::documentOf(stored()).dump();
+}
+
+/* Records and kernel. */
+std::string everything()
+{
+    return documentText() + kernelSnapshot() + shell("hostname");
+}
+
+std::string statePath(const char *name)
+{
+    return std::string(std::getenv("BMC_STATE_DIR")) + "/" + name;
+}
+
+class Manager1 : public ManagerTest {
+protected:
+    static Json ask(const char *method, const std::string &document)
+    {
+        auto connection = sdbus::createSystemBusConnection();
+        auto proxy = sdbus::createProxy(*connection, bmc::rpc::busName(NW_RPC_SERVICE_NETWORK),
+                                        names::objectPath);
+        std::string answer;
+        proxy->callMethod(method)
+            .onInterface(names::interfaceName)
+            .withArguments(document)
+            .storeResultsTo(answer);
+        return Json::parse(answer);
+    }
+    static Json apply(const std::string &document)
+    {
+        return ask(names::applyMethod, document);
+    }
+    static Json check(const std::string &document)
+    {
+        return ask(names::checkMethod, document);
+    }
+
+    /* Refused by both methods alike, with nothing changed. */
+    static void expectRefused(const std::string &document, std::uint32_t code,
+                              const std::string &place)
+    {
+        const std::string before = everything();
+        for (const char *method : {names::checkMethod, names::applyMethod}) {
+            SCOPED_TRACE(method);
+            const Json answer = ask(method, document);
+            EXPECT_EQ(answer[names::resultKey], code) << answer;
+            EXPECT_EQ(answer[names::settingKey], place) << answer;
+            EXPECT_FALSE(answer[names::reasonKey].get<std::string>().empty());
+            EXPECT_EQ(answer[names::changesKey], Json::array());
+        }
+        EXPECT_EQ(before, everything());
+    }
+    static void expectRefused(const std::string &document, Result code, const std::string &place)
+    {
+        expectRefused(document, static_cast<std::uint32_t>(code), place);
+    }
+};
+
+struct Row {
+    const char *name;
+    std::string document;
+    Result code;
+    const char *place;
+};
+
+/* clang-format off */
+const Row rows[] = {
+    {"Empty",          "",                                                             Result::badDocument,    "document"},
+    {"NotJson",        "{",                                                            Result::badDocument,    "document"},
+    {"NotAnObject",    "[]",                                                           Result::badDocument,    "document"},
+    {"Deep",           std::string(100000, '['),                                       Result::badDocument,    "document"},
+    {"TooLong",        "{\"mode\": \"" + std::string(1100000, 'x') + "\"}",            Result::badDocument,    "document"},
+    {"UnknownPart",    R"({"colour": 1})",                                             Result::badDocument,    "colour"},
+    {"UnknownPort",    R"({"lan": {"eth7": {"lan": true}}})",                          Result::badDocument,    "lan.eth7"},
+    {"UnknownSetting", R"({"lan": {"eth1": {"colour": 1}}})",                          Result::badDocument,    "lan.eth1.colour"},
+    {"WrongShape",     R"({"lan": {"eth1": {"ipv4": {}}}})",                           Result::badDocument,    "lan.eth1.ipv4"},
+    {"WrongWord",      R"({"mode": "bonded"})",                                        Result::badDocument,    "mode"},
+    {"Gateway",        R"({"lan": {"eth1": {"ipv4-gateway": "10.1.1.1"}}})",           Result::gatewayOutside, "lan.eth1.ipv4-gateway"},
+    {"HostName",       R"({"lan": {"eth1": {"ipv4": "192.168.20.9/24"}}, "hostname": {"mode": "auto", "name": "x"}})", Result::badHostNameMode, "hostname.name"},
+};
+/* clang-format on */
+
+} // namespace
+
+TEST_F(Manager1, BadDocumentsAreAnsweredWithPlaceAndReason)
+{
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
+        expectRefused(row.document, row.code, row.place);
+    }
+    EXPECT_TRUE(manager_->isRunning());
+}
+
+TEST_F(Manager1, AppliesAllKindsOfSettingsAtOnce)
+{
+    const std::string document = R"({
+        "hostname": {"mode": "manual", "name": "bmc-7"},
+        "lan": {"shared": {"ipv4": "192.168.20.7/24", "ipv4-gateway": "192.168.20.1"}},
+        "dns": {"eth1": {"ipv4-mode": "manual", "ipv4-server1": "192.168.20.53"}}})";
+    const std::string before = everything();
+    const Json foreseen = check(document);
+    EXPECT_EQ(before, everything());
+    EXPECT_EQ(foreseen[names::resultKey], NW_OK) << foreseen;
+
+    const Json answer = apply(document);
+
+    EXPECT_EQ(answer, foreseen);
+    EXPECT_TRUE(answer[names::reasonKey].is_null());
+    EXPECT_TRUE(answer[names::settingKey].is_null());
+    const Json address = {{"setting", "lan.shared.ipv4"},
+                          {"port", "eth1"},
+                          {"before", "192.168.20.2/24"},
+                          {"after", "192.168.20.7/24"}};
+    const Json &changes = answer[names::changesKey];
+    EXPECT_NE(std::ranges::find(changes, address), changes.end()) << answer;
+    EXPECT_EQ(changes[0]["setting"], "hostname.name");
+    EXPECT_TRUE(changes[0]["port"].is_null());
+    EXPECT_EQ(kernelAddresses("eth1"), (Addresses{"192.168.20.7/24", "2001:db8:20::2/64"}));
+    EXPECT_EQ(kernelGateways("eth1"), Addresses{"192.168.20.1 101"});
+    EXPECT_EQ(shell("hostname"), "bmc-7\n");
+    EXPECT_NE(shell("cat $BMC_STATE_DIR/resolv.conf").find("192.168.20.53"), std::string::npos);
+}
+
+/* The kernel refuses one part after others have taken effect. */
+TEST_F(Manager1, LateRefusalTakesEverythingBack)
+{
+    shell("ip address add 192.168.20.9/24 dev eth0");
+    const std::string document = R"({"hostname": {"mode": "manual", "name": "bmc-8"},
+        "lan": {"shared": {"ipv4": "192.168.20.7/24", "ipv4-gateway": "off"},
+                "dedicated": {"ipv4": "192.168.20.9/25"}}})";
+    const std::string before = everything();
+    const Json answer = apply(document);
+    EXPECT_NE(answer[names::resultKey], NW_OK) << answer;
+    EXPECT_EQ(answer[names::changesKey], Json::array());
+    EXPECT_EQ(before, everything());
+}
+
+TEST_F(Manager1, ExportedDocumentChangesNothing)
+{
+    const std::string document = documentText();
+    const std::string before = everything();
+    const Json answer = apply(document);
+    EXPECT_EQ(answer[names::resultKey], NW_OK) << answer;
+    EXPECT_EQ(answer[names::changesKey], Json::array());
+    ASSERT_FALSE(answer[names::notesKey].empty());
+    EXPECT_EQ(answer[names::notesKey].back(),
+              "nothing to change: everything is as the document says");
+    EXPECT_EQ(before, everything());
+}
+
+TEST_F(Manager1, PortsThatAreNotServedAreStoredAndTold)
+{
+    const Json answer = apply(R"({"lan": {"bond": {"lan": true, "ipv4": "192.168.30.9/24"}}})");
+    EXPECT_EQ(answer[names::resultKey], NW_OK) << answer;
+    EXPECT_EQ(answer[names::notesKey],
+              Json({"settings of bond0, bond have no effect in network mode separate"}));
+    EXPECT_EQ(stored().lan.astPort[2].aucIpv4Addr[3], 9);
+    EXPECT_TRUE(kernelAddresses("bond0").empty());
+}
+
+TEST_F(Manager1, MachinesOwnPartIsLeftAloneAndTold)
+{
+    const Json answer = apply(R"({"ports": {"shared": {"name": "eth9", "channel": 8}}})");
+    EXPECT_EQ(answer[names::resultKey], NW_OK) << answer;
+    ASSERT_EQ(answer[names::notesKey].size(), 2U) << answer;
+    EXPECT_NE(answer[names::notesKey][0].get<std::string>().find("eth9"), std::string::npos);
+    EXPECT_STREQ(stored().state.acIfcName[1], "eth1");
+}
+
+/* A port whose interface is missing does not stand in the way of what is not about it. */
+TEST_F(Manager1, MissingInterfaceHindersOnlyItsOwnPort)
+{
+    shell("ip link del eth0");
+    std::string document = documentText();
+    Json changed = Json::parse(document);
+    changed["lldp"]["work-mode"] = "rx";
+    const Json answer = apply(changed.dump());
+    EXPECT_EQ(answer[names::resultKey], NW_OK) << answer;
+    EXPECT_EQ(answer[names::changesKey].size(), 1U) << answer;
+}
+
+TEST_F(Manager1, MalformedWirelessFileStopsWhatItMattersTo)
+{
+    std::ofstream(statePath("wireless.json")) << "{";
+    expectRefused(R"({"lan": {"eth1": {"ipv4": "192.168.20.9/24"}}})", Result::wirelessUnknown,
+                  "lan.eth1.ipv4");
+    LanRequest request;
+    request.select(1, NW_LAN_BIT_IPV4_ADDR);
+    put(request.port(1).aucIpv4Addr, "192.168.20.9");
+    expectUntouched(request, static_cast<std::uint32_t>(Result::wirelessUnknown), 1);
+    EXPECT_EQ(apply(R"({"lan": {"eth1": {"hop-limit": 9}}})")[names::resultKey], NW_OK);
+
+    std::filesystem::remove(statePath("wireless.json"));
+    EXPECT_EQ(apply(R"({"lan": {"eth1": {"ipv4": "192.168.20.9/24"}}})")[names::resultKey], NW_OK);
+}
+
+TEST_F(Manager1, CanBeIntrospected)
+{
+    const std::string text =
+        shell("dbus-send --system --print-reply --dest=io.networkmng.Service24 "
+              "/io/networkmng/Manager org.freedesktop.DBus.Introspectable.Introspect");
+    for (const char *word :
+         {"io.networkmng.Manager1", "\"Check\"", "\"Apply\"", "\"document\"", "\"answer\""}) {
+        EXPECT_NE(text.find(word), std::string::npos) << word;
+    }
+}
+
+} // namespace nwtest
