@@ -77,8 +77,9 @@ struct NW_LAN_SLOT_S {
 constexpr size_t NW_LAN_SLOT_COUNT = 3;
 
 /* Builds the success text of each share in a private, zeroed context, then copies it into the slot
- * and the context's level to *pucLevel. Of pstOperLog nothing but the three slots is touched;
- * the request is the caller's own, whose bitmap is left with the last share. */
+ * and the context's level to *pucLevel. Of pstOperLog nothing but the three slots is touched, and
+ * its level only where pucLevel points to it. The request is a copy that the caller made for this:
+ * its bitmap is left with the last share. */
 void NW_BuildLanSlots(const NW_LAN_SLOT_S (&astSlot)[NW_LAN_SLOT_COUNT], uint32_t uiPort,
                       NW_LAN_SET_REQ_S *pstRequest, NW_OPER_LOG_S *pstOperLog, uint8_t *pucLevel);
 

@@ -10,11 +10,11 @@
 #define NW_BMC_NAME_FILE "/conf/network/hostname"
 #define NW_BMC_NAME_SIZE 64U
 
+NW_EXTERN_C_BEGIN
+
 /* Files and sockets that these functions open are closed in programs that are started meanwhile.
  * The packet socket of the gateway search and the BMC name file are marked so right after they were
  * opened: a program that another thread starts in that moment inherits them. */
-
-NW_EXTERN_C_BEGIN
 
 /* MAC address of a port's configured IPv4 gateway: from the kernel's ARP cache, otherwise by two
  * ARP requests (up to 4 seconds; needs the right to open packet sockets). Writes the 6 bytes when

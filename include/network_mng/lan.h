@@ -354,13 +354,14 @@ NW_EXPORT NW_RESULT LIB_NW_GetAllLanConfig(NW_LAN_CFG_DB_INFO_S *pstLanCfgDbInfo
 
 /* Sends the change to the network manager and answers its result. On success the three LAN slots of
  * pstOperLog receive their texts, the two route slots with the other changed fields as well, and
- * the rest of it stays as it is; on failure the main slot receives the text. All records are the
- * caller's. */
+ * the rest of it stays as it is; on failure the main slot and the level are written. All records
+ * are the caller's. */
 NW_EXPORT NW_RESULT LIB_NW_SetLanConfig(NW_LAN_BITMAP_S *pstLanBitmap,
                                         NW_LAN_SET_CFG_S *pstLanConfig, NW_OPER_LOG_S *pstOperLog);
 
 /* Sends LAN, DNS and network-mode changes in one request. On success every part's slots of
- * pstOperLog receive their texts, on failure the main slot that of the part that failed. */
+ * pstOperLog receive their texts, on failure the main slot that of the part that failed; the level
+ * is written with each text. */
 NW_EXPORT NW_RESULT LIB_NW_SetNetWorkAll(const NW_SET_NETWORK_ALL_S *pstSetNetworkAll,
                                          NW_OPER_LOG_S *pstOperLog);
 

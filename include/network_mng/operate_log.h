@@ -30,7 +30,7 @@ typedef struct NW_PACKED {
     char szLanIpv6RouteLog[NW_OPER_LOG_SLOT_SIZE]; /* LAN, IPv6 static routes */
     char szDnsLog[NW_OPER_LOG_SLOT_SIZE];          /* DNS of the combined set */
     char szNetModeLog[NW_OPER_LOG_SLOT_SIZE];      /* network port mode of the combined set */
-    uint8_t ucLogLevel; /* NW_OPER_LOG_LEVEL once a text was built here */
+    uint8_t ucLogLevel; /* NW_OPER_LOG_LEVEL once szOperLog or a combined set was built */
 } NW_OPER_LOG_S;
 NW_ASSERT_AT(NW_OPER_LOG_S, szOperLog, 0);
 NW_ASSERT_AT(NW_OPER_LOG_S, szLanOtherLog, 512);

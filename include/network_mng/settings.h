@@ -249,7 +249,8 @@ NW_EXPORT NW_RESULT LIB_NW_SetLanReverse(const NW_LAN_REVERSE_SET_S *pstSetLanRe
 /* Changes the shared-link mode. NW_SHARE_LINK_MODE_E, set as a change of the network mode and of
  * port 1's LAN; the operation-log texts are discarded and every failure gives NW_ERR_GENERAL. */
 NW_EXPORT NW_RESULT LIB_NW_ChangeShareLinkMode(uint8_t ucMode);
-/* Stores the present NW_SHARE_LINK_MODE_E. A failed read gives NW_ERR_GENERAL. */
+/* Stores the present NW_SHARE_LINK_MODE_E. A failed read gives NW_ERR_GENERAL. With separate ports
+ * it makes the query LIB_NW_GetLanConfig, with what that says of its socket. */
 NW_EXPORT NW_RESULT LIB_NW_GetShareLinkMode(uint8_t *pucNcsiEnable);
 
 NW_EXTERN_C_END

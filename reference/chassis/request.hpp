@@ -7,18 +7,18 @@
 #include <stdexcept>
 
 #include "network_mng/rpc.h"
-#include "rpc/manager_results.hpp"
 #include "rpc/rpc_server.hpp"
+#include "settings/codes.hpp"
 
 namespace bmc::chassis {
 
-using manager::Result;
+using settings::Result;
 
 /* Why a request isn't carried out. */
 class Refused : public std::runtime_error {
 public:
     Refused(Result result, const std::string &subject)
-        : std::runtime_error(subject + ": " + manager::meaningOf(result)), result_(result)
+        : std::runtime_error(subject + ": " + settings::meaningOf(result)), result_(result)
     {
     }
 
