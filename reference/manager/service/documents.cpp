@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "manager/service/documents.hpp"
 
+#include <algorithm>
+
 #include "manager/log.hpp"
 #include "manager/refusal.hpp"
 #include "manager/service/changes.hpp"
@@ -42,6 +44,14 @@ std::string idleNote(const Configuration &after, unsigned port)
            settings::textOf(mode, settings::valueOf(after, mode, 0));
 }
 
+bool isChanged(const std::vector<settings::Difference> &differences, unsigned port)
+{
+    return std::ranges::any_of(differences, [port](const settings::Difference &difference) {
+        const bool hasPort = settings::infoOf(difference.setting->section).portCount != 0;
+        return hasPort && difference.port == port;
+    });
+}
+
 void describe(Attempt &attempt, const Configuration &present, const Configuration &after)
 {
     attempt.differences = settings::differences(present, after);
@@ -52,10 +62,9 @@ void describe(Attempt &attempt, const Configuration &present, const Configuratio
         attempt.notes.push_back(sentence);
     }
     for (const unsigned port : settings::idlePorts(attempt.reading.change, after)) {
-        attempt.notes.push_back(idleNote(after, port));
-    }
-    if (attempt.differences.empty()) {
-        attempt.notes.push_back("nothing to change: everything is as the document says");
+        if (isChanged(attempt.differences, port)) {
+            attempt.notes.push_back(idleNote(after, port));
+        }
     }
 }
 

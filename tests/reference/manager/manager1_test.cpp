@@ -177,9 +177,7 @@ TEST_F(Manager1, ExportedDocumentChangesNothing)
     const Json answer = apply(document);
     EXPECT_EQ(answer[names::resultKey], NW_OK) << answer;
     EXPECT_EQ(answer[names::changesKey], Json::array());
-    ASSERT_FALSE(answer[names::notesKey].empty());
-    EXPECT_EQ(answer[names::notesKey].back(),
-              "nothing to change: everything is as the document says");
+    EXPECT_EQ(answer[names::notesKey], Json::array());
     EXPECT_EQ(before, everything());
 }
 
@@ -197,7 +195,7 @@ TEST_F(Manager1, MachinesOwnPartIsLeftAloneAndTold)
 {
     const Json answer = apply(R"({"ports": {"shared": {"name": "eth9", "channel": 8}}})");
     EXPECT_EQ(answer[names::resultKey], NW_OK) << answer;
-    ASSERT_EQ(answer[names::notesKey].size(), 2U) << answer;
+    ASSERT_EQ(answer[names::notesKey].size(), 1U) << answer;
     EXPECT_NE(answer[names::notesKey][0].get<std::string>().find("eth9"), std::string::npos);
     EXPECT_STREQ(stored().state.acIfcName[1], "eth1");
 }
