@@ -76,7 +76,7 @@ std::string valueAt(const settings::Reading &reading, const std::string &place)
 Configuration foreseen(const settings::Reading &reading, const Configuration &present)
 {
     try {
-        return settings::edited(present, reading.change, settings::readWireless());
+        return settings::edited(present, reading.change, settings::knownWireless());
     } catch (const settings::Refusal &refusal) {
         const std::string place = settings::placeOf(refusal, reading);
         throw Failure(Exit::refused, place, valueAt(reading, place), reasonOf(refusal),

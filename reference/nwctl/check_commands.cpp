@@ -133,6 +133,16 @@ struct CheckResult {
     NW_RESULT result;
 };
 
+NW_WIFI_ADDR_S wirelessToCheck()
+{
+    const auto wireless = settings::knownWireless();
+    if (!wireless) {
+        constexpr auto unknown = static_cast<NW_RESULT>(settings::Result::wirelessUnknown);
+        throw Failure(Exit::internal, "", "", "the check cannot be made", unknown);
+    }
+    return *wireless;
+}
+
 /* Of the stored record: the port's addresses, then its static routes. */
 std::vector<CheckResult> checkStored(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
 {
@@ -140,7 +150,7 @@ std::vector<CheckResult> checkStored(const NW_IFC_STATE_DB_INFO_S &interfaces, u
     constexpr std::uint32_t routes = NW_ROUTESET_IPV4_ROUTE1 | NW_ROUTESET_IPV4_ROUTE2 |
                                      NW_ROUTESET_IPV6_ROUTE1 | NW_ROUTESET_IPV6_ROUTE2;
     const NW_LAN_CFG_DB_INFO_S record = readLanRecord();
-    const NW_WIFI_ADDR_S wireless = settings::readWireless();
+    const NW_WIFI_ADDR_S wireless = wirelessToCheck();
     const std::uint32_t ports = 1U << port; /* NW_PORTSET_* */
     return {{"addresses", LIB_NW_CheckIPv4v6SameSegment(interfaces.ucIfcState, ports, addresses,
                                                         &wireless, &record)},

@@ -193,7 +193,7 @@ Configuration foresee(const Configuration &present, const Sending &sending)
     Configuration after = present;
     try {
         for (const settings::Change &change : sending.changes) {
-            after = settings::edited(after, change, settings::readWireless());
+            after = settings::edited(after, change, settings::knownWireless());
         }
     } catch (const settings::Refusal &refusal) {
         throw refusalOf(sending, refusal);
@@ -206,7 +206,7 @@ void requireNoOverlap(const Configuration &present, const Sending &sending)
     try {
         for (const settings::Change &change : sending.changes) {
             settings::edited(withoutGateways(present), withoutGateways(change),
-                             settings::readWireless());
+                             settings::knownWireless());
         }
     } catch (const settings::Refusal &refusal) {
         if (isOverlap(refusal)) {

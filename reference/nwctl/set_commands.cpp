@@ -223,7 +223,7 @@ void requireFreeAddress(const Sending &sending, const Arguments &arguments, Sess
         return;
     }
     if (probe->result == ProbeResult::noTool) {
-        session.remark("arping is not installed: whether another host has the address is unknown");
+        session.remark("arping is not installed: only the network manager asks for the address");
     }
     if (probe->result == ProbeResult::taken) {
         throw Failure(Exit::refused, "--ipv4", probe->address,
@@ -301,8 +301,8 @@ std::vector<Parameter> parametersOf(const SetCommand &row)
     if (std::string_view(row.group) == "lan") {
         parameters.push_back(flag("--no-check", "send the change even when it makes two networks "
                                                 "overlap or a route meet another port"));
-        parameters.push_back(flag("--no-probe", "send a new IPv4 address without asking the "
-                                                "network whether it is taken"));
+        parameters.push_back(flag("--no-probe", "let the network manager alone ask whether a "
+                                                "new IPv4 address is taken"));
     }
     return parameters;
 }

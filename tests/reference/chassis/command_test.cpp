@@ -130,9 +130,9 @@ TEST_F(ChassisCommand, TellsThatTheBusIsMissing)
 TEST_F(ChassisCommand, TellsTheManagersRefusal)
 {
     /* A directory in the way of what the chassis manager wants to keep. */
-    ASSERT_EQ(e2e::run("mkdir $BMC_STATE_DIR/chassis.json.new").status, 0);
+    ASSERT_EQ(e2e::run("mkdir $BMC_STATE_DIR/chassis.json").status, 0);
     const auto result = nwctl("--json chassis send-fan 5400 25");
-    ASSERT_EQ(e2e::run("rmdir $BMC_STATE_DIR/chassis.json.new").status, 0);
+    ASSERT_EQ(e2e::run("rmdir $BMC_STATE_DIR/chassis.json").status, 0);
 
     EXPECT_EQ(result.status, 4);
     const json error = json::parse(result.output).at("error");

@@ -167,14 +167,50 @@ TEST_F(NetMode, KernelRefusalPutsEverythingBack)
     EXPECT_EQ(kernelGateways("eth0"), Addresses{"192.168.10.1 100"});
 }
 
-TEST_F(NetMode, NoInterfaceStandsForTheBond)
+/* Fails over between both ports, and looks at their links to know when. */
+void expectRealBond()
 {
-    if (canMake("type bond")) {
-        GTEST_FAIL() << "this kernel has bonds: extend the test to its members";
-    }
+    const std::string bond = shell("ip -d link show bond0");
+    EXPECT_NE(bond.find("mode active-backup"), std::string::npos) << bond;
+    EXPECT_NE(bond.find("miimon 100"), std::string::npos) << bond;
+    EXPECT_EQ(shell("ip -br link show master bond0 | wc -l"), "2\n");
+    EXPECT_EQ(kernelAddresses("bond0"), Addresses{"192.168.30.2/24"});
+    EXPECT_TRUE(kernelAddresses("eth0").empty());
+}
+
+TEST_F(NetMode, MakesABondWhereNoInterfaceStandsForOne)
+{
+    const bool hasBonds = canMake("type bond");
     shell("ip link del bond0");
-    expectRefused(modeRequest(1), 0x1E00041C);
-    EXPECT_NE(manager_->errorText().find("the kernel has no bonds"), std::string::npos);
+    if (!hasBonds) {
+        expectRefused(modeRequest(1), 0x1E00041C);
+        EXPECT_NE(manager_->errorText().find("the kernel has no bonds"), std::string::npos);
+        return;
+    }
+    expectAnswer(modeRequest(1), NW_OK);
+    expectRealBond();
+
+    expectAnswer(modeRequest(0), NW_OK);
+    EXPECT_EQ(shell("ip -br link | grep -c bond0 || true"), "0\n");
+    EXPECT_EQ(kernelAddresses("eth0"), Addresses{"192.168.10.2/24"});
+}
+
+/* As the kernel's driver makes one by itself: round robin, and without a look at the links. */
+TEST_F(NetMode, TakesABondThatIsThereAlready)
+{
+    const bool hasBonds = canMake("type bond");
+    shell("ip link del bond0");
+    if (!hasBonds) {
+        expectRefused(modeRequest(1), 0x1E00041C);
+        return;
+    }
+    shell("ip link add bond0 type bond mode balance-rr miimon 0");
+    expectAnswer(modeRequest(1), NW_OK);
+    expectRealBond();
+
+    expectAnswer(modeRequest(0), NW_OK);
+    EXPECT_EQ(shell("ip -br link show master bond0 | wc -l"), "0\n");
+    EXPECT_EQ(kernelAddresses("eth0"), Addresses{"192.168.10.2/24"});
 }
 
 TEST_F(Switchover, PortsTradeTheirInterfaces)
