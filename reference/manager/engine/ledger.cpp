@@ -117,7 +117,11 @@ void Ledger::claim(const World &wanted, const Actual &actual)
 
 void Ledger::prune(const World &wanted, const Actual &actual)
 {
-    std::erase_if(owned_, [&](const Item &item) { return !actual.items.contains(item); });
+    std::erase_if(owned_, [&](const Item &item) {
+        const bool isThere = item.kind == Kind::vlan ? actual.links.contains(item.subject)
+                                                     : actual.items.contains(item);
+        return !isThere;
+    });
     std::erase_if(found_, [&](const Item &value) { return !isWanted(wanted.items, value); });
 }
 

@@ -8,7 +8,6 @@
 #include <netlink/attr.h>
 #include <netlink/route/link/bonding.h>
 #include <netlink/route/link/inet.h>
-#include <netlink/route/link/vlan.h>
 
 #include "manager/kernel/netlink_objects.hpp"
 
@@ -41,22 +40,48 @@ int setIpv4(nl_sock *socket, const Item &item, unsigned setting)
     });
 }
 
-/* Sends a message about a bond with the settings that put adds. */
-int sendBond(nl_sock *socket, const std::string &name, int index, int flags,
-             const std::function<void(nl_msg *)> &put)
+/* A message about a link of a kind that the kernel's own drivers make. */
+struct LinkMessage {
+    const char *kind;
+    const std::string &name;
+    int index; /* of the link, 0 for a new one */
+    int lower; /* index of the link below, 0 without one */
+    int flags; /* of the message */
+};
+
+/* Sends it with the settings that put adds. */
+int send(nl_sock *socket, const LinkMessage &link, const std::function<void(nl_msg *)> &put)
 {
-    nl_msg *message = nlmsg_alloc_simple(RTM_NEWLINK, flags);
+    nl_msg *message = nlmsg_alloc_simple(RTM_NEWLINK, link.flags);
     ifinfomsg header{};
-    header.ifi_index = index;
+    header.ifi_index = link.index;
     nlmsg_append(message, &header, sizeof(header), NLMSG_ALIGNTO);
-    nla_put_string(message, IFLA_IFNAME, name.c_str());
+    nla_put_string(message, IFLA_IFNAME, link.name.c_str());
+    if (link.lower != 0) {
+        nla_put_u32(message, IFLA_LINK, static_cast<std::uint32_t>(link.lower));
+    }
     nlattr *kind = nla_nest_start(message, IFLA_LINKINFO);
-    nla_put_string(message, IFLA_INFO_KIND, "bond");
+    nla_put_string(message, IFLA_INFO_KIND, link.kind);
     nlattr *settings = nla_nest_start(message, IFLA_INFO_DATA);
     put(message);
     nla_nest_end(message, settings);
     nla_nest_end(message, kind);
     return nl_send_sync(socket, message); /* takes the message over */
+}
+
+int sendBond(nl_sock *socket, const std::string &name, int index, int flags,
+             const std::function<void(nl_msg *)> &put)
+{
+    return send(socket, {"bond", name, index, 0, flags}, put);
+}
+
+/* What has no priority of its own leaves with this one. */
+void putEgressPriority(nl_msg *message, std::uint32_t priority)
+{
+    const ifla_vlan_qos_mapping mapping{.from = 0, .to = priority};
+    nlattr *map = nla_nest_start(message, IFLA_VLAN_EGRESS_QOS);
+    nla_put(message, IFLA_VLAN_QOS_MAPPING, sizeof(mapping), &mapping);
+    nla_nest_end(message, map);
 }
 
 } // namespace
@@ -110,16 +135,15 @@ int leaveBond(nl_sock *socket, const Item &member)
     return rtnl_link_bond_release_ifindex(socket, indexOf(member.subject));
 }
 
+/* The link library loses the priority on its way, hence a message of our own. */
 int addVlan(nl_sock *socket, const Item &vlan)
 {
-    const Owned<rtnl_link> link(rtnl_link_vlan_alloc());
-    rtnl_link_set_link(link.get(), indexOf(vlan.text));
-    rtnl_link_set_name(link.get(), vlan.subject.c_str());
-    rtnl_link_set_flags(link.get(), IFF_UP);
-    rtnl_link_vlan_set_id(link.get(), static_cast<std::uint16_t>(vlan.number));
-    const int status =
-        rtnl_link_vlan_set_egress_map(link.get(), 0, static_cast<int>(vlan.number >> 16));
-    return status < 0 ? status : rtnl_link_add(socket, link.get(), NLM_F_CREATE | NLM_F_EXCL);
+    const int lower = indexOf(vlan.text);
+    const LinkMessage link{"vlan", vlan.subject, 0, lower, NLM_F_CREATE | NLM_F_EXCL};
+    return send(socket, link, [&](nl_msg *message) {
+        nla_put_u16(message, IFLA_VLAN_ID, static_cast<std::uint16_t>(vlan.number));
+        putEgressPriority(message, static_cast<std::uint32_t>(vlan.number >> 16));
+    });
 }
 
 int removeLink(nl_sock *socket, const Item &link)

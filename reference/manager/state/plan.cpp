@@ -41,9 +41,15 @@ bool mayGo(const Item &item)
     return !rowOf(item.kind).isValue && item.kind != Kind::subnet;
 }
 
+/* A VLAN of the manager's is known by its name: the kernel may show other numbers than it was told.
+ */
 bool isOwned(const Item &item, const Items &owned)
 {
-    return item.kind == Kind::route || owned.contains(item);
+    const auto isSameVlan = [&](const Item &other) {
+        return item.kind == Kind::vlan && other.kind == Kind::vlan && other.subject == item.subject;
+    };
+    return item.kind == Kind::route || owned.contains(item) ||
+           std::ranges::any_of(owned, isSameVlan);
 }
 
 /* The link mode of a port without link partner may be unknown; one that is negotiated is whatever

@@ -92,6 +92,8 @@ const Row rows[] = {
     {"VlanComesUp",      {up, vlan, vlanUp}, {down}, {}, {"eth0: enable link", "eth0.7: add VLAN eth0.7"}},
     {"VlanChanges",      {up, vlan, vlanUp}, {up, {Kind::vlan, "eth0.7", "eth0", {}, {}, 0x50007}, vlanUp},
         {{Kind::vlan, "eth0.7", "eth0", {}, {}, 0x50007}}, {"eth0.7: remove VLAN eth0.7", "eth0.7: add VLAN eth0.7"}},
+    {"VlanIsOursByName", {up}, {up, vlan}, {{Kind::vlan, "eth0.7", "eth0", {}, {}, 0x50007}}, {"eth0.7: remove VLAN eth0.7"}},
+    {"OthersVlanStays",  {up}, {up, vlan}, {}, {}},
     {"VlanIsTakenUp",    {vlan, vlanUp}, {vlan, linkOf("eth0.7", false)}, {vlan}, {"eth0.7: enable link"}},
 };
 /* clang-format on */
