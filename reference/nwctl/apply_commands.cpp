@@ -84,17 +84,6 @@ Configuration foreseen(const settings::Reading &reading, const Configuration &pr
     }
 }
 
-/* What there is to know beside the changes. */
-std::vector<std::string> notesOf(const settings::Reading &reading, const Configuration &after)
-{
-    std::vector<std::string> notes = reading.ignored;
-    for (const unsigned port : settings::idlePorts(reading.change, after)) {
-        notes.push_back("settings of " + settings::titleOf(after.state, port) +
-                        " have no effect in network mode " + modeName(after.state));
-    }
-    return notes;
-}
-
 void print(const std::string &heading, const std::vector<ChangeRow> &changes,
            const std::vector<std::string> &notes, bool isDryRun, Session &session)
 {
@@ -167,8 +156,9 @@ void printAnswer(const std::string &text, Session &session)
         for (const Json &change : answer.at(manager1::changesKey)) {
             changes.push_back(changeOf(change));
         }
-        print(changes.empty() ? "Nothing has changed: everything is as the document says."
-                              : "Changed:",
+        print(changes.empty()
+                  ? "Nothing has changed: the stored configuration is as the document says."
+                  : "Changed:",
               changes, answer.at(manager1::notesKey), false, session);
     } catch (const Json::exception &) {
         failAnswer();
@@ -186,8 +176,10 @@ void apply(const Arguments &arguments, Session &session)
         if (arguments.has("--dry-run")) {
             const auto changes = changeRows(present, after);
             print(std::string("Dry run, nothing was sent. Would change") +
-                      (changes.empty() ? " nothing: everything is as the document says." : ":"),
-                  changes, notesOf(reading, after), true, session);
+                      (changes.empty()
+                           ? " nothing: the stored configuration is as the document says."
+                           : ":"),
+                  changes, settings::notesOf(reading, present, after), true, session);
             return;
         }
     }

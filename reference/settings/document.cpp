@@ -9,6 +9,7 @@
 #include "settings/detail/identity.hpp"
 #include "settings/difference.hpp"
 #include "settings/manager_bytes.hpp"
+#include "settings/value.hpp"
 
 namespace bmc::settings {
 
@@ -203,6 +204,28 @@ Reading readDocument(std::string_view text, const Configuration &present)
         reading.ignored = compareIdentities(memberOf(document, portsKey), present.state);
     }
     return reading;
+}
+
+std::vector<std::string> notesOf(const Reading &reading, const Configuration &before,
+                                 const Configuration &after)
+{
+    const auto differing = differences(before, after);
+    const auto isChanged = [&](unsigned port) {
+        return std::ranges::any_of(differing, [port](const Difference &difference) {
+            return infoOf(difference.setting->section).portCount != 0 && difference.port == port;
+        });
+    };
+    const Setting &mode = settingsOf(Section::mode).front();
+
+    std::vector<std::string> notes = reading.ignored;
+    for (const unsigned port : idlePorts(reading.change, after)) {
+        if (isChanged(port)) {
+            notes.push_back("settings of " + titleOf(after.state, port) +
+                            " have no effect in network mode " +
+                            textOf(mode, valueOf(after, mode, 0)));
+        }
+    }
+    return notes;
 }
 
 std::string placeOf(const Refusal &refusal, const Reading &reading)

@@ -83,6 +83,11 @@ struct Reading {
  * (idlePorts). Throws DocumentError. */
 Reading readDocument(std::string_view text, const Configuration &present);
 
+/* Sentences about what the document says beside the changes that it makes: what is ignored of it,
+ * and which changed settings have no effect in the network mode. */
+std::vector<std::string> notesOf(const Reading &reading, const Configuration &before,
+                                 const Configuration &after);
+
 /* The document's own words for what a refusal is about; the nearest place where it has none. */
 std::string placeOf(const Refusal &refusal, const Reading &reading);
 

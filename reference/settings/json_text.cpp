@@ -15,6 +15,9 @@ const std::string wholeDocument = "document";
 /* No document of ours is nested deeper. */
 constexpr int deepest = 16;
 
+/* Far more than there are settings: an object's keys are searched one by one. */
+constexpr int mostKeys = 4096;
+
 /* Notes the first key that one object has twice. */
 class KeyWatch {
 public:
@@ -22,6 +25,9 @@ public:
     {
         if (depth > deepest) {
             throw DocumentError(wholeDocument, "", "nested too deeply");
+        }
+        if (event == Json::parse_event_t::key && ++keys_ > mostKeys) {
+            throw DocumentError(wholeDocument, "", "has too many keys");
         }
         if (event == Json::parse_event_t::object_start) {
             open_.emplace_back();
@@ -35,6 +41,7 @@ public:
 
 private:
     std::vector<std::set<std::string>> open_;
+    int keys_ = 0;
 };
 
 std::optional<std::string> textOf(const Node &node)

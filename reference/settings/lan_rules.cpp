@@ -63,6 +63,11 @@ void keepInStep(const Edit &edit, NW_LAN_CFG_PORT_S &port)
     if (isSwitchedOff && (edit.bits[0] & NW_LAN_BIT_VLAN_ID) == 0) {
         port.stVlan.usVlanid = 0;
     }
+    if ((edit.bits[0] & NW_LAN_BIT_ARP_SUSPEND) != 0) {
+        ArpBytes arp = arpOf(port);
+        arp.isResumed = 0;
+        putArp(port, arp);
+    }
 }
 
 void checkLanPort(const NW_LAN_CFG_PORT_S &port)

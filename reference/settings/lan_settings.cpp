@@ -93,7 +93,7 @@ constexpr Setting rows[] = {
     {Section::lan, "traffic-class", "Traffic class",   nullptr,     "IPv6 traffic class of what the port sends, 0 to 255",       &byteKind,   {PART("traffic class", TRAFFIC_CLASS, FROM(ucTrafficClass), HEADER(trafficClass), isAny, Result::done)}},
 
     {Section::lan, "arp-control",   "ARP control",     "control",   "what the port sends of its own",           &arpKind,       {PART("ARP control", ARP_CONTROL, FROM(ucArpControl), ARP(control), isUpTo<3>, Result::badArpFlags)}},
-    {Section::lan, "arp-interval",  "ARP interval",    "interval",  "between two announcements, 0 to 255",      &intervalKind,  {PART("ARP interval", ARP_INTERVAL, FROM(ucArpInterval), ARP(interval), isAny, Result::done)}},
+    {Section::lan, "arp-interval",  "ARP interval",    "interval",  "half seconds between two announcements, 0 to 255", &intervalKind,  {PART("ARP interval", ARP_INTERVAL, FROM(ucArpInterval), ARP(interval), isAny, Result::done)}},
     {Section::lan, "arp-suspend",   "ARP suspend",     "suspend",   "what rests while the watchdog timer runs", &arpKind,       {PART("ARP suspend", ARP_SUSPEND, FROM(ucArpSuspend), ARP(suspend), isUpTo<3>, Result::badArpFlags)}},
 };
 #undef FROM

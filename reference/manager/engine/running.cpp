@@ -23,9 +23,8 @@ constexpr std::chrono::seconds watchdogInterval{1};
 Scope everything()
 {
     Scope scope;
-    for (const std::uint32_t module :
-         {NW_LOG_HOSTNAME, NW_LOG_LAN, NW_LOG_DNS, NW_LOG_LLDP, NW_LOG_NET_MODE, NW_LOG_AN}) {
-        scope.select(module);
+    for (const settings::SectionInfo &section : settings::sections()) {
+        scope.select(section.module);
     }
     return scope;
 }

@@ -22,7 +22,7 @@ struct Attempt {
     settings::Reading reading{};
     std::vector<settings::Difference> differences{};
     Json changes = Json::array();
-    Json notes = Json::array();
+    std::vector<std::string> notes;
 };
 
 Json changeOf(const settings::Difference &difference, const Configuration &present)
@@ -36,36 +36,13 @@ Json changeOf(const settings::Difference &difference, const Configuration &prese
         {keys::afterKey, difference.after}};
 }
 
-std::string idleNote(const Configuration &after, unsigned port)
-{
-    const settings::Setting &mode = settings::settingsOf(settings::Section::mode).front();
-    return "settings of " + settings::titleOf(after.state, port) +
-           " have no effect in network mode " +
-           settings::textOf(mode, settings::valueOf(after, mode, 0));
-}
-
-bool isChanged(const std::vector<settings::Difference> &differences, unsigned port)
-{
-    return std::ranges::any_of(differences, [port](const settings::Difference &difference) {
-        const bool hasPort = settings::infoOf(difference.setting->section).portCount != 0;
-        return hasPort && difference.port == port;
-    });
-}
-
 void describe(Attempt &attempt, const Configuration &present, const Configuration &after)
 {
     attempt.differences = settings::differences(present, after);
     for (const settings::Difference &difference : attempt.differences) {
         attempt.changes.push_back(changeOf(difference, present));
     }
-    for (const std::string &sentence : attempt.reading.ignored) {
-        attempt.notes.push_back(sentence);
-    }
-    for (const unsigned port : settings::idlePorts(attempt.reading.change, after)) {
-        if (isChanged(attempt.differences, port)) {
-            attempt.notes.push_back(idleNote(after, port));
-        }
-    }
+    attempt.notes = settings::notesOf(attempt.reading, present, after);
 }
 
 /* Bytes of a record that are no text must not break the answer. */

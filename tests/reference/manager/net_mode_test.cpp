@@ -275,7 +275,9 @@ TEST_F(VlanTest, SubInterfaceComesAndGoes)
         return;
     }
     expectAnswer(vlanChange(1, 100), NW_OK, 1);
-    EXPECT_NE(shell("ip -d link show eth1.100").find("id 100"), std::string::npos);
+    const std::string made = shell("ip -d link show eth1.100");
+    EXPECT_NE(made.find("id 100"), std::string::npos);
+    EXPECT_NE(made.find("egress-qos-map { 0:5 }"), std::string::npos) << made;
     expectAnswer(vlanChange(1, 101), NW_OK, 1);
     EXPECT_EQ(shell("ip -br link | grep -c 'eth1[.]'"), "1\n");
     expectAnswer(vlanChange(0, 0), NW_OK, 1);

@@ -106,7 +106,8 @@ TEST_F(Apply, SaysThatNothingHasChanged)
 {
     answerAsked(noChange);
 
-    EXPECT_EQ(apply(everything).out, "Nothing has changed: everything is as the document says.\n");
+    EXPECT_EQ(apply(everything).out,
+              "Nothing has changed: the stored configuration is as the document says.\n");
 }
 
 TEST_F(Apply, ShowsTheManagersRefusal)
@@ -165,8 +166,8 @@ TEST_F(Apply, DryRunAnswersInJson)
 TEST_F(Apply, DryRunSaysThatNothingWouldChange)
 {
     EXPECT_EQ(apply(R"({"mode": "separate", "lan": {"eth1": {"lan": true}}})", {"--dry-run"}).out,
-              "Dry run, nothing was sent. Would change nothing: everything is as the document "
-              "says.\n");
+              "Dry run, nothing was sent. Would change nothing: the stored configuration is as the "
+              "document says.\n");
 }
 
 TEST_F(Apply, DryRunNotesWhatHasNoEffect)

@@ -18,6 +18,16 @@ const std::string ports = R"("ports": {"dedicated": {"name": "eth0", "channel": 
     "shared": {"name": "eth1", "channel": 8, "present": true},
     "bond": {"name": "bond0", "channel": 1}})";
 
+/* Short enough to be read, but it would be searched for each key. */
+std::string manyKeys()
+{
+    std::string text = "{";
+    for (int key = 0; key < 80000; ++key) {
+        text += (key == 0 ? "\"" : ",\"") + std::to_string(key) + "\":1";
+    }
+    return text + "}";
+}
+
 struct Row {
     const char *name;
     std::string text;
@@ -32,6 +42,7 @@ const Row rows[] = {
     {"Zero",             std::string("{}\0", 3),                    "document", "not JSON"},
     {"List",             "[]",                                      "document", "expected an object"},
     {"Deep",             std::string(20, '['),                      "document", "nested too deeply"},
+    {"ManyKeys",         manyKeys(),                            "document", "has too many keys"},
     {"VeryDeep",         std::string(1000000, '['),                 "document", "nested too deeply"},
     {"Large",            std::string(documentMax + 1, ' '),         "document", "has more than 1048576 bytes"},
     {"Number",           R"({"mode": 1e999})",                      "document", "holds a number that is out of range"},

@@ -298,6 +298,19 @@ TEST(Edited, AnAutomaticHostNameHasTheMacAddressOfTheFirstPortOnTheBoard)
     EXPECT_STREQ(after.hostName.szBmcHostName, "bmc-525400abcdef");
 }
 
+TEST(Edited, SettingWhatArpSuspendsEndsAResumption)
+{
+    Configuration present = presentConfiguration();
+    NW_LAN_CFG_PORT_S &port = present.lan.astPort[0];
+    putArp(port, {.control = 3, .interval = 0, .suspend = 3, .isResumed = 1});
+
+    const auto changed = [&](std::uint32_t bit) {
+        return arpOf(edited(present, {lan(0, {bit, 0}, [](auto &) {})}, noWireless).lan.astPort[0]);
+    };
+    EXPECT_EQ(changed(NW_LAN_BIT_ARP_SUSPEND).isResumed, 0);
+    EXPECT_EQ(changed(NW_LAN_BIT_ARP_INTERVAL).isResumed, 1);
+}
+
 struct Vlan {
     std::uint32_t bits;
     std::uint8_t enabled;
