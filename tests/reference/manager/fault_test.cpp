@@ -70,7 +70,8 @@ protected:
     {
         manager_.emplace(std::vector<std::string>{NWMANAGERD},
                          std::vector<std::string>{"BMC_LOG_LEVEL=6", "BMC_LOG_TARGET=stderr",
-                                                  "LD_PRELOAD=" FAILING_CALLS_LIBRARY});
+                                                  "LD_PRELOAD=" FAILING_CALLS_LIBRARY,
+                                                  "ASAN_OPTIONS=verify_asan_link_order=0"});
         ASSERT_TRUE(waitUntil([] { return call(LanRequest().bytes()).has_value(); }))
             << manager_->errorText();
     }
