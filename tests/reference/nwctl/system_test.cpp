@@ -207,7 +207,8 @@ TEST_F(File, WithWhatIsExportedChangesNothing)
     const CommandResult result = apply(nwctl("export").output);
 
     EXPECT_EQ(result.status, 0) << result.errors;
-    EXPECT_EQ(result.output, "Nothing has changed: the stored configuration is as the document says.\n");
+    EXPECT_EQ(result.output,
+              "Nothing has changed: the stored configuration is as the document says.\n");
 }
 
 TEST_F(File, IsNoSuccessWithoutTheManager)
