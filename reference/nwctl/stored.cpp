@@ -173,19 +173,10 @@ std::uint8_t wordValue(const GivenOption &given, std::span<const Word> words)
 {
     const Word *word = bmc::settings::findWord(words, given.value);
     if (word == nullptr) {
-        throw Failure(Exit::usage, given.name, given.value, "expected " + listed(words));
+        throw Failure(Exit::usage, given.name, given.value,
+                      "expected " + bmc::settings::listed(words));
     }
     return static_cast<std::uint8_t>(word->value);
-}
-
-std::string listed(std::span<const Word> words)
-{
-    std::string text;
-    for (const Word &word : words) {
-        const bool isLast = &word == &words.back();
-        text += (&word == &words.front() ? "" : isLast ? " or " : ", ") + std::string(word.text);
-    }
-    return text;
 }
 
 std::span<const Word> arpWords()

@@ -62,8 +62,6 @@ using bmc::settings::Word;
 std::string wordName(std::span<const Word> words, std::uint32_t value);
 /* Value of the word that is given. Throws Failure (usage) for another text. */
 std::uint8_t wordValue(const GivenOption &given, std::span<const Word> words);
-/* "off or on", "disabled, manual or auto". */
-std::string listed(std::span<const Word> words);
 
 inline constexpr Word shareLinkWords[] = {{"dedicated", NW_SHARE_LINK_DEDICATED},
                                           {"shared", NW_SHARE_LINK_SHARED},
