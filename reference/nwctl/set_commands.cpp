@@ -189,11 +189,16 @@ Change receiveChange(const NW_LLDP_DB_INFO_S &stored, bool isReceiving)
     return change;
 }
 
+/* The agent is switched by it, in the same words. */
+const settings::Kind &receiveKind()
+{
+    return *settings::findSetting(Section::lldp, "state")->kind;
+}
+
 void addReceive(const Arguments &arguments, Sending &sending)
 {
-    constexpr Word words[] = {{"off", 0}, {"on", 1}};
     const GivenOption given{receiveOption, arguments.value(receiveOption)};
-    const std::uint8_t isReceiving = wordValue(given, words);
+    const std::uint8_t isReceiving = wordValue(given, receiveKind().words);
     if (!sending.given.empty() || arguments.values(receiveOption).size() > 1) {
         throw Failure(Exit::usage, given.name, given.value,
                       "contradicts another value for the same setting");
@@ -281,7 +286,8 @@ std::vector<Parameter> parametersOf(const SetCommand &row)
     }
     if (row.section == Section::lldp) {
         parameters.push_back({Kind::repeated, receiveOption,
-                              "reception alone; what it sends stays as it is", "on|off"});
+                              "reception alone; what it sends stays as it is",
+                              receiveKind().valueName});
     }
     parameters.push_back(dryRunFlag());
     if (std::string_view(row.group) == "lan") {
