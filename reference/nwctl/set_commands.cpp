@@ -142,10 +142,9 @@ Change changeOf(const SetCommand &row, const Arguments &arguments, Given &given)
 {
     Change change;
     for (const settings::Setting *setting : settings::settingsOf(row.group)) {
-        const std::string option = optionOf(row, *setting);
-        for (const std::string &value : arguments.values(option)) {
-            given.push_back({option, value});
-            assignGiven(change, *setting, given.back());
+        for (const GivenOption &each : arguments.given(optionOf(row, *setting))) {
+            given.push_back(each);
+            assignGiven(change, *setting, each);
         }
     }
     return change;
