@@ -205,7 +205,7 @@ void addRequestCommands(std::vector<Command> &commands)
     const Parameter seconds{Kind::optional, "SECONDS", "delay, 0 to 3600; 0 without it"};
     const Parameter resumed{Kind::optional, "WHAT", "resume or suspend; resume without it"};
     const Parameter suspended{Kind::repeated, suspendOption, settings::helpOf(suspend),
-                              suspend.kind->valueName};
+                              settings::valueNameOf(suspend)};
     /* clang-format off */
     commands.insert(commands.end(), {
         {"share-link", "set", "Change the network mode and the second port's LAN together", "share-link set shared", {shareLink, dryRun}, request<prepareShareLink>},

@@ -81,7 +81,8 @@ GivenOption blamedFor(const Sending &sending, NW_RESULT result)
 Failure failureOf(const Sending &sending, NW_RESULT result, const NW_OPER_LOG_S &log)
 {
     const auto [status, reason] = endingOf(result);
-    const GivenOption blamed = blamedFor(sending, result);
+    const bool isDenied = reason == std::string_view(deniedReason);
+    const GivenOption blamed = isDenied ? GivenOption{} : blamedFor(sending, result);
     Failure failure(status, blamed.name, blamed.value, reason, result);
     failure.sentence = bmc::boundedText(log.szOperLog);
     return failure;

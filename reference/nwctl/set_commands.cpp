@@ -189,15 +189,15 @@ Change receiveChange(const NW_LLDP_DB_INFO_S &stored, bool isReceiving)
 }
 
 /* The agent is switched by it, in the same words. */
-const settings::Kind &receiveKind()
+const settings::Setting &receiveSwitch()
 {
-    return *settings::findSetting(Section::lldp, "state")->kind;
+    return *settings::findSetting(Section::lldp, "state");
 }
 
 void addReceive(const Arguments &arguments, Sending &sending)
 {
     const GivenOption given{receiveOption, arguments.value(receiveOption)};
-    const std::uint8_t isReceiving = wordValue(given, receiveKind().words);
+    const std::uint8_t isReceiving = wordValue(given, receiveSwitch().kind->words);
     if (!sending.given.empty() || arguments.values(receiveOption).size() > 1) {
         throw Failure(Exit::usage, given.name, given.value,
                       "contradicts another value for the same setting");
@@ -280,13 +280,13 @@ std::vector<Parameter> parametersOf(const SetCommand &row)
                 {Kind::required, row.argument, settings::listed(setting->kind->words)});
         } else {
             parameters.push_back({Kind::repeated, optionOf(row, *setting),
-                                  settings::helpOf(*setting), setting->kind->valueName});
+                                  settings::helpOf(*setting), settings::valueNameOf(*setting)});
         }
     }
     if (row.section == Section::lldp) {
         parameters.push_back({Kind::repeated, receiveOption,
                               "reception alone; what it sends stays as it is",
-                              receiveKind().valueName});
+                              settings::valueNameOf(receiveSwitch())});
     }
     parameters.push_back(dryRunFlag());
     if (std::string_view(row.group) == "lan") {

@@ -197,6 +197,7 @@ TEST_P(FailedSetting, DeniedByTheBusHasNoEffect)
     EXPECT_EQ(error["code"], GetParam().unreachedCode);
     EXPECT_EQ(error["reason"], "the bus does not let you ask the network manager; nothing has "
                                "changed");
+    EXPECT_EQ(error["option"], nullptr);
 }
 
 TEST(EmptyName, IsAUsageError)
