@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 /* "export" and "apply": the whole configuration, or a part of it, as one document. */
 #include <algorithm>
+#include <cerrno>
 #include <fstream>
 #include <iostream>
+#include <system_error>
 
 #include <nlohmann/json.hpp>
 
@@ -20,7 +22,7 @@ namespace {
 
 namespace settings = bmc::settings;
 namespace manager1 = bmc::rpc::manager1;
-using Json = nlohmann::ordered_json;
+using settings::Json;
 
 constexpr const char *fileArgument = "FILE";
 
@@ -29,19 +31,31 @@ Failure misusedFile(const std::string &path, const std::string &reason)
     return {Exit::usage, fileArgument, path, reason};
 }
 
+Failure unreadableFile(const std::string &path, int error)
+{
+    return misusedFile(path, "cannot be read: " + std::generic_category().message(error));
+}
+
 /* A device may never end. */
 std::string contentsOf(const std::string &path)
 {
     std::ifstream file;
     std::istream &input = path == "-" ? std::cin : file;
+    errno = 0;
     if (path != "-") {
         file.open(path);
+    }
+    if (!input) {
+        throw unreadableFile(path, errno);
     }
     std::string text(settings::documentMax + 1, '\0');
     input.read(text.data(), static_cast<std::streamsize>(text.size()));
     text.resize(static_cast<std::size_t>(input.gcount()));
-    if (input.bad() || text.empty()) {
-        throw misusedFile(path, "the file cannot be read or is empty");
+    if (input.bad()) {
+        throw unreadableFile(path, errno);
+    }
+    if (text.empty()) {
+        throw misusedFile(path, "the file is empty");
     }
     if (text.size() > settings::documentMax) {
         throw misusedFile(path, "the file is longer than 1 MiB");
@@ -84,8 +98,8 @@ Configuration foreseen(const settings::Reading &reading, const Configuration &pr
     }
 }
 
-void print(const std::string &heading, const std::vector<ChangeRow> &changes,
-           const std::vector<std::string> &notes, bool isDryRun, Session &session)
+void print(const std::string &heading, const Json &changes, const std::vector<std::string> &notes,
+           bool isDryRun, Session &session)
 {
     List lines;
     for (const std::string &note : notes) {
@@ -107,33 +121,6 @@ void print(const std::string &heading, const std::vector<ChangeRow> &changes,
                   NW_ERR_RPC_TRANSPORT);
 }
 
-/* The row of a place; nothing for one that this program does not know. */
-const settings::Setting *settingAt(const std::string &place)
-{
-    const settings::SectionInfo *info = settings::findSection(place.substr(0, place.find('.')));
-    return info == nullptr
-               ? nullptr
-               : settings::findSetting(info->section, place.substr(place.rfind('.') + 1));
-}
-
-std::string valueText(const settings::Setting *setting, const Json &value)
-{
-    if (setting != nullptr) {
-        return settings::textOf(*setting, value);
-    }
-    return value.is_string() ? value.get<std::string>() : value.dump();
-}
-
-ChangeRow changeOf(const Json &change)
-{
-    const std::string place = change.at(manager1::settingKey);
-    const Json &before = change.at(manager1::beforeKey);
-    const Json &after = change.at(manager1::afterKey);
-    const settings::Setting *setting = settingAt(place);
-    return {place, Value(change.at(manager1::portKey)), Value(before), Value(after),
-            valueText(setting, before) + " -> " + valueText(setting, after)};
-}
-
 void requireDone(const Json &answer)
 {
     const NW_RESULT result = answer.at(manager1::resultKey);
@@ -152,10 +139,7 @@ void printAnswer(const std::string &text, Session &session)
     try {
         const Json answer = Json::parse(text);
         requireDone(answer);
-        std::vector<ChangeRow> changes;
-        for (const Json &change : answer.at(manager1::changesKey)) {
-            changes.push_back(changeOf(change));
-        }
+        const Json &changes = answer.at(manager1::changesKey);
         print(changes.empty()
                   ? "Nothing has changed: the stored configuration is as the document says."
                   : "Changed:",
@@ -174,7 +158,8 @@ void apply(const Arguments &arguments, Session &session)
         const settings::Reading reading = readingOf(text, present);
         const Configuration after = foreseen(reading, present);
         if (arguments.has("--dry-run")) {
-            const auto changes = changeRows(present, after);
+            const Json changes =
+                settings::changesOf(settings::differences(present, after), present.state);
             print(std::string("Dry run, nothing was sent. Would change") +
                       (changes.empty()
                            ? " nothing: the stored configuration is as the document says."

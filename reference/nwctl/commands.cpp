@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "common/hex.hpp"
+#include "nwctl/stored.hpp"
 #include "settings/addresses.hpp"
 
 namespace nwctl {
@@ -29,6 +30,9 @@ constexpr Group groupRows[] = {
     {"queue", "Message queues between local processes"},
     {"heartbeat", "The platform's heartbeat queue"},
 };
+
+/* Of the names in the record, which nobody wants to wait for in a help text. */
+constexpr const char *usualInterfaces = "eth0, eth1, bond0";
 
 } // namespace
 
@@ -62,12 +66,18 @@ std::string Arguments::value(std::string_view name, std::string_view otherwise) 
 std::vector<std::string> Arguments::values(std::string_view name) const
 {
     std::vector<std::string> values;
-    for (const GivenOption &given : given_) {
-        if (given.name == name) {
-            values.push_back(given.value);
-        }
+    for (const GivenOption &each : given(name)) {
+        values.push_back(each.value);
     }
     return values;
+}
+
+Given Arguments::given(std::string_view name) const
+{
+    Given found;
+    std::ranges::copy_if(given_, std::back_inserter(found),
+                         [&](const GivenOption &each) { return each.name == name; });
+    return found;
 }
 
 Parameter flag(std::string name, std::string help)
@@ -77,10 +87,10 @@ Parameter flag(std::string name, std::string help)
 
 Parameter portParameter(Parameter::Kind kind, const std::string &remark)
 {
+    /* Completion offers what stands in front of the index. */
     return {kind, "PORT",
-            "Port: dedicated, shared, bond, its interface eth0, eth1, bond0, its index 0, 1, 2, or "
-            "channel:N for the port of a LAN channel" +
-                remark};
+            "Port: " + portRoles() + usualInterfaces +
+                ", its index 0, 1, 2, or channel:N for the port of a LAN channel" + remark};
 }
 
 unsigned numberIn(const std::string &name, const std::string &text, unsigned min, unsigned max)

@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "common/text.hpp"
+#include "nwctl/manager_client.hpp"
 #include "platform/records.hpp"
 #include "settings/wireless.hpp"
 
@@ -16,6 +17,7 @@ namespace nwctl {
 namespace {
 
 namespace settings = bmc::settings;
+using settings::Json;
 
 /* Results that the library answers for a refusal and for an unreachable manager alike. */
 constexpr NW_RESULT vagueResults[] = {NW_ERR_GENERAL, NW_ERR_ARP_SUSPEND, NW_ERR_ARP_UPDATE,
@@ -28,11 +30,15 @@ struct Ending {
 
 Ending endingOf(NW_RESULT result)
 {
+    const bool isVague = std::ranges::count(vagueResults, result) != 0;
+    if ((isVague || result == NW_ERR_RPC_TRANSPORT) && isDeniedByBus()) {
+        return {Exit::transport, deniedReason};
+    }
     if (result == NW_ERR_RPC_TRANSPORT) {
         return {Exit::transport,
                 "no answer from the network manager; the change may still take effect"};
     }
-    if (std::ranges::count(vagueResults, result) != 0) {
+    if (isVague) {
         return {Exit::manager, "the network manager refused the change or cannot be reached"};
     }
     return {Exit::manager, "the network manager refused the change"};
@@ -75,7 +81,8 @@ GivenOption blamedFor(const Sending &sending, NW_RESULT result)
 Failure failureOf(const Sending &sending, NW_RESULT result, const NW_OPER_LOG_S &log)
 {
     const auto [status, reason] = endingOf(result);
-    const GivenOption blamed = blamedFor(sending, result);
+    const bool isDenied = reason == std::string_view(deniedReason);
+    const GivenOption blamed = isDenied ? GivenOption{} : blamedFor(sending, result);
     Failure failure(status, blamed.name, blamed.value, reason, result);
     failure.sentence = bmc::boundedText(log.szOperLog);
     return failure;
@@ -138,15 +145,41 @@ List givenList(const Sending &sending)
     return list;
 }
 
-std::string dryRunText(const Sending &sending, const std::vector<ChangeRow> &changes)
+std::string dryRunText(const Sending &sending, const Json &changes)
 {
-    std::string text = "Dry run, nothing was sent. Would change " + sending.what +
+    const std::string begin = "Dry run, nothing was sent. Would ";
+    if (!sending.deed.empty()) {
+        return begin + sending.deed + commandsText(sending) + ".";
+    }
+    std::string text = begin + "change " + sending.what +
                        (sending.port ? " of " + sending.port->name : "") + commandsText(sending) +
                        givenText(sending);
-    if (sending.changes.empty()) {
+    if (sending.changes.empty() && !sending.foreseen) {
         return text + ".";
     }
     return text + (changes.empty() ? "; nothing is different from what is stored." : ":");
+}
+
+/* A place that this program does not know may come from a manager that does. */
+std::string textAt(const std::string &place, const Json &value)
+{
+    if (const settings::Setting *setting = settings::settingAt(place)) {
+        return settings::textOf(*setting, value);
+    }
+    return value.is_string() ? value.get<std::string>() : value.dump();
+}
+
+Json changesOf(const Sending &sending)
+{
+    if (sending.changes.empty() && !sending.foreseen) {
+        return Json::array();
+    }
+    const Configuration present = readConfiguration();
+    if (sending.foreseen) {
+        return sending.foreseen(present);
+    }
+    const Configuration after = foresee(present, sending);
+    return settings::changesOf(settings::differences(present, after), present.state);
 }
 
 bool isOverlap(const settings::Refusal &refusal)
@@ -237,11 +270,7 @@ void send(const Sending &sending, Session &session)
 
 void tell(const Sending &sending, Session &session)
 {
-    std::vector<ChangeRow> changes;
-    if (!sending.changes.empty()) {
-        const Configuration present = readConfiguration();
-        changes = changeRows(present, foresee(present, sending));
-    }
+    const Json changes = changesOf(sending);
     Rows rows = portRows(sending);
     rows.push_back(line(dryRunText(sending, changes)));
     rows.push_back(hidden("dryRun", true));
@@ -271,29 +300,16 @@ Parameter dryRunFlag()
     return flag("--dry-run", "make every check, send nothing, tell what would be");
 }
 
-std::vector<ChangeRow> changeRows(const Configuration &before, const Configuration &after)
-{
-    std::vector<ChangeRow> rows;
-    for (const settings::Difference &found : settings::differences(before, after)) {
-        const settings::Setting &setting = *found.setting;
-        const bool isPorts = settings::infoOf(setting.section).portCount != 0;
-        rows.push_back({settings::placeOf(setting, found.port),
-                        isPorts ? Value(settings::nameOf(before.state, found.port)) : Value(),
-                        Value(found.before), Value(found.after),
-                        settings::textOf(setting, found.before) + " -> " +
-                            settings::textOf(setting, found.after)});
-    }
-    return rows;
-}
-
-Row changesRow(const std::vector<ChangeRow> &changes)
+Row changesRow(const Json &changes)
 {
     List list;
-    for (const ChangeRow &change : changes) {
-        list.rows.push_back(
-            {.value = Object{{hidden("setting", change.setting), hidden("port", change.port),
-                              hidden("before", change.before), hidden("after", change.after)}},
-             .text = "  " + change.setting + ": " + change.text});
+    for (const Json &change : changes) {
+        const std::string place = change.at(settings::changePlaceKey);
+        list.rows.push_back({.value = Value(change),
+                             .text = "  " + place + ": " +
+                                     textAt(place, change.at(settings::changeBeforeKey)) + " -> " +
+                                     textAt(place, change.at(settings::changeAfterKey)),
+                             .isFolded = true});
     }
     return {.key = "changes", .value = std::move(list)};
 }

@@ -19,12 +19,15 @@ namespace nwctl {
 /* A change that is ready to be sent. */
 struct Sending {
     std::string what{};                   /* "LAN settings" */
+    std::string deed{};                   /* what is done, where no setting changes */
     std::vector<NW_COMMAND_E> commands{}; /* in the order sent; none: not the network manager's */
     std::uint32_t module = 0;             /* NW_OPER_LOG_MODULE_E of its log, 0 without one */
     std::optional<NamedPort> port{};      /* none: not the settings of one port */
     Given given{};                        /* what changes, in the user's words */
     /* What becomes of the stored settings, one behind the other; none where nothing is stored. */
     std::vector<bmc::settings::Change> changes{};
+    /* The same for what is no setting, as settings::changesOf tells it. */
+    std::function<bmc::settings::Json(const Configuration &present)> foreseen{};
     std::function<NW_RESULT(NW_OPER_LOG_S &log)> send{};
     /* Sentences of a success; by default the main slot's. */
     std::vector<std::string> (*sentences)(const NW_OPER_LOG_S &log) = nullptr;
@@ -58,18 +61,9 @@ void carryOut(const std::function<Sending()> &prepare, const Arguments &argument
 /* The flag --dry-run. */
 Parameter dryRunFlag();
 
-/* A setting that has changed or would. */
-struct ChangeRow {
-    std::string setting; /* its place: "lan.shared.ipv4" */
-    Value port;          /* its name; null where the setting is the machine's */
-    Value before;
-    Value after;
-    std::string text; /* "off -> 30" */
-};
-
-std::vector<ChangeRow> changeRows(const Configuration &before, const Configuration &after);
-/* Old and new, a line each; the key "changes". */
-Row changesRow(const std::vector<ChangeRow> &changes);
+/* Settings that have changed or would, as settings::changesOf tells them: old and new, a line each;
+ * the key "changes". */
+Row changesRow(const bmc::settings::Json &changes);
 
 /* Sentences of a successful LAN change, each fact once: the slots of the static routes repeat
  * fields, so a slot whose every field stands in another one is left out. */
