@@ -166,8 +166,8 @@ private:
 void takeSwitchover(const Change &change, NW_IFC_STATE_DB_INFO_S &state)
 {
     for (const Edit &edit : change) {
-        if (edit.section == Section::switchover && !isEmpty(edit)) {
-            switchoverIn(state) = edit.request.at(offsetof(NW_LAN_REVERSE_SET_S, ucEnable));
+        if (edit.section == Section::switchover) {
+            switchoverIn(state) = byteGiven(edit, "switchover").value_or(switchoverIn(state));
         }
     }
 }

@@ -65,7 +65,7 @@ void keepInStep(const Edit &edit, NW_LAN_CFG_PORT_S &port)
     }
     if ((edit.bits[0] & NW_LAN_BIT_ARP_SUSPEND) != 0) {
         ArpBytes arp = arpOf(port);
-        arp.isResumed = 0;
+        arp.isResumed = (edit.held[0] & NW_LAN_BIT_ARP_SUSPEND) != 0 ? 1 : 0;
         putArp(port, arp);
     }
 }

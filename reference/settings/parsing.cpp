@@ -50,16 +50,6 @@ const Part &partOf(const Text &text, std::size_t index)
     return text.setting->parts[index];
 }
 
-/* A number, little-endian as in requests. */
-Field numberField(const Part &part, std::uint32_t number)
-{
-    Bytes bytes(part.requestSize);
-    for (std::size_t index = 0; index < bytes.size(); ++index) {
-        bytes[index] = static_cast<std::uint8_t>(number >> (8 * index));
-    }
-    return {&part, bytes};
-}
-
 Fields zeros(const Text &text)
 {
     Fields fields;
@@ -102,6 +92,17 @@ Fields parseWord(const Text &text)
         misused(text, "expected " + listed(alternativesOf(kind)));
     }
     return {numberField(partOf(text, 0), word->value)};
+}
+
+/* Of a file also resumed,WORD. */
+Fields parseHeldWord(const Text &text)
+{
+    Text word = text;
+    const bool isHeld = text.source == Source::file && text.text.starts_with(heldPrefix);
+    word.text.remove_prefix(isHeld ? heldPrefix.size() : 0);
+    Fields fields = parseWord(word);
+    fields.front().isHeld = isHeld;
+    return fields;
 }
 
 Fields parseNumber(const Text &text)
@@ -261,6 +262,8 @@ Fields parseByShape(const Text &text)
     case Shape::flag:
     case Shape::words:
         return parseWord(text);
+    case Shape::heldWords:
+        return parseHeldWord(text);
     case Shape::number:
         return parseNumber(text);
     case Shape::switchedNumber:
@@ -282,6 +285,24 @@ Fields parseByShape(const Text &text)
 }
 
 } // namespace
+
+Field numberField(const Part &part, std::uint32_t number)
+{
+    Bytes bytes(part.requestSize);
+    for (std::size_t index = 0; index < bytes.size(); ++index) {
+        bytes[index] = static_cast<std::uint8_t>(number >> (8 * index));
+    }
+    return {&part, bytes};
+}
+
+std::uint32_t numberIn(const Bytes &bytes)
+{
+    std::uint32_t number = 0;
+    for (std::size_t index = bytes.size(); index > 0; --index) {
+        number = number << 8 | bytes[index - 1];
+    }
+    return number;
+}
 
 std::vector<Field> parseValue(const Text &text)
 {
