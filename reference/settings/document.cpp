@@ -162,14 +162,15 @@ private:
     Reading reading_;
 };
 
-/* The names given are those that hold with the switchover that is given beside them. */
-void takeSwitchover(const Change &change, NW_IFC_STATE_DB_INFO_S &state)
+/* Names of interfaces are given as they hold with the switchover that is given beside them. */
+std::optional<bool> givenSwitchover(const Change &change)
 {
     for (const Edit &edit : change) {
-        if (edit.section == Section::switchover) {
-            switchoverIn(state) = byteGiven(edit, "switchover").value_or(switchoverIn(state));
+        if (edit.section == Section::switchover && !isEmpty(edit)) {
+            return byteGiven(edit, "switchover") == 1;
         }
     }
+    return std::nullopt;
 }
 
 bool isGiven(const Change &change, Section section)
@@ -201,7 +202,12 @@ Reading readDocument(std::string_view text, const Configuration &present)
 
     Reading reading = reader.take();
     if (json.contains(portsKey)) {
-        reading.ignored = compareIdentities(memberOf(document, portsKey), present.state);
+        NW_IFC_STATE_DB_INFO_S after = present.state;
+        const bool isOn = isSwitchedOver(after);
+        if (givenSwitchover(reading.change).value_or(isOn) != isOn) {
+            exchangeInterfaces(after);
+        }
+        reading.ignored = compareIdentities(memberOf(document, portsKey), present.state, after);
     }
     return reading;
 }
@@ -258,7 +264,8 @@ Configuration firstConfiguration(std::string_view text,
     Reader reader(first.state);
     reader.read(document);
     Reading reading = reader.take();
-    takeSwitchover(reading.change, first.state);
+    switchoverIn(first.state) =
+        givenSwitchover(reading.change).value_or(isSwitchedOver(first.state)) ? 1 : 0;
     if (!isGiven(reading.change, Section::mode)) {
         const Setting &mode = settingsOf(Section::mode).front();
         assign(reading.change, mode, 0, textOf(mode, valueOf(first, mode, 0)));

@@ -78,8 +78,13 @@ void requireComplete(const Node &node)
     }
 }
 
+/* A text names one port. */
 void requireUnique(const Node &node, unsigned port, const NW_IFC_STATE_DB_INFO_S &state)
 {
+    const unsigned meant = findPort({}, settings::nameOf(state, port));
+    if (meant != NW_PORT_COUNT && meant != port) {
+        refuse(memberOf(node, "name"), "names another port already, by its role or index");
+    }
     for (unsigned other = 0; other < NW_PORT_COUNT; ++other) {
         if (other != port && std::ranges::equal(state.acIfcName[other], state.acIfcName[port])) {
             refuse(memberOf(node, "name"), "another port has this name");
@@ -115,13 +120,14 @@ void readIdentities(const Node &ports, Configuration &configuration)
     });
 }
 
-std::vector<std::string> compareIdentities(const Node &ports, const NW_IFC_STATE_DB_INFO_S &state)
+std::vector<std::string> compareIdentities(const Node &ports, const NW_IFC_STATE_DB_INFO_S &before,
+                                           const NW_IFC_STATE_DB_INFO_S &after)
 {
     std::vector<std::string> sentences;
-    forEachPort(ports, state, [&](const Node &node, unsigned port) {
-        NW_IFC_STATE_DB_INFO_S wanted = state;
+    forEachPort(ports, before, [&](const Node &node, unsigned port) {
+        NW_IFC_STATE_DB_INFO_S wanted = after;
         readIdentity(node, port, wanted);
-        const Json is = identityOf(state, port);
+        const Json is = identityOf(after, port);
         const Json asked = identityOf(wanted, port);
         for (const auto &[key, value] : asked.items()) {
             if (value != is[key]) {
@@ -142,8 +148,9 @@ unsigned portOf(const Node &ports, const std::string &key, const NW_IFC_STATE_DB
             const std::string name = settings::nameOf(state, each);
             names += name.empty() ? "" : name + ", ";
         }
-        refuse(memberOf(ports, key),
-               "no such port, expected " + names + "dedicated, shared, bond, 0, 1 or 2");
+        refuse(memberOf(ports, key), "no such port, expected " + names +
+                                         "dedicated, shared, bond, 0, 1" +
+                                         (names.empty() ? " or 2" : ", 2 or channel:N"));
     }
     return port;
 }

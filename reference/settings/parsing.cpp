@@ -5,8 +5,11 @@
 #include <algorithm>
 #include <functional>
 
+#include "common/address.hpp"
+#include "common/text.hpp"
 #include "network_mng/check.h"
 #include "settings/change.hpp"
+#include "settings/objections.hpp"
 
 namespace bmc::settings {
 
@@ -59,6 +62,17 @@ Fields zeros(const Text &text)
     return fields;
 }
 
+/* An address of the setting's family; nothing for any other text. */
+std::optional<Bytes> addressIn(const Text &text, std::string_view address)
+{
+    const int family = text.setting->kind->family;
+    const auto parsed = parseAddress(family, address);
+    if (!parsed) {
+        return std::nullopt;
+    }
+    return Bytes(parsed->bytes.begin(), parsed->bytes.begin() + sizeOf(family));
+}
+
 bool isUnset(const Bytes &bytes)
 {
     return LIB_NW_CheckIPIsZero(bytes.data(), static_cast<std::int32_t>(bytes.size())) != 0;
@@ -108,7 +122,7 @@ Fields parseHeldWord(const Text &text)
 Fields parseNumber(const Text &text)
 {
     const Kind &kind = *text.setting->kind;
-    const auto number = settings::parseNumber(text.text, kind.most);
+    const auto number = bmc::parseNumber(text.text, kind.most);
     if (!number || *number < kind.least) {
         misused(text, "expected " + rangeOf(kind));
     }
@@ -130,7 +144,7 @@ Fields parseSwitchedNumber(const Text &text)
     }
 
     const bool isOff = isFile && text.text.starts_with(kept);
-    const auto number = settings::parseNumber(text.text.substr(isOff ? kept.size() : 0), kind.most);
+    const auto number = bmc::parseNumber(text.text.substr(isOff ? kept.size() : 0), kind.most);
     if (!number || (*number < kind.least && !isFile)) {
         misused(text, "expected off or " + rangeOf(kind));
     }
@@ -139,7 +153,7 @@ Fields parseSwitchedNumber(const Text &text)
 
 Fields parseSingleAddress(const Text &text)
 {
-    const auto address = parseAddress(text.setting->kind->family, text.text);
+    const auto address = addressIn(text, text.text);
     if (!address) {
         misused(text, "expected an address of the family or off");
     }
@@ -151,9 +165,9 @@ Fields parseSingleAddress(const Text &text)
 Fields parsePrefixed(const Text &text, std::string_view prefixed, const std::string &expected)
 {
     const int family = text.setting->kind->family;
-    const unsigned most = 8 * static_cast<unsigned>(addressSize(family));
+    const unsigned most = 8 * static_cast<unsigned>(sizeOf(family));
     const auto slash = prefixed.find('/');
-    const auto address = parseAddress(family, prefixed.substr(0, slash));
+    const auto address = addressIn(text, prefixed.substr(0, slash));
     if (!address) {
         misused(text, "expected " + expected);
     }
@@ -162,7 +176,7 @@ Fields parsePrefixed(const Text &text, std::string_view prefixed, const std::str
     }
 
     const unsigned least = text.source == Source::file ? 0 : 1;
-    const auto prefix = settings::parseNumber(prefixed.substr(slash + 1), most);
+    const auto prefix = bmc::parseNumber(prefixed.substr(slash + 1), most);
     if (!prefix || *prefix < least) {
         misused(text, "the prefix length is not a number from " + std::to_string(least) + " to " +
                           std::to_string(most));
@@ -171,9 +185,9 @@ Fields parsePrefixed(const Text &text, std::string_view prefixed, const std::str
     if (family == AF_INET6) {
         return {{&partOf(text, 0), *address}, numberField(partOf(text, 1), *prefix)};
     }
-    const Bytes mask = maskOf(*prefix);
+    const auto mask = maskOf(*prefix);
     refuseFor(text, whyNotMask(mask.data()));
-    return {{&partOf(text, 0), *address}, {&partOf(text, 1), mask}};
+    return {{&partOf(text, 0), *address}, {&partOf(text, 1), {mask.begin(), mask.end()}}};
 }
 
 Fields parseSubnet(const Text &text)
@@ -189,9 +203,9 @@ Fields parseRoute(const Text &text)
     const auto comma = text.text.find(',');
     const bool isOnLink = comma == text.text.npos && text.source == Source::file;
     const auto gateway =
-        isOnLink ? Bytes(addressSize(family))
-                 : parseAddress(family, comma == text.text.npos ? std::string_view()
-                                                                : text.text.substr(comma + 1));
+        isOnLink ? Bytes(sizeOf(family))
+                 : addressIn(text, comma == text.text.npos ? std::string_view()
+                                                           : text.text.substr(comma + 1));
     if (!gateway) {
         misused(text, "expected " + expected);
     }
@@ -245,7 +259,7 @@ Fields parseHeader(const Text &text)
     while (bytes.size() < part.requestSize) {
         const bool isLast = bytes.size() + 1 == part.requestSize;
         const auto end = isLast ? rest.size() : rest.find(',');
-        const auto number = settings::parseNumber(rest.substr(0, end), kind.most);
+        const auto number = bmc::parseNumber(rest.substr(0, end), kind.most);
         if (!number || end == rest.npos) {
             misused(text,
                     "expected " + std::string(kind.valueName) + " with " + rangeOf(kind) + " each");

@@ -7,7 +7,6 @@
 
 #include "network_mng/lan.h"
 #include "network_mng/settings.h"
-#include "settings/addresses.hpp"
 #include "settings/detail/lan_rules.hpp"
 #include "settings/manager_bytes.hpp"
 
@@ -30,13 +29,11 @@ void afterMode(const Edit &, Attempt &attempt)
     attempt.hasNewMode = true;
 }
 
-/* The interfaces trade places; settings and channels stay with the port. */
 void afterSwitchover(const Edit &, Attempt &attempt)
 {
     NW_IFC_STATE_DB_INFO_S &state = attempt.after.state;
     if (isSwitchedOver(state) != isSwitchedOver(attempt.before.state)) {
-        std::swap(state.acIfcName[NW_PORT_ETH0], state.acIfcName[NW_PORT_ETH1]);
-        std::swap(state.aucPortPresent[NW_PORT_ETH0], state.aucPortPresent[NW_PORT_ETH1]);
+        exchangeInterfaces(state);
     }
 }
 

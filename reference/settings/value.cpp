@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "common/address.hpp"
 #include "network_mng/check.h"
-#include "settings/addresses.hpp"
 #include "settings/manager_bytes.hpp"
 
 namespace bmc::settings {
@@ -70,7 +70,7 @@ Json switchedNumberValue(const Stored &stored)
 
 std::string addressAt(const Stored &stored, std::size_t index)
 {
-    return addressText(stored.setting.kind->family, stored.at(index));
+    return bmc::textOf(addressOf(stored.setting.kind->family, stored.at(index)));
 }
 
 std::string prefixedText(const Stored &stored)

@@ -10,9 +10,6 @@
 
 namespace bmc::settings {
 
-/* What a gateway may have and a port's configured address may not. */
-inline constexpr std::uint32_t gatewayChecksV6 = NW_V6CHK_ALL & ~std::uint32_t{NW_V6CHK_LINKLOCAL};
-
 template <unsigned least, unsigned most>
 bool isWithin(const std::uint8_t *value)
 {

@@ -14,8 +14,10 @@ Json identitiesOf(const NW_IFC_STATE_DB_INFO_S &state);
 /* All three ports, into a configuration that has none yet. */
 void readIdentities(const Node &ports, Configuration &configuration);
 
-/* Where the ports are otherwise than present, one sentence each; nothing of them is taken over. */
-std::vector<std::string> compareIdentities(const Node &ports, const NW_IFC_STATE_DB_INFO_S &state);
+/* Where the ports are otherwise than after the change, one sentence each; nothing of them is taken
+ * over. Keys name ports as they are before. */
+std::vector<std::string> compareIdentities(const Node &ports, const NW_IFC_STATE_DB_INFO_S &before,
+                                           const NW_IFC_STATE_DB_INFO_S &after);
 
 /* The port that a key names. */
 unsigned portOf(const Node &ports, const std::string &key, const NW_IFC_STATE_DB_INFO_S &state);

@@ -6,10 +6,11 @@
 #include <string_view>
 #include <vector>
 
-#include "settings/addresses.hpp"
 #include "settings/setting.hpp"
 
 namespace bmc::settings {
+
+using Bytes = std::vector<std::uint8_t>;
 
 /* Bytes of one of a setting's parts. */
 struct Field {

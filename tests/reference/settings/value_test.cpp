@@ -10,12 +10,13 @@
 
 #include "fake_matchers.hpp"
 #include "samples.hpp"
-#include "settings/addresses.hpp"
 #include "settings/manager_bytes.hpp"
 
 namespace bmc::settings {
 
 namespace {
+
+using Bytes = std::vector<std::uint8_t>;
 
 struct Stored {
     std::size_t at; /* in the section's entry */
