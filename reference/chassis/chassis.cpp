@@ -6,8 +6,8 @@
 #include <stdexcept>
 
 #include "chassis/chassis_log.hpp"
-#include "chassis/chassis_records.hpp"
 #include "chassis/request.hpp"
+#include "common/chassis_records.hpp"
 #include "common/hex.hpp"
 #include "common/state_directory.hpp"
 

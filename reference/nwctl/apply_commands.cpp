@@ -20,7 +20,7 @@ namespace {
 
 namespace settings = bmc::settings;
 namespace manager1 = bmc::rpc::manager1;
-using Json = nlohmann::ordered_json;
+using settings::Json;
 
 constexpr const char *fileArgument = "FILE";
 
@@ -84,8 +84,8 @@ Configuration foreseen(const settings::Reading &reading, const Configuration &pr
     }
 }
 
-void print(const std::string &heading, const std::vector<ChangeRow> &changes,
-           const std::vector<std::string> &notes, bool isDryRun, Session &session)
+void print(const std::string &heading, const Json &changes, const std::vector<std::string> &notes,
+           bool isDryRun, Session &session)
 {
     List lines;
     for (const std::string &note : notes) {
@@ -107,33 +107,6 @@ void print(const std::string &heading, const std::vector<ChangeRow> &changes,
                   NW_ERR_RPC_TRANSPORT);
 }
 
-/* The row of a place; nothing for one that this program does not know. */
-const settings::Setting *settingAt(const std::string &place)
-{
-    const settings::SectionInfo *info = settings::findSection(place.substr(0, place.find('.')));
-    return info == nullptr
-               ? nullptr
-               : settings::findSetting(info->section, place.substr(place.rfind('.') + 1));
-}
-
-std::string valueText(const settings::Setting *setting, const Json &value)
-{
-    if (setting != nullptr) {
-        return settings::textOf(*setting, value);
-    }
-    return value.is_string() ? value.get<std::string>() : value.dump();
-}
-
-ChangeRow changeOf(const Json &change)
-{
-    const std::string place = change.at(manager1::settingKey);
-    const Json &before = change.at(manager1::beforeKey);
-    const Json &after = change.at(manager1::afterKey);
-    const settings::Setting *setting = settingAt(place);
-    return {place, Value(change.at(manager1::portKey)), Value(before), Value(after),
-            valueText(setting, before) + " -> " + valueText(setting, after)};
-}
-
 void requireDone(const Json &answer)
 {
     const NW_RESULT result = answer.at(manager1::resultKey);
@@ -152,10 +125,7 @@ void printAnswer(const std::string &text, Session &session)
     try {
         const Json answer = Json::parse(text);
         requireDone(answer);
-        std::vector<ChangeRow> changes;
-        for (const Json &change : answer.at(manager1::changesKey)) {
-            changes.push_back(changeOf(change));
-        }
+        const Json &changes = answer.at(manager1::changesKey);
         print(changes.empty()
                   ? "Nothing has changed: the stored configuration is as the document says."
                   : "Changed:",
@@ -174,7 +144,8 @@ void apply(const Arguments &arguments, Session &session)
         const settings::Reading reading = readingOf(text, present);
         const Configuration after = foreseen(reading, present);
         if (arguments.has("--dry-run")) {
-            const auto changes = changeRows(present, after);
+            const Json changes =
+                settings::changesOf(settings::differences(present, after), present.state);
             print(std::string("Dry run, nothing was sent. Would change") +
                       (changes.empty()
                            ? " nothing: the stored configuration is as the document says."

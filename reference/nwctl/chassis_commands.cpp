@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 
-#include "chassis/chassis_records.hpp"
+#include "common/chassis_records.hpp"
 #include "nwctl/stored.hpp"
 
 namespace nwctl {
@@ -20,15 +20,19 @@ bool isConnected()
     return NW_LMDB_Get_OaNetworkInfo(&link) == NW_OK && link.ucConnected == 1;
 }
 
-void requireRead(NW_RESULT result, const char *what)
+void requireConnected()
 {
-    if (result == NW_OK) {
-        return;
-    }
     if (!isConnected()) {
         throw Failure(Exit::transport, "", "", "the chassis manager is not connected");
     }
-    throw Failure(Exit::internal, "", "", std::string("cannot read the ") + what, result);
+}
+
+void requireRecord(NW_RESULT result, const char *what)
+{
+    if (result != NW_OK) {
+        requireConnected();
+    }
+    requireRead(result, what);
 }
 
 template <typename Record>
@@ -67,8 +71,8 @@ void showTemperatures(const Arguments &, Session &session)
 {
     NW_OA_TEMPERA_INFO_S stored{};
     NW_ALL_OCP_TEMP_S storedOcp{};
-    requireRead(LIB_OA_GetOATemperaInfo(&stored), "chassis temperatures");
-    requireRead(LIB_OA_GetAllOcpTemp(&storedOcp), "OCP temperatures");
+    requireRecord(LIB_OA_GetOATemperaInfo(&stored), "the chassis temperatures");
+    requireRecord(LIB_OA_GetAllOcpTemp(&storedOcp), "the OCP temperatures");
 
     const auto record = bmc::chassis::recordAs<bmc::chassis::Temperatures>(stored);
     const auto ocp = bmc::chassis::recordAs<bmc::chassis::OcpTemperatures>(storedOcp);
@@ -79,10 +83,8 @@ void showTemperatures(const Arguments &, Session &session)
 void showFans(const Arguments &, Session &session)
 {
     NW_ALL_FAN_INFO_S stored{};
-    if (!isConnected()) {
-        throw Failure(Exit::transport, "", "", "the chassis manager is not connected");
-    }
-    requireRead(NW_LMDB_Get_AllOMFanInfo(&stored), "fan data");
+    requireConnected();
+    requireRecord(NW_LMDB_Get_AllOMFanInfo(&stored), "the fan data");
 
     const auto record = bmc::chassis::recordAs<bmc::chassis::Fans>(stored);
     std::vector<unsigned> speeds;

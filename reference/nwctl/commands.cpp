@@ -6,6 +6,7 @@
 
 #include "common/hex.hpp"
 #include "common/text.hpp"
+#include "nwctl/stored.hpp"
 
 namespace nwctl {
 
@@ -29,6 +30,9 @@ constexpr Group groupRows[] = {
     {"queue", "Message queues between local processes"},
     {"heartbeat", "The platform's heartbeat queue"},
 };
+
+/* Of the names in the record, which nobody wants to wait for in a help text. */
+constexpr const char *usualInterfaces = "eth0, eth1, bond0";
 
 } // namespace
 
@@ -77,10 +81,10 @@ Parameter flag(std::string name, std::string help)
 
 Parameter portParameter(Parameter::Kind kind, const std::string &remark)
 {
+    /* Completion offers what stands in front of the index. */
     return {kind, "PORT",
-            "Port: dedicated, shared, bond, its interface eth0, eth1, bond0, its index 0, 1, 2, or "
-            "channel:N for the port of a LAN channel" +
-                remark};
+            "Port: " + portRoles() + usualInterfaces +
+                ", its index 0, 1, 2, or channel:N for the port of a LAN channel" + remark};
 }
 
 unsigned numberIn(const std::string &name, const std::string &text, unsigned min, unsigned max)

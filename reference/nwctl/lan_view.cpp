@@ -5,10 +5,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include <nlohmann/json.hpp>
-
 #include "common/text.hpp"
-#include "settings/value.hpp"
+#include "nwctl/setting_rows.hpp"
 
 namespace nwctl {
 
@@ -27,15 +25,6 @@ MaybeText maybe(const char (&field)[Size])
     return text.empty() ? MaybeText{} : MaybeText{std::move(text)};
 }
 
-/* In the words of the setting; a record that was never set up has the first one. */
-std::string originName(const char *key, std::uint8_t origin)
-{
-    const auto &words = settings::findSetting(settings::Section::lan, key)->kind->words;
-    const std::uint32_t value = origin == 0 ? words.front().value : origin;
-    const std::string_view word = settings::wordOf(words, value);
-    return word.empty() ? "origin " + std::to_string(origin) : std::string(word);
-}
-
 const char *stateName(const NW_ETHER_INS_INFO_S &info, unsigned slot)
 {
     if (info.ucIpv6Enable != enabled) {
@@ -51,99 +40,6 @@ const char *stateName(const NW_ETHER_INS_INFO_S &info, unsigned slot)
     default:
         return "unknown";
     }
-}
-
-/* What is not told while the family is off. */
-Value whenOn(bool isOn, Value value)
-{
-    return isOn ? std::move(value) : Value();
-}
-
-/* A line where the family is on, otherwise for programs alone. */
-Row lineWhenOn(bool isOn, std::string label, std::string key, const MaybeText &text)
-{
-    return {isOn ? std::move(label) : "", std::move(key), whenOn(isOn, Value(text))};
-}
-
-/* The second of two, shown where there is one. */
-Row furtherLine(bool isOn, const std::string &label, std::string key, const MaybeText &text)
-{
-    return {isOn && text ? label : "", std::move(key), whenOn(isOn, Value(text))};
-}
-
-std::string familyText(bool isOn, const std::string &origin)
-{
-    return onOff(isOn) + (isOn ? ", " + origin : "");
-}
-
-struct Route {
-    unsigned number;
-    std::uint8_t state;
-    MaybeText destination;
-    MaybeText gateway;
-    Row length; /* mask or prefix length */
-    std::string text;
-};
-
-List routesOf(bool isOn, std::initializer_list<Route> routes)
-{
-    List list;
-    for (const Route &route : routes) {
-        if (!isOn || route.state != enabled) {
-            continue;
-        }
-        list.rows.push_back({.label = "route " + std::to_string(route.number),
-                             .value = Object{{hidden("number", route.number),
-                                              hidden("destination", route.destination),
-                                              route.length, hidden("gateway", route.gateway)}},
-                             .text = route.destination.value_or("-") + route.text + " via " +
-                                     route.gateway.value_or("-")});
-    }
-    return list;
-}
-
-template <std::size_t A, std::size_t B, std::size_t C>
-Route ipv4Route(unsigned number, std::uint8_t state, const char (&destination)[A],
-                const char (&mask)[B], const char (&gateway)[C])
-{
-    const std::string maskText = bmc::boundedText(mask);
-    return {number,
-            state,
-            bmc::boundedText(destination),
-            bmc::boundedText(gateway),
-            hidden("mask", maskText),
-            " mask " + maskText};
-}
-
-template <std::size_t A, std::size_t C>
-Route ipv6Route(unsigned number, std::uint8_t state, const char (&destination)[A],
-                std::uint8_t prefix, const char (&gateway)[C])
-{
-    return {number,
-            state,
-            maybe(destination),
-            maybe(gateway),
-            hidden("prefix", prefix),
-            "/" + std::to_string(prefix)};
-}
-
-Row ipv4Row(const NW_ETHER_INS_INFO_S &info)
-{
-    const bool isOn = info.ucIpv4Enable == enabled;
-    const std::string origin = originName("ipv4-origin", info.ucIpv4Type);
-    Rows rows{
-        hidden("enabled", isOn),
-        hidden("origin", whenOn(isOn, origin)),
-        lineWhenOn(isOn, "address", "address", maybe(info.szIpv4Addr)),
-        lineWhenOn(isOn, "mask", "mask", maybe(info.szIpv4Mask)),
-        lineWhenOn(isOn, "gateway", "gateway", maybe(info.szIpv4Gateway)),
-        furtherLine(isOn, "address 2", "address2", maybe(info.szIpv4Addr2)),
-        {.key = "routes",
-         .value = routesOf(isOn, {ipv4Route(1, info.ucIpv4Route1State, info.szIpv4Route1Addr,
-                                            info.szIpv4Route1Mask, info.szIpv4Route1Gateway),
-                                  ipv4Route(2, info.ucIpv4Route2State, info.szIpv4Route2Addr,
-                                            info.szIpv4Route2Mask, info.szIpv4Route2Gateway)})}};
-    return {"IPv4", "ipv4", Object{std::move(rows)}, familyText(isOn, origin)};
 }
 
 std::string padded(std::string text, std::size_t width)
@@ -197,22 +93,53 @@ List ipv6Addresses(const NW_ETHER_INS_INFO_S &info)
     return list;
 }
 
-Row ipv6Row(const NW_ETHER_INS_INFO_S &info)
+/* The second of two, shown where there is one. */
+Row furtherRow(bool isOn, const char *label, const char *key, const MaybeText &text)
 {
-    const bool isOn = info.ucIpv6Enable == enabled;
-    const std::string origin = originName("ipv6-origin", info.ucIpv6Type);
-    Rows rows{
-        hidden("enabled", isOn),
-        hidden("origin", whenOn(isOn, origin)),
-        {.key = "addresses", .value = ipv6Addresses(info)},
-        lineWhenOn(isOn, "gateway", "gateway", maybe(info.szIpv6Gateway)),
-        furtherLine(isOn, "gateway 2", "gateway2", maybe(info.szIpv6Gateway2)),
-        {.key = "routes",
-         .value = routesOf(isOn, {ipv6Route(1, info.ucIpv6Route1State, info.szIpv6Route1Addr,
-                                            info.ucIpv6Route1Prefix, info.szIpv6Route1Gateway),
-                                  ipv6Route(2, info.ucIpv6Route2State, info.szIpv6Route2Addr,
-                                            info.ucIpv6Route2Prefix, info.szIpv6Route2Gateway)})}};
-    return {"IPv6", "ipv6", Object{std::move(rows)}, familyText(isOn, origin)};
+    return {isOn && text ? label : "", key, isOn ? Value(text) : Value()};
+}
+
+/* What the library tells beside a setting. */
+struct LiveFact {
+    std::string_view setting;
+    Row (*tell)(const NW_ETHER_INS_INFO_S &info, bool isOn);
+};
+
+Row macRow(const NW_ETHER_INS_INFO_S &info, bool)
+{
+    return {"MAC", "mac", maybe(info.szMacAddr)};
+}
+
+Row secondAddressRow(const NW_ETHER_INS_INFO_S &info, bool isOn)
+{
+    return furtherRow(isOn, "address 2", "address2", maybe(info.szIpv4Addr2));
+}
+
+Row addressesRow(const NW_ETHER_INS_INFO_S &info, bool)
+{
+    return {.key = "addresses", .value = ipv6Addresses(info)};
+}
+
+Row secondGatewayRow(const NW_ETHER_INS_INFO_S &info, bool isOn)
+{
+    return furtherRow(isOn, "gateway 2", "gateway2", maybe(info.szIpv6Gateway2));
+}
+
+constexpr LiveFact liveFacts[] = {{"lan", macRow},
+                                  {"ipv4-gateway", secondAddressRow},
+                                  {"ipv6", addressesRow},
+                                  {"ipv6-gateway", secondGatewayRow}};
+
+Rows settingsAndFacts(const PortView &view)
+{
+    return settingRows(reinterpret_cast<const std::uint8_t *>(&view.stored), "lan",
+                       [&](const settings::Setting &setting, bool isOn, Rows &rows) {
+                           for (const LiveFact &fact : liveFacts) {
+                               if (fact.setting == setting.key) {
+                                   rows.push_back(fact.tell(view.info, isOn));
+                               }
+                           }
+                       });
 }
 
 std::optional<unsigned> vlanIdOf(const NW_ETHER_INS_INFO_S &info)
@@ -223,25 +150,6 @@ std::optional<unsigned> vlanIdOf(const NW_ETHER_INS_INFO_S &info)
 
     const unsigned id = vlan.usVlanid;
     return id == 0 ? std::nullopt : std::optional{id};
-}
-
-/* What the view has places of its own for, and what other commands show. */
-bool isShownElsewhere(const settings::Setting &setting)
-{
-    const std::string_view key = setting.key;
-    return setting.showKey == nullptr || key == "lan" || key.starts_with("vlan") ||
-           key.starts_with("arp-");
-}
-
-void addFurtherSettings(Rows &rows, const PortView &view)
-{
-    for (const settings::Setting &setting : settings::settingsOf(settings::Section::lan)) {
-        if (!isShownElsewhere(setting)) {
-            const auto *entry = reinterpret_cast<const std::uint8_t *>(&view.stored);
-            rows.push_back(
-                {setting.label, setting.showKey, Value(settings::valueAt(entry, setting))});
-        }
-    }
 }
 
 Row conflictsRow(const PortView &view)
@@ -271,21 +179,16 @@ Rows portRows(const PortView &view)
 {
     const NW_ETHER_INS_INFO_S &info = view.info;
     const std::string name = bmc::boundedText(info.szEthName);
-    const std::string role(settings::roleOf(view.index));
     const std::optional<unsigned> vlan = vlanIdOf(info);
-    Rows rows{line("Port " + name + ", " + role + (view.index == NW_PORT_BOND0 ? "" : " port") +
-                   " (index " + std::to_string(view.index) + ", channel " +
-                   std::to_string(info.ucChannel) + ")"),
-              hidden("port", name),
-              hidden("role", role),
-              hidden("index", view.index),
-              hidden("channel", info.ucChannel),
-              {"LAN", "lan", info.ucLanEnable == enabled},
-              {"MAC", "mac", maybe(info.szMacAddr)},
-              ipv4Row(info),
-              ipv6Row(info),
-              {"VLAN", "vlan", vlan, vlan ? "" : "none"}};
-    addFurtherSettings(rows, view);
+    Rows rows{line("Port " + name + ", " + settings::roleTitleOf(view.index) + " (index " +
+                   std::to_string(view.index) + ", channel " + std::to_string(info.ucChannel) +
+                   ")"),
+              hidden("port", name), hidden("role", settings::roleOf(view.index)),
+              hidden("index", view.index), hidden("channel", info.ucChannel)};
+    for (Row &row : settingsAndFacts(view)) {
+        rows.push_back(std::move(row));
+    }
+    rows.push_back({"VLAN", "vlan", vlan, vlan ? "" : "none"});
     rows.push_back(conflictsRow(view));
     return rows;
 }

@@ -11,7 +11,7 @@ namespace nwctl {
 struct PortView {
     unsigned index;
     NW_ETHER_INS_INFO_S info;
-    NW_LAN_CFG_PORT_S stored; /* for settings that the library does not tell */
+    NW_LAN_CFG_PORT_S stored; /* its settings; the rest is what the library tells of the port */
 };
 
 /* Throws Failure: refused for a port that is not served, internal when a record cannot be read. */

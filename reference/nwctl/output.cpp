@@ -168,6 +168,12 @@ Value::Value(const Json &json)
         content_ = json.get<std::string>();
     } else if (json.is_array()) {
         *this = Value(std::vector<Json>(json.begin(), json.end()));
+    } else if (json.is_object()) {
+        Rows rows;
+        for (const auto &[key, value] : json.items()) {
+            rows.push_back(hidden(key, Value(value)));
+        }
+        *this = Object{std::move(rows)};
     } else if (!json.is_null()) {
         content_ = json.dump();
     }

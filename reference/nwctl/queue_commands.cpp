@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
 #include <cerrno>
-#include <cstring>
+#include <system_error>
 
 #include <sys/ipc.h>
 #include <sys/msg.h>
@@ -33,6 +33,12 @@ QueueName queueIn(const Arguments &arguments)
     return {arguments.value("PATH"), arguments.value("ID")};
 }
 
+/* errno in words. */
+std::string systemReason()
+{
+    return std::generic_category().message(errno);
+}
+
 /* The library doesn't say why a call failed: what the user can mend is looked up behind it. */
 Failure whyFailed(const QueueName &queue, NW_RESULT result)
 {
@@ -44,14 +50,14 @@ Failure whyFailed(const QueueName &queue, NW_RESULT result)
     errno = 0;
     const key_t key = ftok(queue.path.c_str(), queue.id());
     if (key == -1 && errno != 0) {
-        return refused("PATH", queue.path, std::strerror(errno));
+        return refused("PATH", queue.path, systemReason());
     }
     if (key < 0) {
         return refused("ID", queue.idText, "the key is negative; take an id below 128");
     }
     if (msgget(key, 0) < 0) {
         return refused("PATH", queue.path,
-                       errno == ENOENT ? "there is no such queue" : std::strerror(errno));
+                       errno == ENOENT ? "there is no such queue" : systemReason());
     }
     return {Exit::internal, "PATH", queue.path, "the queue failed or was replaced meanwhile",
             result};

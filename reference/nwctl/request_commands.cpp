@@ -172,10 +172,11 @@ void addRequestCommands(std::vector<Command> &commands)
     using Kind = Parameter::Kind;
     const Parameter dryRun = dryRunFlag();
     const settings::Setting &suspend = *settings::findSetting(Section::lan, "arp-suspend");
-    const Parameter shareLink{Kind::required, "MODE", listed(shareLinkWords)};
+    const Parameter shareLink{Kind::required, "MODE", settings::listed(shareLinkWords)};
     const Parameter seconds{Kind::optional, "SECONDS", "delay, 0 to 3600; 0 without it"};
     const Parameter resumed{Kind::optional, "WHAT", "resume or suspend; resume without it"};
-    const Parameter suspended{Kind::repeated, suspendOption, suspend.help, suspend.kind->valueName};
+    const Parameter suspended{Kind::repeated, suspendOption, settings::helpOf(suspend),
+                              suspend.kind->valueName};
     /* clang-format off */
     commands.insert(commands.end(), {
         {"share-link", "set", "Change the network mode and the second port's LAN together", "share-link set shared", {shareLink, dryRun}, request<prepareShareLink>},

@@ -16,6 +16,7 @@ namespace nwctl {
 namespace {
 
 namespace settings = bmc::settings;
+using settings::Json;
 
 /* Results that the library answers for a refusal and for an unreachable manager alike. */
 constexpr NW_RESULT vagueResults[] = {NW_ERR_GENERAL, NW_ERR_ARP_SUSPEND, NW_ERR_ARP_UPDATE,
@@ -138,7 +139,7 @@ List givenList(const Sending &sending)
     return list;
 }
 
-std::string dryRunText(const Sending &sending, const std::vector<ChangeRow> &changes)
+std::string dryRunText(const Sending &sending, const Json &changes)
 {
     std::string text = "Dry run, nothing was sent. Would change " + sending.what +
                        (sending.port ? " of " + sending.port->name : "") + commandsText(sending) +
@@ -147,6 +148,15 @@ std::string dryRunText(const Sending &sending, const std::vector<ChangeRow> &cha
         return text + ".";
     }
     return text + (changes.empty() ? "; nothing is different from what is stored." : ":");
+}
+
+/* A place that this program does not know may come from a manager that does. */
+std::string textAt(const std::string &place, const Json &value)
+{
+    if (const settings::Setting *setting = settings::settingAt(place)) {
+        return settings::textOf(*setting, value);
+    }
+    return value.is_string() ? value.get<std::string>() : value.dump();
 }
 
 bool isOverlap(const settings::Refusal &refusal)
@@ -237,10 +247,11 @@ void send(const Sending &sending, Session &session)
 
 void tell(const Sending &sending, Session &session)
 {
-    std::vector<ChangeRow> changes;
+    Json changes = Json::array();
     if (!sending.changes.empty()) {
         const Configuration present = readConfiguration();
-        changes = changeRows(present, foresee(present, sending));
+        const Configuration after = foresee(present, sending);
+        changes = settings::changesOf(settings::differences(present, after), present.state);
     }
     Rows rows = portRows(sending);
     rows.push_back(line(dryRunText(sending, changes)));
@@ -271,29 +282,16 @@ Parameter dryRunFlag()
     return flag("--dry-run", "make every check, send nothing, tell what would be");
 }
 
-std::vector<ChangeRow> changeRows(const Configuration &before, const Configuration &after)
-{
-    std::vector<ChangeRow> rows;
-    for (const settings::Difference &found : settings::differences(before, after)) {
-        const settings::Setting &setting = *found.setting;
-        const bool isPorts = settings::infoOf(setting.section).portCount != 0;
-        rows.push_back({settings::placeOf(setting, found.port),
-                        isPorts ? Value(settings::nameOf(before.state, found.port)) : Value(),
-                        Value(found.before), Value(found.after),
-                        settings::textOf(setting, found.before) + " -> " +
-                            settings::textOf(setting, found.after)});
-    }
-    return rows;
-}
-
-Row changesRow(const std::vector<ChangeRow> &changes)
+Row changesRow(const Json &changes)
 {
     List list;
-    for (const ChangeRow &change : changes) {
-        list.rows.push_back(
-            {.value = Object{{hidden("setting", change.setting), hidden("port", change.port),
-                              hidden("before", change.before), hidden("after", change.after)}},
-             .text = "  " + change.setting + ": " + change.text});
+    for (const Json &change : changes) {
+        const std::string place = change.at(settings::changePlaceKey);
+        list.rows.push_back({.value = Value(change),
+                             .text = "  " + place + ": " +
+                                     textAt(place, change.at(settings::changeBeforeKey)) + " -> " +
+                                     textAt(place, change.at(settings::changeAfterKey)),
+                             .isFolded = true});
     }
     return {.key = "changes", .value = std::move(list)};
 }

@@ -58,18 +58,9 @@ void carryOut(const std::function<Sending()> &prepare, const Arguments &argument
 /* The flag --dry-run. */
 Parameter dryRunFlag();
 
-/* A setting that has changed or would. */
-struct ChangeRow {
-    std::string setting; /* its place: "lan.shared.ipv4" */
-    Value port;          /* its name; null where the setting is the machine's */
-    Value before;
-    Value after;
-    std::string text; /* "off -> 30" */
-};
-
-std::vector<ChangeRow> changeRows(const Configuration &before, const Configuration &after);
-/* Old and new, a line each; the key "changes". */
-Row changesRow(const std::vector<ChangeRow> &changes);
+/* Settings that have changed or would, as settings::changesOf tells them: old and new, a line each;
+ * the key "changes". */
+Row changesRow(const bmc::settings::Json &changes);
 
 /* Sentences of a successful LAN change, each fact once: the slots of the static routes repeat
  * fields, so a slot whose every field stands in another one is left out. */

@@ -97,27 +97,25 @@ constexpr Setter setters[] = {
     {Section::an,         NW_CMD_SET_AN,          sendLinkMode},
 };
 
-/* A command of the section's settings whose keys begin with the prefix. A scalar section's one
- * setting is the argument. */
+/* A command of settings of a section. A scalar section's one setting is the argument. */
 struct SetCommand {
     Section section;
     const char *group;
-    const char *prefix;
     const char *argument;
     const char *description;
     const char *example;
 };
 
 constexpr SetCommand rows[] = {
-    {Section::lan,        "lan",        "",     nullptr, "Change settings of a port",                      "lan set eth1 --ipv4 192.168.20.5/24 --ipv4-gateway 192.168.20.1"},
-    {Section::hostName,   "hostname",   "",     nullptr, "Change the host name, its mode or the BMC name", "hostname set --mode manual --name bmc-1"},
-    {Section::dns,        "dns",        "",     nullptr, "Change DNS settings of a port",                  "dns set eth1 --ipv4-mode manual --ipv4-server1 192.168.20.53"},
-    {Section::lldp,       "lldp",       "",     nullptr, "Change the LLDP settings",                       "lldp set --state on --work-mode txrx"},
-    {Section::mode,       "mode",       "",     "MODE",  "Let the ports work separately or as one bond",   "mode set active-standby"},
-    {Section::switchover, "switchover", "",     "STATE", "Exchange the numbers of the two ports",          "switchover set on"},
-    {Section::lan,        "vlan",       "vlan", nullptr, "Change the VLAN of a port",                      "vlan set eth1 --vlan 30 --vlan-priority 2"},
-    {Section::lan,        "arp",        "arp-", nullptr, "Change the ARP settings of a port",              "arp set eth1 --arp-control both --arp-interval 10"},
-    {Section::an,         "an",         "",     nullptr, "Change auto-negotiation, duplex or speed of a port", "an set eth0 --auto off --speed 100 --duplex full"},
+    {Section::lan,        "lan",        nullptr, "Change settings of a port",                      "lan set eth1 --ipv4 192.168.20.5/24 --ipv4-gateway 192.168.20.1"},
+    {Section::hostName,   "hostname",   nullptr, "Change the host name, its mode or the BMC name", "hostname set --mode manual --name bmc-1"},
+    {Section::dns,        "dns",        nullptr, "Change DNS settings of a port",                  "dns set eth1 --ipv4-mode manual --ipv4-server1 192.168.20.53"},
+    {Section::lldp,       "lldp",       nullptr, "Change the LLDP settings",                       "lldp set --state on --work-mode txrx"},
+    {Section::mode,       "mode",       "MODE",  "Let the ports work separately or as one bond",   "mode set active-standby"},
+    {Section::switchover, "switchover", "STATE", "Exchange the numbers of the two ports",          "switchover set on"},
+    {Section::lan,        "vlan",       nullptr, "Change the VLAN of a port",                      "vlan set eth1 --vlan 30 --vlan-priority 2"},
+    {Section::lan,        "arp",        nullptr, "Change the ARP settings of a port",              "arp set eth1 --arp-control both --arp-interval 10"},
+    {Section::an,         "an",         nullptr, "Change auto-negotiation, duplex or speed of a port", "an set eth0 --auto off --speed 100 --duplex full"},
 };
 /* clang-format on */
 
@@ -126,11 +124,6 @@ constexpr const char *receiveOption = "--receive"; /* of LLDP; the library makes
 std::string optionOf(const SetCommand &row, const settings::Setting &setting)
 {
     return row.argument != nullptr ? row.argument : "--" + std::string(setting.key);
-}
-
-bool belongsTo(const SetCommand &row, const settings::Setting &setting)
-{
-    return std::string_view(setting.key).starts_with(row.prefix);
 }
 
 void assignGiven(Change &change, const settings::Setting &setting, const GivenOption &given)
@@ -148,11 +141,11 @@ void assignGiven(Change &change, const settings::Setting &setting, const GivenOp
 Change changeOf(const SetCommand &row, const Arguments &arguments, Given &given)
 {
     Change change;
-    for (const settings::Setting &setting : settings::settingsOf(row.section)) {
-        const std::string option = optionOf(row, setting);
+    for (const settings::Setting *setting : settings::settingsOf(row.group)) {
+        const std::string option = optionOf(row, *setting);
         for (const std::string &value : arguments.values(option)) {
             given.push_back({option, value});
-            assignGiven(change, setting, given.back());
+            assignGiven(change, *setting, given.back());
         }
     }
     return change;
@@ -196,11 +189,16 @@ Change receiveChange(const NW_LLDP_DB_INFO_S &stored, bool isReceiving)
     return change;
 }
 
+/* The agent is switched by it, in the same words. */
+const settings::Kind &receiveKind()
+{
+    return *settings::findSetting(Section::lldp, "state")->kind;
+}
+
 void addReceive(const Arguments &arguments, Sending &sending)
 {
-    constexpr Word words[] = {{"off", 0}, {"on", 1}};
     const GivenOption given{receiveOption, arguments.value(receiveOption)};
-    const std::uint8_t isReceiving = wordValue(given, words);
+    const std::uint8_t isReceiving = wordValue(given, receiveKind().words);
     if (!sending.given.empty() || arguments.values(receiveOption).size() > 1) {
         throw Failure(Exit::usage, given.name, given.value,
                       "contradicts another value for the same setting");
@@ -270,13 +268,6 @@ Sending prepare(const SetCommand &row, const Arguments &arguments, Session &sess
     return sending;
 }
 
-/* "separate or active-standby" */
-std::string alternatives(std::string text)
-{
-    const auto bar = text.find('|');
-    return bar == text.npos ? text : text.replace(bar, 1, " or ");
-}
-
 std::vector<Parameter> parametersOf(const SetCommand &row)
 {
     using Kind = Parameter::Kind;
@@ -284,18 +275,19 @@ std::vector<Parameter> parametersOf(const SetCommand &row)
     if (settings::infoOf(row.section).portCount != 0) {
         parameters.push_back(portParameter());
     }
-    for (const settings::Setting &setting : settings::settingsOf(row.section)) {
+    for (const settings::Setting *setting : settings::settingsOf(row.group)) {
         if (row.argument != nullptr) {
             parameters.push_back(
-                {Kind::required, row.argument, alternatives(setting.kind->valueName)});
-        } else if (belongsTo(row, setting)) {
-            parameters.push_back(
-                {Kind::repeated, optionOf(row, setting), setting.help, setting.kind->valueName});
+                {Kind::required, row.argument, settings::listed(setting->kind->words)});
+        } else {
+            parameters.push_back({Kind::repeated, optionOf(row, *setting),
+                                  settings::helpOf(*setting), setting->kind->valueName});
         }
     }
     if (row.section == Section::lldp) {
         parameters.push_back({Kind::repeated, receiveOption,
-                              "reception alone; what it sends stays as it is", "on|off"});
+                              "reception alone; what it sends stays as it is",
+                              receiveKind().valueName});
     }
     parameters.push_back(dryRunFlag());
     if (std::string_view(row.group) == "lan") {

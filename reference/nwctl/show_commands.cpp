@@ -1,15 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
 /* "SECTION show": values of settings out of the table, and what the library knows besides. */
-#include <algorithm>
-#include <cctype>
-
-#include <nlohmann/json.hpp>
-
 #include "nwctl/lan_view.hpp"
+#include "nwctl/setting_rows.hpp"
 #include "nwctl/stored.hpp"
-#include "settings/manager_bytes.hpp"
-#include "settings/value.hpp"
 
 namespace nwctl {
 
@@ -17,60 +11,6 @@ namespace {
 
 namespace settings = bmc::settings;
 using settings::Section;
-using settings::Setting;
-
-Value shownValue(const Configuration &stored, const Setting &setting, unsigned port)
-{
-    return Value(settings::valueAt(settings::entryOf(stored, setting.section, port), setting));
-}
-
-/* Settings that differ in their last digit alone stand in one list. */
-bool isNumbered(const Setting &setting)
-{
-    return setting.showKey == nullptr && std::isdigit(std::string_view(setting.key).back()) != 0;
-}
-
-/* "ipv4-server1" as "ipv4Servers" */
-std::string listKey(const Setting &setting)
-{
-    std::string key;
-    for (const char *at = setting.key; *at != '\0'; ++at) {
-        const bool isBreak = *at == '-';
-        at += isBreak ? 1 : 0;
-        key += isBreak ? static_cast<char>(std::toupper(*at)) : *at;
-    }
-    key.back() = 's';
-    return key;
-}
-
-void addToList(Rows &rows, const Setting &setting, Value value)
-{
-    const std::string key = listKey(setting);
-    if (rows.empty() || rows.back().key != key) {
-        std::string label = setting.label; /* "IPv4 server 1" */
-        label.replace(label.size() - 2, 2, "s");
-        rows.push_back({label, key, List{}});
-    }
-    List list = std::get<List>(rows.back().value.content());
-    list.rows.push_back({.value = std::move(value)});
-    rows.back().value = std::move(list);
-}
-
-/* The section's settings whose keys begin with the prefix. */
-void addSettings(Rows &rows, const Configuration &stored, Section section, unsigned port,
-                 std::string_view prefix = "")
-{
-    for (const Setting &setting : settings::settingsOf(section)) {
-        if (!std::string_view(setting.key).starts_with(prefix)) {
-            continue;
-        }
-        if (setting.showKey != nullptr) {
-            rows.push_back({setting.label, setting.showKey, shownValue(stored, setting, port)});
-        } else if (isNumbered(setting)) {
-            addToList(rows, setting, shownValue(stored, setting, port));
-        }
-    }
-}
 
 void readHostName(Configuration &stored)
 {
@@ -103,77 +43,42 @@ void readLinkMode(Configuration &stored)
     requireRead(LIB_NW_GetAnConfig(&stored.an), "the auto-negotiation settings");
 }
 
-void addHostName(Rows &rows, const Configuration &stored, unsigned)
-{
-    addSettings(rows, stored, Section::hostName, 0);
-}
-
-void addLldp(Rows &rows, const Configuration &stored, unsigned)
-{
-    addSettings(rows, stored, Section::lldp, 0);
-}
-
-void addMode(Rows &rows, const Configuration &stored, unsigned)
+void addPortsServed(Rows &rows, const Configuration &stored)
 {
     List names;
     for (const unsigned port : portsServed(stored.state)) {
         names.rows.push_back({.value = settings::nameOf(stored.state, port)});
     }
-    rows.push_back({"Mode", "mode", modeName(stored.state)});
     rows.push_back({"Ports served", "ports", std::move(names)});
-}
-
-void addSwitchover(Rows &rows, const Configuration &stored, unsigned)
-{
-    addSettings(rows, stored, Section::switchover, 0);
-}
-
-void addDns(Rows &rows, const Configuration &stored, unsigned port)
-{
-    requireServed(stored.state, port);
-    addSettings(rows, stored, Section::dns, port);
-}
-
-/* A VLAN has its ID while it is switched off, too. */
-void addVlan(Rows &rows, const Configuration &stored, unsigned port)
-{
-    const settings::VlanBytes vlan = settings::vlanOf(stored.lan.astPort[port]);
-    rows.push_back({"VLAN", "enabled", vlan.isEnabled == 1});
-    rows.push_back({"VLAN ID", "id", vlan.id == 0 ? Value() : Value(unsigned{vlan.id})});
-    addSettings(rows, stored, Section::lan, port, "vlan-");
-}
-
-void addArp(Rows &rows, const Configuration &stored, unsigned port)
-{
-    addSettings(rows, stored, Section::lan, port, "arp-");
-}
-
-void addLinkMode(Rows &rows, const Configuration &stored, unsigned port)
-{
-    addSettings(rows, stored, Section::an, port);
 }
 
 struct ShowCommand {
     const char *group;
+    Section section;
     const char *description;
     const char *example;
-    bool isPorts; /* shown for each port */
     void (*read)(Configuration &stored);
-    void (*add)(Rows &rows, const Configuration &stored, unsigned port);
+    void (*addMore)(Rows &rows, const Configuration &stored) = nullptr;
+    bool isServedOnly = false; /* another port is refused */
 };
 
 /* clang-format off */
-constexpr ShowCommand rows[] = {
-    {"hostname",   "Show the host name and the BMC name",                     "hostname show",   false, readHostName, addHostName},
-    {"dns",        "Show the DNS settings of a port",                         "dns show eth1",   true,  readDns,      addDns},
-    {"lldp",       "Show the LLDP settings",                                  "lldp show",       false, readLldp,     addLldp},
-    {"mode",       "Show the network port mode",                              "mode show",       false, readState,    addMode},
-    {"switchover", "Show whether the numbers of the two ports are exchanged", "switchover show", false, readState,    addSwitchover},
-    {"vlan",       "Show the VLAN of a port",                                 "vlan show eth1",  true,  readLan,      addVlan},
-    {"arp",        "Show the ARP settings of a port",                         "arp show eth1",   true,  readLan,      addArp},
-    {"an",         "Show auto-negotiation, duplex and speed of a port",       "an show eth0",    true,  readLinkMode, addLinkMode},
+constexpr ShowCommand showCommands[] = {
+    {"hostname",   Section::hostName,   "Show the host name and the BMC name",                     "hostname show",   readHostName},
+    {"dns",        Section::dns,        "Show the DNS settings of a port",                         "dns show eth1",   readDns, nullptr, true},
+    {"lldp",       Section::lldp,       "Show the LLDP settings",                                  "lldp show",       readLldp},
+    {"mode",       Section::mode,       "Show the network port mode",                              "mode show",       readState, addPortsServed},
+    {"switchover", Section::switchover, "Show whether the numbers of the two ports are exchanged", "switchover show", readState},
+    {"vlan",       Section::lan,        "Show the VLAN of a port",                                 "vlan show eth1",  readLan},
+    {"arp",        Section::lan,        "Show the ARP settings of a port",                         "arp show eth1",   readLan},
+    {"an",         Section::an,         "Show auto-negotiation, duplex and speed of a port",       "an show eth0",    readLinkMode},
 };
 /* clang-format on */
+
+bool isPorts(const ShowCommand &row)
+{
+    return settings::infoOf(row.section).portCount != 0;
+}
 
 /* The port that is asked for; without one all ports of the present mode. */
 std::vector<unsigned> portsFor(const NW_IFC_STATE_DB_INFO_S &interfaces, const Arguments &arguments)
@@ -185,24 +90,38 @@ std::vector<unsigned> portsFor(const NW_IFC_STATE_DB_INFO_S &interfaces, const A
     return {served.begin(), served.end()};
 }
 
-void show(const ShowCommand &row, const Arguments &arguments, Session &session)
+void addRows(Rows &rows, const ShowCommand &row, const Configuration &stored, unsigned port)
+{
+    for (Row &each : settingRows(settings::entryOf(stored, row.section, port), row.group)) {
+        rows.push_back(std::move(each));
+    }
+    if (row.addMore != nullptr) {
+        row.addMore(rows, stored);
+    }
+}
+
+void show(const ShowCommand &row, const Arguments &, Session &session)
 {
     Configuration stored{};
     Rows shown;
-    if (!row.isPorts) {
-        row.read(stored);
-        row.add(shown, stored, 0);
-        session.answer(shown);
-        return;
-    }
+    row.read(stored);
+    addRows(shown, row, stored, 0);
+    session.answer(shown);
+}
 
+void showPorts(const ShowCommand &row, const Arguments &arguments, Session &session)
+{
+    Configuration stored{};
     stored.state = readInterfaces();
     const std::vector<unsigned> ports = portsFor(stored.state, arguments);
     row.read(stored);
     List blocks;
     for (const unsigned port : ports) {
+        if (row.isServedOnly) {
+            requireServed(stored.state, port);
+        }
         Rows block = portHeading(stored.state, port);
-        row.add(block, stored, port);
+        addRows(block, row, stored, port);
         blocks.rows.push_back({.value = Object{std::move(block)}});
     }
     session.answer({{.key = "ports", .value = std::move(blocks)}});
@@ -247,11 +166,11 @@ void addShowCommands(std::vector<Command> &commands)
                         "lan show eth1",
                         {shownPort()},
                         inSnapshot(showLan)});
-    for (const ShowCommand &row : rows) {
+    for (const ShowCommand &row : showCommands) {
         commands.push_back({row.group, "show", row.description, row.example,
-                            row.isPorts ? std::vector{shownPort()} : std::vector<Parameter>{},
+                            isPorts(row) ? std::vector{shownPort()} : std::vector<Parameter>{},
                             inSnapshot([&row](const Arguments &arguments, Session &session) {
-                                show(row, arguments, session);
+                                (isPorts(row) ? showPorts : show)(row, arguments, session);
                             })});
     }
     commands.push_back({"share-link",

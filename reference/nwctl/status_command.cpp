@@ -79,11 +79,9 @@ void show(const Arguments &, Session &session)
     List list;
     for (const unsigned port : portsServed(interfaces)) {
         const PortView &view = ports.emplace_back(readPortView(interfaces, port));
-        const std::string title = bmc::settings::titleOf(interfaces, port);
-        const auto comma = title.rfind(", ");
-        list.rows.push_back({.label = title.substr(0, comma),
+        list.rows.push_back({.label = bmc::settings::nameOf(interfaces, port),
                              .value = Object{portRows(view)},
-                             .text = title.substr(comma + 2) + ", " + portSummary(view),
+                             .text = bmc::settings::roleTitleOf(port) + ", " + portSummary(view),
                              .isFolded = true});
     }
     session.answer({{"Mode", "mode", modeName(interfaces)},

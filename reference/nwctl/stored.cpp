@@ -15,9 +15,6 @@ namespace {
 
 using bmc::settings::Section;
 
-constexpr unsigned separatePorts[] = {NW_PORT_ETH0, NW_PORT_ETH1};
-constexpr unsigned bondedPorts[] = {NW_PORT_BOND0};
-
 void requireKnownMode(const NW_IFC_STATE_DB_INFO_S &interfaces)
 {
     if (interfaces.ucIfcState > NW_IFC_STATE_ADAPTIVE) {
@@ -52,6 +49,32 @@ const bmc::settings::Kind &kindOf(Section section, const char *key)
     return *bmc::settings::findSetting(section, key)->kind;
 }
 
+/* Of each record the library's getter. */
+NW_RESULT read(NW_IFC_STATE_DB_INFO_S &record)
+{
+    return NW_LMDB_Get_IfcState(&record);
+}
+NW_RESULT read(NW_LAN_CFG_DB_INFO_S &record)
+{
+    return LIB_NW_GetAllLanConfig(&record);
+}
+NW_RESULT read(NW_HOSTNAME_DB_INFO_S &record)
+{
+    return LIB_NW_GetHostName(&record);
+}
+NW_RESULT read(NW_DNS_DB_INFO_S &record)
+{
+    return NW_LMDB_Get_DNS(&record);
+}
+NW_RESULT read(NW_LLDP_DB_INFO_S &record)
+{
+    return NW_LMDB_Get_LLDP(&record);
+}
+NW_RESULT read(NW_AN_CFG_DB_INFO_S &record)
+{
+    return NW_LMDB_GetAnCfgInfo(&record);
+}
+
 } // namespace
 
 Run inSnapshot(Run run)
@@ -72,28 +95,28 @@ void requireRead(NW_RESULT result, const char *record)
 NW_IFC_STATE_DB_INFO_S readInterfaces()
 {
     NW_IFC_STATE_DB_INFO_S interfaces{};
-    requireRead(NW_LMDB_Get_IfcState(&interfaces), "the interface state");
+    requireRead(read(interfaces), "the interface state");
     return interfaces;
 }
 
 NW_LAN_CFG_DB_INFO_S readLanRecord()
 {
     NW_LAN_CFG_DB_INFO_S record{};
-    requireRead(LIB_NW_GetAllLanConfig(&record), "the LAN configuration");
+    requireRead(read(record), "the LAN configuration");
     return record;
 }
 
 Configuration readConfiguration()
 {
     Configuration stored{};
-    stored.state = readInterfaces();
-    stored.lan = readLanRecord();
-    LIB_NW_GetHostName(&stored.hostName);
-    NW_LMDB_Get_DNS(&stored.dns);
-    NW_LMDB_Get_LLDP(&stored.lldp);
-    if (NW_LMDB_GetAnCfgInfo(&stored.an) != NW_OK) {
-        stored.an = {}; /* read straight into it */
-    }
+    bmc::settings::forEachRecord([&](const bmc::settings::RecordName &record, auto member) {
+        const NW_RESULT result = read(stored.*member);
+        if (record.isRequired) {
+            requireRead(result, (std::string("the ") + record.name).c_str());
+        } else if (result != NW_OK) {
+            stored.*member = {}; /* some getters read straight into it */
+        }
+    });
     return stored;
 }
 
@@ -112,8 +135,16 @@ unsigned findPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &t
         names += bmc::settings::nameOf(interfaces, index) + ", ";
     }
     throw Failure(Exit::usage, "PORT", text,
-                  "no such port, expected " + names +
-                      "dedicated, shared, bond, 0, 1, 2 or channel:N");
+                  "no such port, expected " + names + portRoles() + "0, 1, 2 or channel:N");
+}
+
+std::string portRoles()
+{
+    std::string roles;
+    for (unsigned port = 0; port < NW_PORT_COUNT; ++port) {
+        roles += std::string(bmc::settings::roleOf(port)) + ", ";
+    }
+    return roles;
 }
 
 NamedPort namedPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &text)
@@ -130,13 +161,16 @@ Rows portHeading(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
             {"Index", "index", port}};
 }
 
-std::span<const unsigned> portsServed(const NW_IFC_STATE_DB_INFO_S &interfaces)
+std::vector<unsigned> portsServed(const NW_IFC_STATE_DB_INFO_S &interfaces)
 {
     requireKnownMode(interfaces);
-    if (interfaces.ucIfcState == NW_IFC_STATE_SEPARATE) {
-        return separatePorts;
+    std::vector<unsigned> ports;
+    for (unsigned port = 0; port < NW_PORT_COUNT; ++port) {
+        if (bmc::settings::isServed(interfaces, port)) {
+            ports.push_back(port);
+        }
     }
-    return bondedPorts;
+    return ports;
 }
 
 std::string modeName(const NW_IFC_STATE_DB_INFO_S &interfaces)
@@ -147,10 +181,14 @@ std::string modeName(const NW_IFC_STATE_DB_INFO_S &interfaces)
 
 void requireServed(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
 {
-    if (std::ranges::count(portsServed(interfaces), port) == 0) {
-        throw Failure(Exit::refused, "PORT", bmc::settings::nameOf(interfaces, port),
-                      "the port is not served in network mode " + modeName(interfaces));
+    requireKnownMode(interfaces);
+    if (bmc::settings::isServed(interfaces, port)) {
+        return;
     }
+    throw Failure(Exit::refused, "PORT", bmc::settings::nameOf(interfaces, port),
+                  interfaces.aucPortPresent[port] == 0
+                      ? "the port is not on this board"
+                      : "the port is not served in network mode " + modeName(interfaces));
 }
 
 NW_ETHER_INS_INFO_S readPort(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port)
@@ -173,19 +211,10 @@ std::uint8_t wordValue(const GivenOption &given, std::span<const Word> words)
 {
     const Word *word = bmc::settings::findWord(words, given.value);
     if (word == nullptr) {
-        throw Failure(Exit::usage, given.name, given.value, "expected " + listed(words));
+        throw Failure(Exit::usage, given.name, given.value,
+                      "expected " + bmc::settings::listed(words));
     }
     return static_cast<std::uint8_t>(word->value);
-}
-
-std::string listed(std::span<const Word> words)
-{
-    std::string text;
-    for (const Word &word : words) {
-        const bool isLast = &word == &words.back();
-        text += (&word == &words.front() ? "" : isLast ? " or " : ", ") + std::string(word.text);
-    }
-    return text;
 }
 
 std::span<const Word> arpWords()

@@ -6,6 +6,7 @@
 #include <functional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "network_mng/lan.h"
 #include "network_mng/settings.h"
@@ -41,16 +42,19 @@ Configuration readConfiguration();
  * "0" to "2", or of an IPMI LAN channel ("channel:1"). Throws Failure: usage, refused for a channel
  * without a port. */
 unsigned findPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &text);
-/* The same, with the port's name. */
+/* "dedicated, shared, bond, " */
+std::string portRoles();
+/* The same as findPort, with the port's name. */
 NamedPort namedPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &text);
 /* Port and index in the order in which they are shown. */
 Rows portHeading(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port);
-/* Port indices that answer in the record's network mode. Throws Failure (internal) for a mode that
- * does not exist. */
-std::span<const unsigned> portsServed(const NW_IFC_STATE_DB_INFO_S &interfaces);
+/* Port indices that are served in the record's network mode. Throws Failure (internal) for a mode
+ * that does not exist. */
+std::vector<unsigned> portsServed(const NW_IFC_STATE_DB_INFO_S &interfaces);
 /* "separate" or "active-standby". Throws like portsServed. */
 std::string modeName(const NW_IFC_STATE_DB_INFO_S &interfaces);
-/* Throws Failure (refused) for a port that is not served in the present network mode. */
+/* Throws Failure (refused) for a port that is not on the board, or not served in the present
+ * network mode. */
 void requireServed(const NW_IFC_STATE_DB_INFO_S &interfaces, unsigned port);
 
 /* Full view of the port. Throws Failure: refused for a port that is not served, internal when a
@@ -62,8 +66,6 @@ using bmc::settings::Word;
 std::string wordName(std::span<const Word> words, std::uint32_t value);
 /* Value of the word that is given. Throws Failure (usage) for another text. */
 std::uint8_t wordValue(const GivenOption &given, std::span<const Word> words);
-/* "off or on", "disabled, manual or auto". */
-std::string listed(std::span<const Word> words);
 
 inline constexpr Word shareLinkWords[] = {{"dedicated", NW_SHARE_LINK_DEDICATED},
                                           {"shared", NW_SHARE_LINK_SHARED},

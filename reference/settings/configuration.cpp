@@ -96,10 +96,15 @@ std::string_view roleOf(unsigned port)
     return roles[port];
 }
 
-std::string titleOf(const NW_IFC_STATE_DB_INFO_S &state, unsigned port)
+std::string roleTitleOf(unsigned port)
 {
     const std::string role(roleOf(port));
-    return nameOf(state, port) + ", " + (port == NW_PORT_BOND0 ? role : role + " port");
+    return port == NW_PORT_BOND0 ? role : role + " port";
+}
+
+std::string titleOf(const NW_IFC_STATE_DB_INFO_S &state, unsigned port)
+{
+    return nameOf(state, port) + ", " + roleTitleOf(port);
 }
 
 unsigned findPort(const NW_IFC_STATE_DB_INFO_S &state, std::string_view text)

@@ -63,6 +63,8 @@ std::string nameOf(const NW_IFC_STATE_DB_INFO_S &state, unsigned port);
 /* What a port is for: "dedicated", "shared" or "bond". It stands for the port in files, whatever
  * its interface is called. */
 std::string_view roleOf(unsigned port);
+/* "shared port", "bond". */
+std::string roleTitleOf(unsigned port);
 /* "eth1, shared port". */
 std::string titleOf(const NW_IFC_STATE_DB_INFO_S &state, unsigned port);
 

@@ -23,6 +23,19 @@ std::vector<Difference> differences(const Configuration &from, const Configurati
     return found;
 }
 
+Json changesOf(const std::vector<Difference> &differences, const NW_IFC_STATE_DB_INFO_S &before)
+{
+    Json changes = Json::array();
+    for (const Difference &found : differences) {
+        const bool isPorts = infoOf(found.setting->section).portCount != 0;
+        changes.push_back({{changePlaceKey, placeOf(*found.setting, found.port)},
+                           {changePortKey, isPorts ? Json(nameOf(before, found.port)) : Json()},
+                           {changeBeforeKey, found.before},
+                           {changeAfterKey, found.after}});
+    }
+    return changes;
+}
+
 std::string placeOf(const Setting &setting, unsigned port)
 {
     const SectionInfo &info = infoOf(setting.section);
@@ -33,6 +46,16 @@ std::string placeOf(const Setting &setting, unsigned port)
                                   ? std::string(info.key)
                                   : std::string(info.key) + "." + std::string(roleOf(port));
     return place + "." + setting.key;
+}
+
+const Setting *settingAt(std::string_view place)
+{
+    const auto point = place.rfind('.');
+    const SectionInfo *info = findSection(place.substr(0, place.find('.')));
+    if (info == nullptr || info->isScalar != (point == place.npos)) {
+        return nullptr;
+    }
+    return findSetting(info->section, info->isScalar ? place : place.substr(point + 1));
 }
 
 } // namespace bmc::settings

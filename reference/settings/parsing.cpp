@@ -89,21 +89,12 @@ void vetAddress(const Text &text, const Part &part, const Bytes &address)
     }
 }
 
-std::string alternativesOf(const Kind &kind)
-{
-    std::string alternatives;
-    for (const Word &word : kind.words) {
-        alternatives += (alternatives.empty() ? "" : "|") + std::string(word.text);
-    }
-    return alternatives;
-}
-
 Fields parseWord(const Text &text)
 {
     const Kind &kind = *text.setting->kind;
     const Word *word = findWord(kind.words, text.text);
     if (word == nullptr) {
-        misused(text, "expected " + listed(alternativesOf(kind)));
+        misused(text, "expected " + listed(kind.words));
     }
     return {numberField(partOf(text, 0), word->value)};
 }

@@ -85,6 +85,46 @@ const Setting *findSetting(Section section, std::string_view key)
     return found == rows.end() ? nullptr : &*found;
 }
 
+std::string helpOf(const Setting &setting)
+{
+    const Kind &kind = *setting.kind;
+    const bool hasRange = kind.most != 0;
+    std::string help = setting.help;
+    if (hasRange) {
+        help += ", " + std::to_string(kind.least) + " to " + std::to_string(kind.most);
+    }
+    if (kind.unit != nullptr) {
+        help += (hasRange ? " units of " : " in ") + std::string(kind.unit);
+    }
+    return help;
+}
+
+std::string_view commandOf(const Setting &setting)
+{
+    return setting.show.command != nullptr ? setting.show.command : infoOf(setting.section).key;
+}
+
+std::vector<const Setting *> settingsOf(std::string_view command)
+{
+    std::vector<const Setting *> found;
+    for (const Setting &setting : settings()) {
+        if (command == commandOf(setting) || command == infoOf(setting.section).key) {
+            found.push_back(&setting);
+        }
+    }
+    return found;
+}
+
+std::string listed(std::span<const Word> words)
+{
+    std::string text;
+    for (const Word &word : words) {
+        const bool isLast = &word == &words.back();
+        text += (&word == &words.front() ? "" : isLast ? " or " : ", ") + std::string(word.text);
+    }
+    return text;
+}
+
 std::string_view wordOf(std::span<const Word> words, std::uint32_t value)
 {
     const auto found = std::ranges::find(words, value, &Word::value);

@@ -8,7 +8,9 @@
 #include <cstdint>
 #include <initializer_list>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "settings/codes.hpp"
 #include "settings/configuration.hpp"
@@ -125,12 +127,26 @@ struct Reach {
     std::uint32_t neighboursRoutes = 0; /* ... and of the port beside it */
 };
 
+/* An object in the answer of "show". Its first setting switches it: while it is off, nothing is
+ * told of the others. */
+struct ShowGroup {
+    const char *key;
+    const char *label;
+};
+
+/* Where "show" tells a value. Settings that have the same place form a list. */
+struct Show {
+    const char *label; /* of its line; null: in the line of its group */
+    const char *key;   /* in JSON; null: told among what is known beside the settings */
+    const ShowGroup *group = nullptr;
+    const char *command = nullptr; /* that has it for its own; null: the section's */
+};
+
 struct Setting {
     Section section;
-    const char *key;     /* in files; with "--" in front the option of the section's command */
-    const char *label;   /* when its value is shown */
-    const char *showKey; /* of the value in the answer of "show" as JSON; null: not by itself */
-    const char *help;
+    const char *key; /* in files; with "--" in front the option of the section's command */
+    Show show;
+    const char *help; /* without range and unit, which are the kind's */
     const Kind *kind;
     Parts parts;
     Reach reach{};
@@ -142,6 +158,16 @@ std::span<const Setting> settings();
 std::span<const Setting> settingsOf(Section section);
 const Setting *findSetting(Section section, std::string_view key);
 
+/* What it is for, with range and unit. */
+std::string helpOf(const Setting &setting);
+
+/* The command that shows it, which sets it as well: "lan", "vlan". */
+std::string_view commandOf(const Setting &setting);
+/* What the command sets: its own, and that of the whole section where it has the section's name. */
+std::vector<const Setting *> settingsOf(std::string_view command);
+
+/* "off or on", "disabled, manual or auto" */
+std::string listed(std::span<const Word> words);
 /* Name of the value, empty without one; a word's value, null without one. */
 std::string_view wordOf(std::span<const Word> words, std::uint32_t value);
 const Word *findWord(std::span<const Word> words, std::string_view text);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
 /* Writes the lists that documents have of settings and codes:
- *   settings_tables codes | library codes | options SECTION | manual SECTION | bytes SECTION */
+ *   settings_tables codes | library codes | options COMMAND | manual COMMAND | bytes COMMAND */
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
@@ -27,7 +27,8 @@ void printOption(const Setting &setting)
 {
     const std::string value = replaced(setting.kind->valueName, '|', "\\|");
     const char *hyphens = infoOf(setting.section).isScalar ? "" : "--";
-    std::printf("| `%s%s` | `%s` | %s |\n", hyphens, setting.key, value.c_str(), setting.help);
+    std::printf("| `%s%s` | `%s` | %s |\n", hyphens, setting.key, value.c_str(),
+                helpOf(setting).c_str());
 }
 
 /* A word of a value as the manual page sets it: what is typed as it is, or what stands for more. */
@@ -53,19 +54,23 @@ void printManual(const Setting &setting)
         words += (words.empty() ? "" : " | ") + manualWord(rest.substr(0, bar));
         rest = bar == rest.npos ? "" : rest.substr(bar + 1);
     }
-    std::string help = setting.help;
+    std::string help = helpOf(setting);
     help[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(help[0])));
-    std::printf(".It Fl -%s %s\n%s.\n", setting.key, words.c_str(), help.c_str());
+    const std::string option =
+        infoOf(setting.section).isScalar ? "" : "Fl -" + std::string(setting.key) + " ";
+    std::printf(".It %s%s\n%s.\n", option.c_str(), words.c_str(), help.c_str());
 }
 
-int printSection(const char *key, void (*print)(const Setting &setting))
+int printSettings(const char *command, void (*print)(const Setting &setting))
 {
-    const SectionInfo *info = findSection(key);
-    if (info == nullptr) {
-        std::fprintf(stderr, "settings_tables: no section %s\n", key);
+    const auto settings = settingsOf(command);
+    if (settings.empty()) {
+        std::fprintf(stderr, "settings_tables: no command %s\n", command);
         return 2;
     }
-    std::ranges::for_each(settingsOf(info->section), print);
+    for (const Setting *setting : settings) {
+        print(*setting);
+    }
     return 0;
 }
 
@@ -83,10 +88,10 @@ int main(int count, char **words)
     }
     if (what == "options" && count == 3) {
         std::puts("| Option | Value | Changes |\n|---|---|---|");
-        return printSection(words[2], printOption);
+        return printSettings(words[2], printOption);
     }
     if (what == "manual" && count == 3) {
-        return printSection(words[2], printManual);
+        return printSettings(words[2], printManual);
     }
     if (what == "library" && count == 3 && std::string(words[2]) == "codes") {
         printCodesOfLibrary();
@@ -94,10 +99,10 @@ int main(int count, char **words)
     }
     if (what == "bytes" && count == 3) {
         printBytesHead();
-        return printSection(words[2], printBytes);
+        return printSettings(words[2], printBytes);
     }
-    std::fputs("usage: settings_tables codes | library codes | options SECTION | manual SECTION |\n"
-               "       bytes SECTION\n",
+    std::fputs("usage: settings_tables codes | library codes | options COMMAND | manual COMMAND |\n"
+               "       bytes COMMAND\n",
                stderr);
     return 2;
 }

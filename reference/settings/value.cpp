@@ -139,6 +139,13 @@ Json valueAt(const std::uint8_t *entry, const Setting &setting)
     return {};
 }
 
+Json partValueAt(const std::uint8_t *entry, const Setting &setting, std::size_t part)
+{
+    const Stored stored{entry, setting};
+    const bool isAddress = stored.part(part).size >= NW_IPV4_SIZE;
+    return isAddress ? Json(addressAt(stored, part)) : Json(stored.number(part));
+}
+
 Json valueOf(const Configuration &configuration, const Setting &setting, unsigned port)
 {
     if (setting.section == Section::an && !hasLinkMode(configuration.an.astPort[port])) {

@@ -16,6 +16,8 @@ using Json = nlohmann::ordered_json;
 /* true or false, a number or a text; null while there is no value. A stored byte that no value
  * stands for gives "unknown (N)". */
 Json valueAt(const std::uint8_t *entry, const Setting &setting);
+/* Of one of the setting's parts: a number, or the text of an address, a mask too. */
+Json partValueAt(const std::uint8_t *entry, const Setting &setting, std::size_t part);
 /* Of a configuration; null also for a link mode that is the driver's. */
 Json valueOf(const Configuration &configuration, const Setting &setting, unsigned port);
 

@@ -8,7 +8,7 @@
 
 #include <gmock/gmock.h>
 
-#include "chassis/chassis_records.hpp"
+#include "common/chassis_records.hpp"
 
 namespace chassis_test {
 

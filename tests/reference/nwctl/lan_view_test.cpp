@@ -5,6 +5,7 @@
 
 #include <cstring>
 
+#include <arpa/inet.h>
 #include <nlohmann/json.hpp>
 
 #include "nwctl/lan_view.hpp"
@@ -82,14 +83,60 @@ NW_ETHER_INS_INFO_S barePort()
     return info;
 }
 
+template <std::size_t Size>
+void store(std::uint8_t (&field)[Size], const char *text)
+{
+    if (*text != '\0') {
+        ASSERT_EQ(inet_pton(Size == NW_IPV4_SIZE ? AF_INET : AF_INET6, text, field), 1) << text;
+    }
+}
+
+void storeIpv4(const NW_ETHER_INS_INFO_S &info, NW_LAN_CFG_PORT_S &entry)
+{
+    entry.ucIpv4Enable = info.ucIpv4Enable;
+    entry.ucIpv4Type = info.ucIpv4Type;
+    store(entry.aucIpv4Addr, info.szIpv4Addr);
+    store(entry.aucIpv4Mask, info.szIpv4Mask);
+    store(entry.aucIpv4Gateway, info.szIpv4Gateway);
+    store(entry.astIpv4Route[0].aucAddr, info.szIpv4Route1Addr);
+    store(entry.astIpv4Route[0].aucMask, info.szIpv4Route1Mask);
+    store(entry.astIpv4Route[0].aucGateway, info.szIpv4Route1Gateway);
+    store(entry.astIpv4Route[1].aucAddr, info.szIpv4Route2Addr);
+    store(entry.astIpv4Route[1].aucMask, info.szIpv4Route2Mask);
+    store(entry.astIpv4Route[1].aucGateway, info.szIpv4Route2Gateway);
+}
+
+void storeIpv6(const NW_ETHER_INS_INFO_S &info, NW_LAN_CFG_PORT_S &entry)
+{
+    entry.ucIpv6Enable = info.ucIpv6Enable;
+    entry.ucIpv6Type = info.ucIpv6Type;
+    store(entry.aucIpv6Gateway, info.szIpv6Gateway);
+    entry.astIpv6Route[0].ucPrefix = info.ucIpv6Route1Prefix;
+    store(entry.astIpv6Route[0].aucAddr, info.szIpv6Route1Addr);
+    store(entry.astIpv6Route[0].aucGateway, info.szIpv6Route1Gateway);
+    entry.astIpv6Route[1].ucPrefix = info.ucIpv6Route2Prefix;
+    store(entry.astIpv6Route[1].aucAddr, info.szIpv6Route2Addr);
+    store(entry.astIpv6Route[1].aucGateway, info.szIpv6Route2Gateway);
+}
+
+/* The settings that the library tells so. */
+NW_LAN_CFG_PORT_S storedAs(const NW_ETHER_INS_INFO_S &info)
+{
+    NW_LAN_CFG_PORT_S entry{};
+    entry.ucLanEnable = info.ucLanEnable;
+    storeIpv4(info, entry);
+    storeIpv6(info, entry);
+    return entry;
+}
+
 std::string tableOf(unsigned index, const NW_ETHER_INS_INFO_S &info)
 {
-    return textOf(portRows({index, info, {}}));
+    return textOf(portRows({index, info, storedAs(info)}));
 }
 
 std::string jsonOf(unsigned index, const NW_ETHER_INS_INFO_S &info)
 {
-    return documentOf(portRows({index, info, {}}));
+    return documentOf(portRows({index, info, storedAs(info)}));
 }
 
 TEST(PortTable, ShowsEverythingOfAFullPort)
@@ -105,6 +152,7 @@ TEST(PortTable, ShowsEverythingOfAFullPort)
     address 2   192.168.21.2
     route 1     10.0.0.0 mask 255.0.0.0 via 192.168.20.254
     route 2     172.16.0.0 mask 255.240.0.0 via 0.0.0.0
+    header      0,0,0
   IPv6          enabled, static
     address     2001:db8:20::2/64            static      valid
     address     2001:db8:30::2/56            further     duplicate
@@ -113,6 +161,8 @@ TEST(PortTable, ShowsEverythingOfAFullPort)
     gateway 2   fe80::2
     route 1     2001:db8:40::/48 via 2001:db8:20::1
     route 2     -/32 via -
+    hop limit   0
+    traffic class 0
   VLAN          300
   Conflict      IPv4: two ports, or a port and the wireless interface, share a segment
   Conflict      IPv6: two ports share a segment
@@ -178,7 +228,8 @@ TEST(PortJson, HoldsEverythingOfAFullPort)
         "mask": "255.240.0.0",
         "gateway": "0.0.0.0"
       }
-    ]
+    ],
+    "header": "0,0,0"
   },
   "ipv6": {
     "enabled": true,
@@ -218,7 +269,9 @@ TEST(PortJson, HoldsEverythingOfAFullPort)
         "prefix": 32,
         "gateway": null
       }
-    ]
+    ],
+    "hopLimit": 0,
+    "trafficClass": 0
   },
   "vlan": 300,
   "conflicts": [
@@ -231,13 +284,40 @@ TEST(PortJson, HoldsEverythingOfAFullPort)
 
 TEST(PortJson, KeepsItsKeysWithoutValues)
 {
-    EXPECT_EQ(nlohmann::ordered_json::parse(jsonOf(2, barePort())).dump(),
-              R"({"port":"bond0","role":"bond","index":2,"channel":0,"lan":false,"mac":null,)"
-              R"("ipv4":{"enabled":false,"origin":null,"address":null,"mask":null,"gateway":null,)"
-              R"("address2":null,"routes":[]},)"
-              R"("ipv6":{"enabled":false,"origin":null,"addresses":[{"address":"fe80::1",)"
-              R"("prefix":null,"kind":"link-local","state":"not checked"}],"gateway":null,)"
-              R"("gateway2":null,"routes":[]},"vlan":null,"conflicts":[]})");
+    EXPECT_EQ(
+        nlohmann::ordered_json::parse(jsonOf(2, barePort())).dump(),
+        R"({"port":"bond0","role":"bond","index":2,"channel":0,"lan":false,"mac":null,)"
+        R"("ipv4":{"enabled":false,"origin":null,"address":null,"mask":null,"gateway":null,)"
+        R"("address2":null,"routes":[],"header":null},)"
+        R"("ipv6":{"enabled":false,"origin":null,"addresses":[{"address":"fe80::1",)"
+        R"("prefix":null,"kind":"link-local","state":"not checked"}],"gateway":null,)"
+        R"("gateway2":null,"routes":[],"hopLimit":null,"trafficClass":null},"vlan":null,"conflicts":[]})");
+}
+
+TEST(PortTable, ShowsTheHeadersOfWhatThePortSends)
+{
+    NW_LAN_CFG_PORT_S entry = storedAs(fullPort());
+    for (std::size_t at = 0; at < sizeof(entry.aucReserved775); ++at) {
+        entry.aucReserved775[at] = static_cast<std::uint8_t>(64 + at);
+    }
+
+    const std::string text = textOf(portRows({1, fullPort(), entry}));
+
+    EXPECT_THAT(text, ::testing::HasSubstr("    header      64,65,66\n"));
+    EXPECT_THAT(text, ::testing::HasSubstr("    hop limit   67\n    traffic class 68\n"));
+}
+
+TEST(PortTable, NamesTheOrigins)
+{
+    NW_LAN_CFG_PORT_S entry{};
+    entry.ucIpv4Enable = 1;
+    entry.ucIpv6Enable = 1;
+    entry.ucIpv6Type = 9;
+
+    const std::string text = textOf(portRows({1, {}, entry}));
+
+    EXPECT_THAT(text, ::testing::HasSubstr("  IPv4          enabled, static\n"));
+    EXPECT_THAT(text, ::testing::HasSubstr("  IPv6          enabled, unknown (9)\n"));
 }
 
 TEST(ViewPort, ReadsNoFurtherThanTheRecordHolds)

@@ -81,6 +81,19 @@ TEST_F(Show, RefusesAPortThatTheModeDoesNotServe)
     EXPECT_EQ(ran.err, "nwctl: PORT 'bond0': the port is not served in network mode separate\n");
 }
 
+TEST_F(Show, LeavesOutAPortThatIsNotOnTheBoard)
+{
+    NW_IFC_STATE_DB_INFO_S interfaces = samples::interfaces();
+    interfaces.aucPortPresent[1] = 0;
+    platform.setRecord(NW_KEY_IFC_STATE, interfaces);
+
+    EXPECT_THAT(samples::run({"lan", "show"}).out, Not(HasSubstr("eth1")));
+    EXPECT_THAT(samples::run({"status"}).out, Not(HasSubstr("eth1")));
+    const auto ran = samples::run({"lan", "show", "eth1"});
+    EXPECT_EQ(ran.status, Exit::refused);
+    EXPECT_EQ(ran.err, "nwctl: PORT 'eth1': the port is not on this board\n");
+}
+
 TEST_F(Show, RefusesAPortThatDoesNotExist)
 {
     const auto ran = samples::run({"lan", "show", "eth7\n"});

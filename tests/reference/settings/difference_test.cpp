@@ -33,4 +33,27 @@ TEST(Differences, TellEachSettingAndPortBeforeAndAfter)
                         "an.dedicated.speed: none 1000"}));
 }
 
+TEST(Differences, AreToldToProgramsByPlaceAndInterface)
+{
+    const Configuration from = sampleConfiguration();
+    Configuration to = from;
+    to.lan.astPort[1].ucLanEnable = 1;
+    to.state.ucIfcState = 1;
+
+    EXPECT_EQ(changesOf(differences(from, to), from.state), Json::parse(R"([
+        {"setting": "mode", "port": null, "before": "separate", "after": "active-standby"},
+        {"setting": "lan.shared.lan", "port": "eth1", "before": false, "after": true}])"));
+    EXPECT_EQ(changesOf({}, from.state), Json::array());
+}
+
+TEST(Places, AreFoundAgain)
+{
+    for (const Setting &setting : settings()) {
+        EXPECT_EQ(settingAt(placeOf(setting, 1)), &setting) << placeOf(setting, 1);
+    }
+    for (const char *unknown : {"", "lan", "lan.", "colour", "lan.shared.colour", "colour.mode"}) {
+        EXPECT_EQ(settingAt(unknown), nullptr) << unknown;
+    }
+}
+
 } // namespace bmc::settings

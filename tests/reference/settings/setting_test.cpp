@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "settings/setting.hpp"
 
+#include <algorithm>
 #include <map>
 #include <set>
 
@@ -52,6 +53,45 @@ TEST(Settings, PartsAreInsideTheirRecordsAndApart)
             EXPECT_LE(record.rbegin()->first, info.stride) << info.key;
         }
     }
+}
+
+/* Settings of one place form a list, which only those of one kind can. */
+TEST(Settings, HaveAPlaceInShow)
+{
+    std::map<std::string, const Kind *> places;
+    for (const Setting &setting : settings()) {
+        const Show &show = setting.show;
+        EXPECT_TRUE(show.group != nullptr || (show.label != nullptr && show.key != nullptr))
+            << setting.key;
+        if (show.key != nullptr) {
+            const std::string place = std::string(commandOf(setting)) + "." +
+                                      (show.group != nullptr ? show.group->key : "") + "." +
+                                      show.key;
+            EXPECT_EQ(places.emplace(place, setting.kind).first->second, setting.kind) << place;
+        }
+    }
+}
+
+TEST(Settings, AreSetByTheirOwnCommandAndBySectionsCommand)
+{
+    const auto isSetBy = [](std::string_view command, const Setting *setting) {
+        return std::ranges::count(settingsOf(command), setting) == 1;
+    };
+    const Setting *vlan = findSetting(Section::lan, "vlan");
+    const Setting *gateway = findSetting(Section::lan, "ipv4-gateway");
+
+    EXPECT_TRUE(isSetBy("vlan", vlan) && isSetBy("lan", vlan) && isSetBy("lan", gateway));
+    EXPECT_FALSE(isSetBy("arp", vlan) || isSetBy("vlan", gateway));
+    EXPECT_TRUE(settingsOf("colour").empty());
+}
+
+TEST(Settings, TellRangeAndUnitWithTheirHelp)
+{
+    EXPECT_EQ(helpOf(*findSetting(Section::lan, "vlan")), "VLAN of the port, 1 to 4094");
+    EXPECT_EQ(helpOf(*findSetting(Section::lan, "arp-interval")),
+              "time between two announcements, 0 to 255 units of 500 ms");
+    EXPECT_EQ(helpOf(*findSetting(Section::an, "speed")), "speed in Mbit/s");
+    EXPECT_EQ(helpOf(*findSetting(Section::an, "duplex")), "duplex");
 }
 
 TEST(Settings, TellTheirValuesAsTheyAreWritten)

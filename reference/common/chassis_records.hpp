@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-/* What this chassis manager puts into the records that the library passes through. */
+/* What the chassis manager puts into the records that the library passes through, for it and for
+ * those who show them. */
 #pragma once
 
 #include <cstdint>
