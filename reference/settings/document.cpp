@@ -103,23 +103,16 @@ private:
 
     void readPorts(const SectionInfo &info, const Node &node)
     {
-        bool seen[NW_PORT_COUNT]{};
-        expectObject(node);
-        for (const auto &[key, value] : node.value.items()) {
-            const unsigned port = portOf(node, key, state_);
-            const Node entry = memberOf(node, key);
+        forEachPort(node, state_, [&](const Node &entry, unsigned port) {
             if (port >= info.portCount) {
                 refuse(entry, "the port has no such settings");
             }
-            if (std::exchange(seen[port], true)) {
-                refuse(entry, "the port is given twice");
-            }
-            if (value.is_null() && info.section == Section::an) {
+            if (entry.value.is_null() && info.section == Section::an) {
                 clear(info, port, entry);
             } else {
                 readValues(info, port, entry);
             }
-        }
+        });
     }
 
     /* The driver's own link mode. */

@@ -3,6 +3,7 @@
 #include "settings/detail/identity.hpp"
 
 #include <algorithm>
+#include <utility>
 
 namespace bmc::settings {
 
@@ -53,20 +54,21 @@ void readIdentity(const Node &node, unsigned port, NW_IFC_STATE_DB_INFO_S &state
     }
 }
 
-/* Calls read(node, port) for each port that the object has, each once. */
-template <typename Read>
-void forEachPort(const Node &ports, const NW_IFC_STATE_DB_INFO_S &state, const Read &read)
+/* The port that a key names. */
+unsigned portOf(const Node &ports, const std::string &key, const NW_IFC_STATE_DB_INFO_S &state)
 {
-    bool seen[NW_PORT_COUNT]{};
-    expectObject(ports);
-    for (const auto &[key, value] : ports.value.items()) {
-        const unsigned port = portOf(ports, key, state);
-        const Node node = memberOf(ports, key);
-        if (std::exchange(seen[port], true)) {
-            refuse(node, "the port is given twice");
+    const unsigned port = findPort(state, key);
+    if (port == NW_PORT_COUNT) {
+        std::string names;
+        for (unsigned each = 0; each < NW_PORT_COUNT; ++each) {
+            const std::string name = settings::nameOf(state, each);
+            names += name.empty() ? "" : name + ", ";
         }
-        read(node, port);
+        refuse(memberOf(ports, key), "no such port, expected " + names +
+                                         "dedicated, shared, bond, 0, 1" +
+                                         (names.empty() ? " or 2" : ", 2 or channel:N"));
     }
+    return port;
 }
 
 void requireComplete(const Node &node)
@@ -93,6 +95,21 @@ void requireUnique(const Node &node, unsigned port, const NW_IFC_STATE_DB_INFO_S
 }
 
 } // namespace
+
+void forEachPort(const Node &ports, const NW_IFC_STATE_DB_INFO_S &state,
+                 const std::function<void(const Node &node, unsigned port)> &read)
+{
+    bool seen[NW_PORT_COUNT]{};
+    expectObject(ports);
+    for (const auto &[key, value] : ports.value.items()) {
+        const unsigned port = portOf(ports, key, state);
+        const Node node = memberOf(ports, key);
+        if (std::exchange(seen[port], true)) {
+            refuse(node, "the port is given twice");
+        }
+        read(node, port);
+    }
+}
 
 Json identitiesOf(const NW_IFC_STATE_DB_INFO_S &state)
 {
@@ -137,22 +154,6 @@ std::vector<std::string> compareIdentities(const Node &ports, const NW_IFC_STATE
         }
     });
     return sentences;
-}
-
-unsigned portOf(const Node &ports, const std::string &key, const NW_IFC_STATE_DB_INFO_S &state)
-{
-    const unsigned port = findPort(state, key);
-    if (port == NW_PORT_COUNT) {
-        std::string names;
-        for (unsigned each = 0; each < NW_PORT_COUNT; ++each) {
-            const std::string name = settings::nameOf(state, each);
-            names += name.empty() ? "" : name + ", ";
-        }
-        refuse(memberOf(ports, key), "no such port, expected " + names +
-                                         "dedicated, shared, bond, 0, 1" +
-                                         (names.empty() ? " or 2" : ", 2 or channel:N"));
-    }
-    return port;
 }
 
 } // namespace bmc::settings

@@ -7,15 +7,13 @@
 
 #include "common/address.hpp"
 #include "common/text.hpp"
-#include "network_mng/check.h"
 #include "settings/change.hpp"
+#include "settings/detail/checks.hpp"
 #include "settings/objections.hpp"
 
 namespace bmc::settings {
 
 namespace {
-
-constexpr std::size_t nameMax = 63; /* of a label */
 
 using Fields = std::vector<Field>;
 
@@ -73,18 +71,14 @@ std::optional<Bytes> addressIn(const Text &text, std::string_view address)
     return Bytes(parsed->bytes.begin(), parsed->bytes.begin() + sizeOf(family));
 }
 
-bool isUnset(const Bytes &bytes)
-{
-    return LIB_NW_CheckIPIsZero(bytes.data(), static_cast<std::int32_t>(bytes.size())) != 0;
-}
-
 /* Refuses an address that the part cannot hold; a file may bring one back that is not set. */
 void vetAddress(const Text &text, const Part &part, const Bytes &address)
 {
-    if (text.source == Source::file && isUnset(address)) {
+    const bool isNone = isUnset(address.data(), address.size());
+    if (text.source == Source::file && isNone) {
         return;
     }
-    if (isUnset(address) || !part.isValid(address.data())) {
+    if (isNone || !part.isValid(address.data())) {
         refuseFor(text, whyNotHost(text.setting->kind->family, address.data()));
     }
 }
@@ -211,8 +205,8 @@ Fields parseName(const Text &text)
     if (text.text.empty()) {
         misused(text, "expected a name");
     }
-    if (text.text.size() > nameMax) {
-        refuseFor(text, "longer than " + std::to_string(nameMax) + " characters");
+    if (text.text.size() > longestName) {
+        refuseFor(text, "longer than " + std::to_string(longestName) + " characters");
     }
 
     const bool isCounted = text.setting->kind->isCounted;

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "common/address.hpp"
-#include "network_mng/check.h"
+#include "settings/detail/checks.hpp"
 #include "settings/manager_bytes.hpp"
 
 namespace bmc::settings {
@@ -35,7 +35,7 @@ struct Stored {
     }
     bool isUnset(std::size_t index) const
     {
-        return LIB_NW_CheckIPIsZero(at(index), static_cast<std::int32_t>(part(index).size)) != 0;
+        return settings::isUnset(at(index), part(index).size);
     }
 };
 

@@ -4,11 +4,14 @@
  * "none" for every address, mask and gateway. */
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "network_mng/check.h"
 
 namespace bmc::settings {
+
+inline constexpr std::size_t longestName = 63; /* of a label */
 
 template <unsigned least, unsigned most>
 bool isWithin(const std::uint8_t *value)
@@ -21,6 +24,9 @@ bool isUpTo(const std::uint8_t *value)
 {
     return *value <= most;
 }
+
+/* All zeros. */
+bool isUnset(const std::uint8_t *value, std::size_t size);
 
 bool isAny(const std::uint8_t *value);
 bool isVlanId(const std::uint8_t *value);

@@ -3,6 +3,8 @@
 /* The part "ports" of a document: what the machine's three ports are. */
 #pragma once
 
+#include <functional>
+
 #include "settings/detail/json_text.hpp"
 
 namespace bmc::settings {
@@ -19,7 +21,8 @@ void readIdentities(const Node &ports, Configuration &configuration);
 std::vector<std::string> compareIdentities(const Node &ports, const NW_IFC_STATE_DB_INFO_S &before,
                                            const NW_IFC_STATE_DB_INFO_S &after);
 
-/* The port that a key names. */
-unsigned portOf(const Node &ports, const std::string &key, const NW_IFC_STATE_DB_INFO_S &state);
+/* Calls read(node, port) for each port that the object's keys name, each once. */
+void forEachPort(const Node &ports, const NW_IFC_STATE_DB_INFO_S &state,
+                 const std::function<void(const Node &node, unsigned port)> &read);
 
 } // namespace bmc::settings
