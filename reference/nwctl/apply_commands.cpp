@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 /* "export" and "apply": the whole configuration, or a part of it, as one document. */
 #include <algorithm>
+#include <cerrno>
 #include <fstream>
 #include <iostream>
+#include <system_error>
 
 #include <nlohmann/json.hpp>
 
@@ -29,19 +31,31 @@ Failure misusedFile(const std::string &path, const std::string &reason)
     return {Exit::usage, fileArgument, path, reason};
 }
 
+Failure unreadableFile(const std::string &path, int error)
+{
+    return misusedFile(path, "cannot be read: " + std::generic_category().message(error));
+}
+
 /* A device may never end. */
 std::string contentsOf(const std::string &path)
 {
     std::ifstream file;
     std::istream &input = path == "-" ? std::cin : file;
+    errno = 0;
     if (path != "-") {
         file.open(path);
+    }
+    if (!input) {
+        throw unreadableFile(path, errno);
     }
     std::string text(settings::documentMax + 1, '\0');
     input.read(text.data(), static_cast<std::streamsize>(text.size()));
     text.resize(static_cast<std::size_t>(input.gcount()));
-    if (input.bad() || text.empty()) {
-        throw misusedFile(path, "the file cannot be read or is empty");
+    if (input.bad()) {
+        throw unreadableFile(path, errno);
+    }
+    if (text.empty()) {
+        throw misusedFile(path, "the file is empty");
     }
     if (text.size() > settings::documentMax) {
         throw misusedFile(path, "the file is longer than 1 MiB");

@@ -46,10 +46,7 @@ public:
     bool has(std::string_view name) const;
     std::string value(std::string_view name, std::string_view otherwise = "") const;
     std::vector<std::string> values(std::string_view name) const;
-    const Given &all() const
-    {
-        return given_;
-    }
+    Given given(std::string_view name) const;
 
 private:
     Given given_; /* a flag with an empty value */

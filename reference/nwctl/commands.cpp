@@ -66,12 +66,18 @@ std::string Arguments::value(std::string_view name, std::string_view otherwise) 
 std::vector<std::string> Arguments::values(std::string_view name) const
 {
     std::vector<std::string> values;
-    for (const GivenOption &given : given_) {
-        if (given.name == name) {
-            values.push_back(given.value);
-        }
+    for (const GivenOption &each : given(name)) {
+        values.push_back(each.value);
     }
     return values;
+}
+
+Given Arguments::given(std::string_view name) const
+{
+    Given found;
+    std::ranges::copy_if(given_, std::back_inserter(found),
+                         [&](const GivenOption &each) { return each.name == name; });
+    return found;
 }
 
 Parameter flag(std::string name, std::string help)

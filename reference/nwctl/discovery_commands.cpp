@@ -4,18 +4,20 @@
 #include <algorithm>
 #include <sstream>
 
+#include <nlohmann/json.hpp>
 #include <sys/socket.h>
 
 #include "common/address.hpp"
 #include "network_mng/check.h"
 #include "network_mng/discovery.h"
-#include "nwctl/stored.hpp"
+#include "nwctl/sending.hpp"
 
 namespace nwctl {
 
 namespace {
 
 namespace settings = bmc::settings;
+using settings::Json;
 
 /* The address as the system writes it. */
 std::string canonicalAddress(const std::string &text)
@@ -120,9 +122,7 @@ std::string storedName()
     return line.substr(0, line.find('\n'));
 }
 
-/* A longer name's end stays in the nameFile, on the lines behind the first one: only that counts.
- */
-void storeName(const std::string &name)
+void requireName(const std::string &name)
 {
     if (name.size() > longest || LIB_NW_CheckHostName(name.c_str()) == 0) {
         throw Failure(Exit::refused, "NAME", name,
@@ -130,7 +130,11 @@ void storeName(const std::string &name)
                           std::to_string(longest),
                       NW_ERR_OUT_OF_RANGE);
     }
+}
 
+/* A longer name's end stays in the file, on the lines behind the first one: only that counts. */
+void storeName(const std::string &name)
+{
     const std::string line = name + "\n";
     const NW_RESULT result =
         NW_WriteBmcNameToFile(line.data(), static_cast<std::uint32_t>(line.size()), nameFile);
@@ -141,10 +145,35 @@ void storeName(const std::string &name)
     }
 }
 
+void tellName(const std::string &name, Session &session)
+{
+    const std::string stored = storedName();
+    Json changes = Json::array();
+    if (name != stored) {
+        changes.push_back({{settings::changePlaceKey, "bmc-name"},
+                           {settings::changePortKey, nullptr},
+                           {settings::changeBeforeKey, stored},
+                           {settings::changeAfterKey, name}});
+    }
+    session.answer({line(std::string("Dry run, nothing was written. Would change the BMC's name") +
+                         (changes.empty() ? "; nothing is different from what is stored." : ":")),
+                    hidden("dryRun", true), hidden("name", stored), changesRow(changes)});
+}
+
 void showName(const Arguments &arguments, Session &session)
 {
+    const std::string name = arguments.value("NAME");
     if (arguments.has("NAME")) {
-        storeName(arguments.value("NAME"));
+        requireName(name);
+    } else if (arguments.has("--dry-run")) {
+        throw Failure(Exit::usage, "NAME", "", "is missing");
+    }
+    if (arguments.has("--dry-run")) {
+        tellName(name, session);
+        return;
+    }
+    if (arguments.has("NAME")) {
+        storeName(name);
     }
     const std::string stored = storedName();
     session.answer({line(stored), hidden("name", stored)});
@@ -164,7 +193,7 @@ void addDiscoveryCommands(std::vector<Command> &commands)
         {"", "resolve",     "Show the address of a host name",                    "resolve ntp.example.net --prefer 192.0.2.5", {host, prefer},    resolve},
         {"", "gateway-mac", "Show the MAC address of a port's IPv4 gateway",      "gateway-mac eth1",                           {portParameter()}, inSnapshot(showGatewayMac)},
         {"", "ntp",         "Show the NTP servers that a port was given by DHCP", "ntp eth1",                                   {portParameter()}, inSnapshot(showNtp)},
-        {"", "bmc-name",    "Show or change the BMC's name",                      "bmc-name bmc-rack1",                         {name},            showName},
+        {"", "bmc-name",    "Show or change the BMC's name",                      "bmc-name bmc-rack1",                         {name, dryRunFlag()}, showName},
     });
     /* clang-format on */
 }

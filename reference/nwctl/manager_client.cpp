@@ -15,30 +15,56 @@ namespace nwctl {
 
 namespace {
 
+namespace manager1 = bmc::rpc::manager1;
+using std::chrono::microseconds;
+
 /* A change waits for another one and for duplicate address detection. */
-constexpr std::chrono::microseconds longest = std::chrono::minutes(1);
+constexpr microseconds longest = std::chrono::minutes(1);
+/* A bus that denies a call does so at once. */
+constexpr microseconds moment = std::chrono::seconds(1);
+
+std::string call(const char *method, const std::string &document, microseconds limit)
+{
+    const auto bus = sdbus::createSystemBusConnection();
+    const auto proxy =
+        sdbus::createProxy(*bus, bmc::rpc::busName(NW_RPC_SERVICE_NETWORK), manager1::objectPath);
+    auto request = proxy->createMethodCall(manager1::interfaceName, method);
+    request << document;
+    auto reply = proxy->callMethod(request, limit);
+    std::string answer;
+    reply >> answer;
+    return answer;
+}
+
+bool isDenial(const sdbus::Error &error)
+{
+    return error.getName() == "org.freedesktop.DBus.Error.AccessDenied";
+}
 
 } // namespace
 
 std::string askManager(const char *method, const std::string &document)
 {
-    namespace manager1 = bmc::rpc::manager1;
     try {
-        const auto bus = sdbus::createSystemBusConnection();
-        const auto proxy = sdbus::createProxy(*bus, bmc::rpc::busName(NW_RPC_SERVICE_NETWORK),
-                                              manager1::objectPath);
-        auto call = proxy->createMethodCall(manager1::interfaceName, method);
-        call << document;
-        auto reply = proxy->callMethod(call, longest.count());
-        std::string answer;
-        reply >> answer;
-        return answer;
+        return call(method, document, longest);
     } catch (const sdbus::Error &error) {
         throw Failure(Exit::transport, "", "",
-                      "no answer from the network manager (" + error.getMessage() +
-                          "); the change may still take effect",
+                      isDenial(error)
+                          ? deniedReason
+                          : "no answer from the network manager (" + error.getMessage() +
+                                "); the change may still take effect",
                       NW_ERR_RPC_TRANSPORT);
     }
+}
+
+bool isDeniedByBus()
+{
+    try {
+        call(manager1::checkMethod, "{}", moment);
+    } catch (const sdbus::Error &error) {
+        return isDenial(error);
+    }
+    return false;
 }
 
 } // namespace nwctl

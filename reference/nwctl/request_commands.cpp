@@ -5,8 +5,11 @@
 #include <cstring>
 #include <memory>
 
+#include <nlohmann/json.hpp>
+
 #include "network_mng/settings.h"
 #include "nwctl/sending.hpp"
+#include "settings/manager_bytes.hpp"
 
 namespace nwctl {
 
@@ -14,6 +17,7 @@ namespace {
 
 namespace settings = bmc::settings;
 using settings::Change;
+using settings::Json;
 using settings::Section;
 
 Change changeTo(Section section, const char *key, unsigned port, std::string_view value)
@@ -56,9 +60,11 @@ NW_RESULT askForRestart(std::uint32_t delay)
 Sending prepareRestart(const Arguments &arguments)
 {
     constexpr unsigned delayMax = 3600;
-    const GivenOption given{"SECONDS", arguments.value("SECONDS", "0")};
-    const unsigned delay = numberIn(given.name, given.value, 0, delayMax);
-    Sending sending{.what = "network restart", .commands = {NW_CMD_RESTART}, .given = {given}};
+    const unsigned delay = numberIn("SECONDS", arguments.value("SECONDS", "0"), 0, delayMax);
+    Sending sending{.what = "network restart", .commands = {NW_CMD_RESTART}};
+    sending.given = arguments.given("SECONDS");
+    sending.deed =
+        "restart the network " + (delay == 0 ? "at once" : "after " + std::to_string(delay) + " s");
     sending.send = [delay](NW_OPER_LOG_S &) { return askForRestart(delay); };
     return sending;
 }
@@ -79,9 +85,7 @@ Sending prepareSuspend(const Arguments &arguments)
 {
     Sending sending{.what = "ARP suspension", .commands = {NW_CMD_SUSPEND_ARP}};
     sending.module = NW_LOG_LAN;
-    for (const std::string &value : arguments.values(suspendOption)) {
-        sending.given.push_back({suspendOption, value});
-    }
+    sending.given = arguments.given(suspendOption);
     if (sending.given.empty()) {
         throw Failure(Exit::usage, "", "", "nothing to change: give at least one setting");
     }
@@ -120,13 +124,38 @@ Sending prepareArpStatus(const Arguments &arguments)
     return sending;
 }
 
+/* What rests on each port before and after all suspensions have lost their effect, or have it
+ * again. */
+Json suspensionChanges(const Configuration &present, bool isSuspended)
+{
+    Json changes = Json::array();
+    for (unsigned port = 0; port < NW_PORT_COUNT; ++port) {
+        NW_LAN_CFG_PORT_S entry = present.lan.astPort[port];
+        const std::uint8_t before = settings::suspendedArp(entry);
+        settings::ArpBytes bytes = settings::arpOf(entry);
+        bytes.isResumed = isSuspended ? 0 : 1;
+        settings::putArp(entry, bytes);
+        const std::uint8_t after = settings::suspendedArp(entry);
+        if (before != after) {
+            changes.push_back({{settings::changePlaceKey,
+                                "arp." + std::string(settings::roleOf(port)) + ".suspended"},
+                               {settings::changePortKey, settings::nameOf(present.state, port)},
+                               {settings::changeBeforeKey, wordName(arpWords(), before)},
+                               {settings::changeAfterKey, wordName(arpWords(), after)}});
+        }
+    }
+    return changes;
+}
+
 Sending prepareResume(const Arguments &arguments)
 {
     constexpr Word words[] = {{"resume", 0}, {"suspend", 1}};
-    const GivenOption given{"WHAT", arguments.value("WHAT", "resume")};
-    const std::uint32_t request = wordValue(given, words);
-    Sending sending{
-        .what = "ARP suspensions of all ports", .commands = {NW_CMD_RESUME_ARP}, .given = {given}};
+    const std::uint32_t request = wordValue({"WHAT", arguments.value("WHAT", "resume")}, words);
+    Sending sending{.what = "ARP suspensions of all ports", .commands = {NW_CMD_RESUME_ARP}};
+    sending.given = arguments.given("WHAT");
+    sending.foreseen = [request](const Configuration &present) {
+        return suspensionChanges(present, request != 0);
+    };
     sending.send = [request](NW_OPER_LOG_S &) { return LIB_NW_ResumeSuspendBMCArps(request); };
     return sending;
 }
@@ -176,7 +205,7 @@ void addRequestCommands(std::vector<Command> &commands)
     const Parameter seconds{Kind::optional, "SECONDS", "delay, 0 to 3600; 0 without it"};
     const Parameter resumed{Kind::optional, "WHAT", "resume or suspend; resume without it"};
     const Parameter suspended{Kind::repeated, suspendOption, settings::helpOf(suspend),
-                              suspend.kind->valueName};
+                              settings::valueNameOf(suspend)};
     /* clang-format off */
     commands.insert(commands.end(), {
         {"share-link", "set", "Change the network mode and the second port's LAN together", "share-link set shared", {shareLink, dryRun}, request<prepareShareLink>},

@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "common/text.hpp"
+#include "nwctl/manager_client.hpp"
 #include "platform/records.hpp"
 #include "settings/wireless.hpp"
 
@@ -29,11 +30,15 @@ struct Ending {
 
 Ending endingOf(NW_RESULT result)
 {
+    const bool isVague = std::ranges::count(vagueResults, result) != 0;
+    if ((isVague || result == NW_ERR_RPC_TRANSPORT) && isDeniedByBus()) {
+        return {Exit::transport, deniedReason};
+    }
     if (result == NW_ERR_RPC_TRANSPORT) {
         return {Exit::transport,
                 "no answer from the network manager; the change may still take effect"};
     }
-    if (std::ranges::count(vagueResults, result) != 0) {
+    if (isVague) {
         return {Exit::manager, "the network manager refused the change or cannot be reached"};
     }
     return {Exit::manager, "the network manager refused the change"};
@@ -76,7 +81,8 @@ GivenOption blamedFor(const Sending &sending, NW_RESULT result)
 Failure failureOf(const Sending &sending, NW_RESULT result, const NW_OPER_LOG_S &log)
 {
     const auto [status, reason] = endingOf(result);
-    const GivenOption blamed = blamedFor(sending, result);
+    const bool isDenied = reason == std::string_view(deniedReason);
+    const GivenOption blamed = isDenied ? GivenOption{} : blamedFor(sending, result);
     Failure failure(status, blamed.name, blamed.value, reason, result);
     failure.sentence = bmc::boundedText(log.szOperLog);
     return failure;
@@ -141,10 +147,14 @@ List givenList(const Sending &sending)
 
 std::string dryRunText(const Sending &sending, const Json &changes)
 {
-    std::string text = "Dry run, nothing was sent. Would change " + sending.what +
+    const std::string begin = "Dry run, nothing was sent. Would ";
+    if (!sending.deed.empty()) {
+        return begin + sending.deed + commandsText(sending) + ".";
+    }
+    std::string text = begin + "change " + sending.what +
                        (sending.port ? " of " + sending.port->name : "") + commandsText(sending) +
                        givenText(sending);
-    if (sending.changes.empty()) {
+    if (sending.changes.empty() && !sending.foreseen) {
         return text + ".";
     }
     return text + (changes.empty() ? "; nothing is different from what is stored." : ":");
@@ -157,6 +167,19 @@ std::string textAt(const std::string &place, const Json &value)
         return settings::textOf(*setting, value);
     }
     return value.is_string() ? value.get<std::string>() : value.dump();
+}
+
+Json changesOf(const Sending &sending)
+{
+    if (sending.changes.empty() && !sending.foreseen) {
+        return Json::array();
+    }
+    const Configuration present = readConfiguration();
+    if (sending.foreseen) {
+        return sending.foreseen(present);
+    }
+    const Configuration after = foresee(present, sending);
+    return settings::changesOf(settings::differences(present, after), present.state);
 }
 
 bool isOverlap(const settings::Refusal &refusal)
@@ -247,12 +270,7 @@ void send(const Sending &sending, Session &session)
 
 void tell(const Sending &sending, Session &session)
 {
-    Json changes = Json::array();
-    if (!sending.changes.empty()) {
-        const Configuration present = readConfiguration();
-        const Configuration after = foresee(present, sending);
-        changes = settings::changesOf(settings::differences(present, after), present.state);
-    }
+    const Json changes = changesOf(sending);
     Rows rows = portRows(sending);
     rows.push_back(line(dryRunText(sending, changes)));
     rows.push_back(hidden("dryRun", true));

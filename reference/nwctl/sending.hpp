@@ -19,12 +19,15 @@ namespace nwctl {
 /* A change that is ready to be sent. */
 struct Sending {
     std::string what{};                   /* "LAN settings" */
+    std::string deed{};                   /* what is done, where no setting changes */
     std::vector<NW_COMMAND_E> commands{}; /* in the order sent; none: not the network manager's */
     std::uint32_t module = 0;             /* NW_OPER_LOG_MODULE_E of its log, 0 without one */
     std::optional<NamedPort> port{};      /* none: not the settings of one port */
     Given given{};                        /* what changes, in the user's words */
     /* What becomes of the stored settings, one behind the other; none where nothing is stored. */
     std::vector<bmc::settings::Change> changes{};
+    /* The same for what is no setting, as settings::changesOf tells it. */
+    std::function<bmc::settings::Json(const Configuration &present)> foreseen{};
     std::function<NW_RESULT(NW_OPER_LOG_S &log)> send{};
     /* Sentences of a success; by default the main slot's. */
     std::vector<std::string> (*sentences)(const NW_OPER_LOG_S &log) = nullptr;

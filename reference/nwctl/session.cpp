@@ -19,6 +19,22 @@ std::string hexNumber(const char *format, std::uint32_t number)
     return text.data();
 }
 
+/* What a user or a document gives may be of any length, a message shall be readable. */
+std::string shortened(const std::string &text)
+{
+    constexpr std::size_t longest = 1024;
+    return text.size() <= longest ? text : text.substr(0, longest) + "...";
+}
+
+/* The failure with texts that fit into a message. */
+Failure shortened(const Failure &failure)
+{
+    Failure shorter(failure.status, shortened(failure.optionName), shortened(failure.optionValue),
+                    shortened(std::string(failure.what())), failure.result);
+    shorter.sentence = failure.sentence;
+    return shorter;
+}
+
 Rows errorRows(const Failure &failure)
 {
     Rows rows{hidden("status", static_cast<int>(failure.status)),
@@ -67,8 +83,9 @@ void Session::remark(const std::string &text)
     err_ << "nwctl: " << bmc::escaped(text) << "\n";
 }
 
-void Session::report(const Failure &failure)
+void Session::report(const Failure &told)
 {
+    const Failure failure = shortened(told);
     status = failure.status;
     if (wantsJson_) {
         answer(errorRows(failure));

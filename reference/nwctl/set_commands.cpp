@@ -142,10 +142,9 @@ Change changeOf(const SetCommand &row, const Arguments &arguments, Given &given)
 {
     Change change;
     for (const settings::Setting *setting : settings::settingsOf(row.group)) {
-        const std::string option = optionOf(row, *setting);
-        for (const std::string &value : arguments.values(option)) {
-            given.push_back({option, value});
-            assignGiven(change, *setting, given.back());
+        for (const GivenOption &each : arguments.given(optionOf(row, *setting))) {
+            given.push_back(each);
+            assignGiven(change, *setting, each);
         }
     }
     return change;
@@ -190,15 +189,15 @@ Change receiveChange(const NW_LLDP_DB_INFO_S &stored, bool isReceiving)
 }
 
 /* The agent is switched by it, in the same words. */
-const settings::Kind &receiveKind()
+const settings::Setting &receiveSwitch()
 {
-    return *settings::findSetting(Section::lldp, "state")->kind;
+    return *settings::findSetting(Section::lldp, "state");
 }
 
 void addReceive(const Arguments &arguments, Sending &sending)
 {
     const GivenOption given{receiveOption, arguments.value(receiveOption)};
-    const std::uint8_t isReceiving = wordValue(given, receiveKind().words);
+    const std::uint8_t isReceiving = wordValue(given, receiveSwitch().kind->words);
     if (!sending.given.empty() || arguments.values(receiveOption).size() > 1) {
         throw Failure(Exit::usage, given.name, given.value,
                       "contradicts another value for the same setting");
@@ -280,13 +279,13 @@ std::vector<Parameter> parametersOf(const SetCommand &row)
                 {Kind::required, row.argument, settings::listed(setting->kind->words)});
         } else {
             parameters.push_back({Kind::repeated, optionOf(row, *setting),
-                                  settings::helpOf(*setting), setting->kind->valueName});
+                                  settings::helpOf(*setting), settings::valueNameOf(*setting)});
         }
     }
     if (row.section == Section::lldp) {
         parameters.push_back({Kind::repeated, receiveOption,
                               "reception alone; what it sends stays as it is",
-                              receiveKind().valueName});
+                              settings::valueNameOf(receiveSwitch())});
     }
     parameters.push_back(dryRunFlag());
     if (std::string_view(row.group) == "lan") {

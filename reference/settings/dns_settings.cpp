@@ -11,7 +11,7 @@ namespace {
 constexpr Word modeWords[] = {{"disabled", 0}, {"manual", 1}, {"auto", 2}};
 
 /* clang-format off */
-constexpr Kind modeKind{.shape = Shape::words, .valueName = "disabled|manual|auto", .words = modeWords};
+constexpr Kind modeKind{.shape = Shape::words, .words = modeWords};
 constexpr Kind domainKind{.shape = Shape::domain, .valueName = "DOMAIN|off", .unset = "off"};
 
 #define PART(name, bit, member, isValid, refusal) \

@@ -36,13 +36,13 @@ constexpr Kind subnetV4Kind{.shape = Shape::subnet, .valueName = "ADDR/LEN|on|of
 constexpr Kind subnetV6Kind{.shape = Shape::subnet, .valueName = "ADDR/LEN|on|off|none", .family = AF_INET6, .unset = "none"};
 constexpr Kind routeV4Kind{.shape = Shape::route, .valueName = "DEST/LEN,GATEWAY|off", .family = AF_INET, .unset = "off"};
 constexpr Kind routeV6Kind{.shape = Shape::route, .valueName = "DEST/LEN,GATEWAY|off", .family = AF_INET6, .unset = "off"};
-constexpr Kind originV4Kind{.shape = Shape::words, .valueName = "static|dhcp", .words = originV4Words};
-constexpr Kind originV6Kind{.shape = Shape::words, .valueName = "static|dhcp|slaac", .words = originV6Words};
+constexpr Kind originV4Kind{.shape = Shape::words, .words = originV4Words};
+constexpr Kind originV6Kind{.shape = Shape::words, .words = originV6Words};
 constexpr Kind vlanKind{.shape = Shape::switchedNumber, .valueName = "ID|off", .least = 1, .most = 4094, .unset = "off"};
 constexpr Kind priorityKind{.shape = Shape::number, .valueName = "N", .most = 7};
 constexpr Kind headerKind{.shape = Shape::header, .valueName = "TTL,FLAGS,TOS", .most = 255};
-constexpr Kind arpKind{.shape = Shape::words, .valueName = "none|announcements|responses|both", .words = arpWords};
-constexpr Kind suspendKind{.shape = Shape::heldWords, .valueName = "none|announcements|responses|both", .words = arpWords};
+constexpr Kind arpKind{.shape = Shape::words, .words = arpWords};
+constexpr Kind suspendKind{.shape = Shape::heldWords, .words = arpWords};
 constexpr Kind intervalKind{.shape = Shape::number, .valueName = "N", .most = 255, .unit = "500 ms"};
 
 #define FROM(member)   PLACE(NW_LAN_SET_PORT_S, member)

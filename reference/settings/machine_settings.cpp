@@ -23,13 +23,13 @@ constexpr Place countedName{offsetof(NW_HOSTNAME_SET_REQ_S, ucLength),
                             1 + sizeof(NW_HOSTNAME_SET_REQ_S::acHostName)};
 
 /* clang-format off */
-constexpr Kind modeKind{.shape = Shape::words, .valueName = "separate|active-standby", .words = modeWords};
-constexpr Kind hostNameModeKind{.shape = Shape::words, .valueName = "manual|auto", .words = hostNameModeWords};
+constexpr Kind modeKind{.shape = Shape::words, .words = modeWords};
+constexpr Kind hostNameModeKind{.shape = Shape::words, .words = hostNameModeWords};
 constexpr Kind hostNameKind{.shape = Shape::name, .valueName = "NAME", .isCounted = true};
 constexpr Kind nameKind{.shape = Shape::name, .valueName = "NAME"};
-constexpr Kind workModeKind{.shape = Shape::words, .valueName = "tx|rx|txrx", .words = workModeWords};
-constexpr Kind duplexKind{.shape = Shape::words, .valueName = "half|full", .words = duplexWords};
-constexpr Kind speedKind{.shape = Shape::words, .valueName = "10|100|1000", .words = speedWords, .unit = "Mbit/s"};
+constexpr Kind workModeKind{.shape = Shape::words, .words = workModeWords};
+constexpr Kind duplexKind{.shape = Shape::words, .words = duplexWords};
+constexpr Kind speedKind{.shape = Shape::words, .words = speedWords, .unit = "Mbit/s"};
 
 #define RECORD(member) PLACE(NW_HOSTNAME_DB_INFO_S, member)
 

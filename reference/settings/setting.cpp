@@ -115,6 +115,19 @@ std::vector<const Setting *> settingsOf(std::string_view command)
     return found;
 }
 
+std::string valueNameOf(const Setting &setting)
+{
+    const Kind &kind = *setting.kind;
+    if (kind.valueName != nullptr) {
+        return kind.valueName;
+    }
+    std::string names;
+    for (const Word &word : kind.words) {
+        names += (names.empty() ? "" : "|") + std::string(word.text);
+    }
+    return names;
+}
+
 std::string listed(std::span<const Word> words)
 {
     std::string text;

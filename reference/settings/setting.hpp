@@ -62,14 +62,14 @@ inline constexpr std::string_view heldPrefix = "resumed,";
 
 struct Kind {
     Shape shape;
-    const char *valueName;         /* on the command line: "ADDR|off" */
-    int family = 0;                /* AF_INET or AF_INET6 of an address */
-    std::span<const Word> words{}; /* also of a flag */
-    unsigned least = 0;            /* of a number */
-    unsigned most = 0;             /* of a number */
-    const char *unit = nullptr;    /* of a number */
-    const char *unset = nullptr;   /* text for no value at all, which is null in JSON */
-    bool isCounted = false;        /* a name whose length stands in the byte before it */
+    const char *valueName = nullptr; /* on the command line: "ADDR|off"; null: the words */
+    int family = 0;                  /* AF_INET or AF_INET6 of an address */
+    std::span<const Word> words{};   /* also of a flag */
+    unsigned least = 0;              /* of a number */
+    unsigned most = 0;               /* of a number */
+    const char *unit = nullptr;      /* of a number or of words */
+    const char *unset = nullptr;     /* text for no value at all, which is null in JSON */
+    bool isCounted = false;          /* a name whose length stands in the byte before it */
 };
 
 /* A field of a request and of a record. A request's field that is longer than the record's is cut,
@@ -166,6 +166,8 @@ std::string_view commandOf(const Setting &setting);
 /* What the command sets: its own, and that of the whole section where it has the section's name. */
 std::vector<const Setting *> settingsOf(std::string_view command);
 
+/* The value on a command line: "ADDR|off", "static|dhcp". */
+std::string valueNameOf(const Setting &setting);
 /* "off or on", "disabled, manual or auto" */
 std::string listed(std::span<const Word> words);
 /* Name of the value, empty without one; a word's value, null without one. */

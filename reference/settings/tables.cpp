@@ -25,7 +25,7 @@ std::string replaced(const std::string &text, char character, const std::string 
 
 void printOption(const Setting &setting)
 {
-    const std::string value = replaced(setting.kind->valueName, '|', "\\|");
+    const std::string value = replaced(valueNameOf(setting), '|', "\\|");
     const char *hyphens = infoOf(setting.section).isScalar ? "" : "--";
     std::printf("| `%s%s` | `%s` | %s |\n", hyphens, setting.key, value.c_str(),
                 helpOf(setting).c_str());
@@ -49,7 +49,7 @@ std::string manualWord(const std::string &word)
 void printManual(const Setting &setting)
 {
     std::string words;
-    std::string rest = setting.kind->valueName;
+    std::string rest = valueNameOf(setting);
     for (auto bar = rest.find('|'); !rest.empty(); bar = rest.find('|')) {
         words += (words.empty() ? "" : " | ") + manualWord(rest.substr(0, bar));
         rest = bar == rest.npos ? "" : rest.substr(bar + 1);

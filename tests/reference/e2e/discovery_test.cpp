@@ -232,6 +232,25 @@ TEST_F(BmcName, IsReadAndChanged)
     EXPECT_EQ(name("bmc-name " + longest).output, longest + "\n");
 }
 
+TEST_F(BmcName, IsOnlyToldByADryRun)
+{
+    outputOf(std::string("echo bmc > ") + file);
+
+    EXPECT_EQ(name("bmc-name rack-7 --dry-run").output,
+              "Dry run, nothing was written. Would change the BMC's name:\n  bmc-name: bmc -> "
+              "rack-7\n");
+    EXPECT_EQ(json::parse(name("--json bmc-name rack-7 --dry-run").output), json::parse(R"({
+        "dryRun": true, "name": "bmc", "changes": [{"setting": "bmc-name", "port": null,
+                                                    "before": "bmc", "after": "rack-7"}]})"));
+    EXPECT_EQ(
+        name("bmc-name bmc --dry-run").output,
+        "Dry run, nothing was written. Would change the BMC's name; nothing is different from "
+        "what is stored.\n");
+    EXPECT_EQ(name("bmc-name a_b --dry-run").status, 3);
+    EXPECT_EQ(name("bmc-name --dry-run").status, 2);
+    EXPECT_EQ(name("bmc-name").output, "bmc\n");
+}
+
 TEST_F(BmcName, RefusesWhatIsNoName)
 {
     outputOf(std::string("echo bmc > ") + file);

@@ -321,7 +321,7 @@ TEST_F(Apply, NamesADirectory)
     const auto ran = samples::run({"apply", "/tmp"});
 
     EXPECT_EQ(ran.status, Exit::usage);
-    EXPECT_EQ(ran.err, "nwctl: FILE '/tmp': the file cannot be read or is empty\n");
+    EXPECT_EQ(ran.err, "nwctl: FILE '/tmp': cannot be read: Is a directory\n");
 }
 
 TEST_F(Apply, NamesAFileThatCannotBeRead)
@@ -330,7 +330,27 @@ TEST_F(Apply, NamesAFileThatCannotBeRead)
 
     EXPECT_EQ(ran.status, Exit::usage);
     EXPECT_EQ(ran.err,
-              "nwctl: FILE '/nowhere/settings.json': the file cannot be read or is empty\n");
+              "nwctl: FILE '/nowhere/settings.json': cannot be read: No such file or directory\n");
+}
+
+TEST_F(Apply, NamesAnEmptyFile)
+{
+    EXPECT_EQ(apply("").err, "nwctl: FILE '" + file.string() + "': the file is empty\n");
+    EXPECT_EQ(samples::run({"apply", "/dev/null"}).err,
+              "nwctl: FILE '/dev/null': the file is empty\n");
+}
+
+TEST_F(Apply, CutsALongKeyShort)
+{
+    const std::string key(500000, 'k');
+
+    const auto failure = error(R"({"lan": {"eth1": {")" + key + R"(": 1}}})");
+    EXPECT_EQ(failure["option"], "lan.eth1." + std::string(1015, 'k') + "...");
+    EXPECT_EQ(failure["reason"], "no such setting");
+
+    const auto ran = apply(R"({"lan": {"eth1": {"vlan": ")" + key + R"("}}})");
+    EXPECT_EQ(ran.err, "nwctl: lan.eth1.vlan '" + std::string(1024, 'k') +
+                           "...': expected off or a number from 1 to 4094\n");
 }
 
 } // namespace

@@ -73,6 +73,51 @@ TEST_F(Foreseen, BothCommandsOfTheSharedLinkAreTold)
                                       "(command 3, then 4): MODE 'active-standby':\n"));
 }
 
+TEST_F(Foreseen, ARestartIsSaidToBeOne)
+{
+    EXPECT_EQ(samples::runLine("restart --dry-run").out,
+              "Dry run, nothing was sent. Would restart the network at once (command 8).\n");
+    EXPECT_EQ(samples::runLine("restart 5 --dry-run").out,
+              "Dry run, nothing was sent. Would restart the network after 5 s (command 8).\n");
+}
+
+class ForeseenResumption : public samples::ConfiguredTest {
+protected:
+    ForeseenResumption()
+    {
+        NW_LAN_CFG_DB_INFO_S record = samples::lanRecord();
+        record.astPort[0].aucReserved787[2] = 3;
+        record.astPort[1].aucReserved787[2] = 1;
+        record.astPort[1].aucReserved787[3] = 1; /* resumed already */
+        platform.setRecord(NW_KEY_LAN_CFG, record);
+    }
+};
+
+TEST_F(ForeseenResumption, TellsWhatRestsBeforeAndAfter)
+{
+    EXPECT_EQ(samples::runLine("arp resume --dry-run").out,
+              "Dry run, nothing was sent. Would change ARP suspensions of all ports (command 7):\n"
+              "  arp.dedicated.suspended: both -> none\n");
+    EXPECT_EQ(samples::runLine("arp resume suspend --dry-run").out,
+              "Dry run, nothing was sent. Would change ARP suspensions of all ports (command 7): "
+              "WHAT 'suspend':\n"
+              "  arp.shared.suspended: none -> announcements\n");
+}
+
+TEST_F(ForeseenResumption, IsTheSameInJson)
+{
+    EXPECT_EQ(samples::runLine("arp resume --dry-run --json").json()["changes"],
+              nlohmann::json::parse(R"([{"setting": "arp.dedicated.suspended", "port": "eth0",
+                                         "before": "both", "after": "none"}])"));
+}
+
+TEST_F(Foreseen, AResumptionOfNothingIsSaidToBeOne)
+{
+    EXPECT_EQ(samples::runLine("arp resume --dry-run").out,
+              "Dry run, nothing was sent. Would change ARP suspensions of all ports (command 7); "
+              "nothing is different from what is stored.\n");
+}
+
 struct Refused {
     const char *name;
     const char *line;

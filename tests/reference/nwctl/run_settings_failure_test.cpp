@@ -186,6 +186,20 @@ const Failed failedRows[] = {
 /* clang-format on */
 INSTANTIATE_TEST_SUITE_P(Rows, FailedSetting, ::testing::ValuesIn(failedRows), fake::RowName());
 
+TEST_P(FailedSetting, DeniedByTheBusHasNoEffect)
+{
+    platform.answerRpc(fake::RpcAnswer::failure(-13));
+    denyOnBus();
+
+    const auto error = samples::runLine(std::string(GetParam().line) + " --json").json()["error"];
+
+    EXPECT_EQ(error["status"], 5);
+    EXPECT_EQ(error["code"], GetParam().unreachedCode);
+    EXPECT_EQ(error["reason"], "the bus does not let you ask the network manager; nothing has "
+                               "changed");
+    EXPECT_EQ(error["option"], nullptr);
+}
+
 TEST(EmptyName, IsAUsageError)
 {
     for (const char *option : {"--name", "--bmc-name"}) {

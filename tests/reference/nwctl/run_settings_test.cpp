@@ -48,7 +48,7 @@ TEST_P(SentSettings, AreOnlyToldByADryRun)
     const auto ran = samples::runLine(std::string(GetParam().line) + " --dry-run");
 
     EXPECT_EQ(ran.status, Exit::success);
-    EXPECT_THAT(ran.out, ::testing::StartsWith("Dry run, nothing was sent. Would change "));
+    EXPECT_THAT(ran.out, ::testing::StartsWith("Dry run, nothing was sent. Would "));
     EXPECT_THAT(ran.out,
                 ::testing::HasSubstr("command " + std::to_string(GetParam().requests[0].command)));
     EXPECT_THAT(sentRequests(), IsEmpty());

@@ -195,7 +195,12 @@ std::vector<Request> ConfiguredTest::sentRequests() const
 
 } // namespace samples
 
-/* In the place of the one that asks over the bus. */
+/* In the place of those that ask over the bus. */
+bool nwctl::isDeniedByBus()
+{
+    return samples::running->isDenied();
+}
+
 std::string nwctl::askManager(const char *method, const std::string &document)
 {
     return samples::running->askManager(method, document);

@@ -70,6 +70,10 @@ class ConfiguredTest : public fake::FakePlatformTest {
 public:
     /* As nwctl's own function. */
     std::string askManager(const char *method, const std::string &document);
+    bool isDenied() const
+    {
+        return isDenied_;
+    }
 
 protected:
     ConfiguredTest();
@@ -79,6 +83,12 @@ protected:
     void answerAsked(const std::string &answer)
     {
         answer_ = answer;
+    }
+
+    /* The bus lets nobody ask. */
+    void denyOnBus()
+    {
+        isDenied_ = true;
     }
 
     const std::vector<Asked> &asked() const
@@ -92,6 +102,7 @@ protected:
 private:
     std::vector<Asked> asked_;
     std::string answer_;
+    bool isDenied_ = false;
 };
 
 } // namespace samples

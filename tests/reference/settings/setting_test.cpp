@@ -106,7 +106,7 @@ TEST(Settings, TellTheirValuesAsTheyAreWritten)
             words.emplace(word.text);
         }
         std::set<std::string> listed;
-        std::string text(std::string(kind.valueName) + "|");
+        std::string text(valueNameOf(setting) + "|");
         for (auto bar = text.find('|'); bar != text.npos; bar = text.find('|')) {
             listed.insert(text.substr(0, bar));
             text.erase(0, bar + 1);
