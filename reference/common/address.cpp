@@ -11,10 +11,9 @@ namespace bmc {
 
 namespace {
 
-Address addressOf(int family, const std::uint8_t *bytes, unsigned prefix)
+Address withPrefix(Address address, unsigned prefix)
 {
-    Address address{family, prefix, {}};
-    std::copy_n(bytes, sizeOf(family), address.bytes.begin());
+    address.prefix = prefix;
     return address;
 }
 
@@ -25,14 +24,32 @@ bool bitAt(const Address &address, unsigned bit)
 
 } // namespace
 
+std::optional<Address> parseAddress(int family, std::string_view text)
+{
+    std::array<std::uint8_t, NW_IPV6_SIZE> bytes{};
+    const bool isWhole = text.find('\0') == std::string_view::npos;
+    if (!isWhole || inet_pton(family, std::string(text).c_str(), bytes.data()) != 1) {
+        return std::nullopt;
+    }
+    return addressOf(family, bytes.data());
+}
+
+Address addressOf(int family, const std::uint8_t *bytes)
+{
+    const std::size_t size = sizeOf(family);
+    Address address{family, static_cast<unsigned>(8 * size), {}};
+    std::copy_n(bytes, size, address.bytes.begin());
+    return address;
+}
+
 Address ipv4(const std::uint8_t *bytes, unsigned prefix)
 {
-    return addressOf(AF_INET, bytes, prefix);
+    return withPrefix(addressOf(AF_INET, bytes), prefix);
 }
 
 Address ipv6(const std::uint8_t *bytes, unsigned prefix)
 {
-    return addressOf(AF_INET6, bytes, prefix);
+    return withPrefix(addressOf(AF_INET6, bytes), prefix);
 }
 
 std::size_t sizeOf(int family)

@@ -6,7 +6,11 @@
 #include <array>
 #include <compare>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
+
+#include <sys/socket.h>
 
 #include "network_mng/base.h"
 
@@ -20,7 +24,11 @@ struct Address {
     auto operator<=>(const Address &) const = default;
 };
 
-/* From the raw bytes of a record. */
+/* Nothing for a text that is no address of the family. */
+std::optional<Address> parseAddress(int family, std::string_view text);
+
+/* From the raw bytes of a record; the prefix is a whole address's. */
+Address addressOf(int family, const std::uint8_t *bytes);
 Address ipv4(const std::uint8_t *bytes, unsigned prefix = 32);
 Address ipv6(const std::uint8_t *bytes, unsigned prefix = 128);
 

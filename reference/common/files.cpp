@@ -123,7 +123,10 @@ Descriptor openRegular(const std::filesystem::path &path)
         failFile(path, errno);
     }
     if (!S_ISREG(status.st_mode)) {
-        failFile(path, S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+        if (S_ISDIR(status.st_mode)) {
+            failFile(path, EISDIR);
+        }
+        failFile(path.string() + " is no regular file", EINVAL);
     }
     return file;
 }

@@ -4,9 +4,9 @@
 #pragma once
 
 #include <cerrno>
-#include <cstring>
 #include <iostream>
 #include <string_view>
+#include <system_error>
 
 namespace bmc {
 
@@ -17,7 +17,8 @@ inline int print(std::string_view program, std::string_view text)
     if (std::cout << text << std::flush) {
         return 0;
     }
-    std::cerr << program << ": cannot write the output: " << std::strerror(errno) << '\n';
+    std::cerr << program << ": cannot write the output: " << std::generic_category().message(errno)
+              << '\n';
     return 1;
 }
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "common/text.hpp"
 
+#include <charconv>
+
 #include "common/hex.hpp"
 
 namespace bmc {
@@ -26,6 +28,16 @@ std::string escaped(std::string_view text)
         }
     }
     return safe;
+}
+
+std::optional<unsigned> parseNumber(std::string_view text, unsigned most)
+{
+    unsigned number = 0;
+    const auto [end, error] = std::from_chars(text.begin(), text.end(), number);
+    if (error != std::errc{} || end != text.end() || number > most) {
+        return std::nullopt;
+    }
+    return number;
 }
 
 } // namespace bmc

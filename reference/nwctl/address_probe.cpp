@@ -11,9 +11,9 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include "common/address.hpp"
 #include "network_mng/check.h"
 #include "nwctl/stored.hpp"
-#include "settings/addresses.hpp"
 
 namespace nwctl {
 
@@ -66,7 +66,7 @@ std::optional<Probe> probeAddress(const bmc::settings::Edit &edit,
     if (!address || !isUp(interfaces.auiIfIndex[edit.port])) {
         return std::nullopt;
     }
-    const std::string text = bmc::settings::addressText(AF_INET, address->data());
+    const std::string text = textOf(bmc::ipv4(address->data()));
     if (!isInstalled("arping")) {
         return Probe{text, ProbeResult::noTool};
     }

@@ -3,10 +3,11 @@
 /* "check": the rules that settings obey, for a text or for a port's stored routes. */
 #include <cstring>
 
+#include "common/address.hpp"
 #include "common/text.hpp"
 #include "network_mng/check.h"
 #include "nwctl/stored.hpp"
-#include "settings/addresses.hpp"
+#include "settings/objections.hpp"
 #include "settings/wireless.hpp"
 
 #include <sys/socket.h>
@@ -31,8 +32,8 @@ Verdict refused(const std::optional<std::string> &reason)
 Verdict refusedAddress(const std::string &text)
 {
     for (const int family : {AF_INET, AF_INET6}) {
-        if (const auto address = settings::parseAddress(family, text)) {
-            return refused(settings::whyNotHost(family, address->data()));
+        if (const auto address = bmc::parseAddress(family, text)) {
+            return refused(settings::whyNotHost(family, address->bytes.data()));
         }
     }
     return {false, "neither an IPv4 nor an IPv6 address"};
@@ -55,14 +56,15 @@ Verdict checkAddress(const std::string &text)
 
 Verdict checkMask(const std::string &text)
 {
-    const auto mask = settings::parseAddress(AF_INET, text);
+    const auto mask = bmc::parseAddress(AF_INET, text);
     if (!mask) {
         return {false, "not four bytes in dotted form"};
     }
-    if (LIB_NW_CheckV4IsValid(NW_V4CHK_NETMASK, mask->data()) == 0) {
-        return refused(settings::whyNotMask(mask->data()));
+    if (LIB_NW_CheckV4IsValid(NW_V4CHK_NETMASK, mask->bytes.data()) == 0) {
+        return refused(settings::whyNotMask(mask->bytes.data()));
     }
-    return {true, "IPv4 mask of prefix length " + std::to_string(settings::prefixOf(mask->data()))};
+    return {true,
+            "IPv4 mask of prefix length " + std::to_string(bmc::prefixOf(mask->bytes.data()))};
 }
 
 Verdict checkHost(const std::string &text)

@@ -5,8 +5,8 @@
 #include <algorithm>
 
 #include "common/hex.hpp"
+#include "common/text.hpp"
 #include "nwctl/stored.hpp"
-#include "settings/addresses.hpp"
 
 namespace nwctl {
 
@@ -95,7 +95,7 @@ Parameter portParameter(Parameter::Kind kind, const std::string &remark)
 
 unsigned numberIn(const std::string &name, const std::string &text, unsigned min, unsigned max)
 {
-    const auto number = bmc::settings::parseNumber(text, max);
+    const auto number = bmc::parseNumber(text, max);
     if (!number || *number < min) {
         throw Failure(Exit::usage, name, text,
                       "expected a number from " + std::to_string(min) + " to " +

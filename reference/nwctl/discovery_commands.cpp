@@ -7,10 +7,10 @@
 #include <nlohmann/json.hpp>
 #include <sys/socket.h>
 
+#include "common/address.hpp"
 #include "network_mng/check.h"
 #include "network_mng/discovery.h"
 #include "nwctl/sending.hpp"
-#include "settings/addresses.hpp"
 
 namespace nwctl {
 
@@ -23,8 +23,8 @@ using settings::Json;
 std::string canonicalAddress(const std::string &text)
 {
     for (const int family : {AF_INET, AF_INET6}) {
-        if (const auto address = settings::parseAddress(family, text)) {
-            return settings::addressText(family, address->data());
+        if (const auto address = bmc::parseAddress(family, text)) {
+            return textOf(*address);
         }
     }
     throw Failure(Exit::usage, "--prefer", text, "neither an IPv4 nor an IPv6 address");
@@ -58,7 +58,7 @@ void showGatewayMac(const Arguments &arguments, Session &session)
         throw Failure(Exit::notFound, "PORT", port.name, "the port has no IPv4 gateway");
     }
 
-    const std::string gatewayText = settings::addressText(AF_INET, gateway);
+    const std::string gatewayText = textOf(bmc::ipv4(gateway));
     std::uint8_t mac[NW_MAC_SIZE]{};
     NW_GetV4DefaultGwMacAddr(static_cast<std::uint8_t>(port.index), mac);
     if (std::ranges::all_of(mac, [](std::uint8_t byte) { return byte == 0; })) {

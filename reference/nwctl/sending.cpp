@@ -62,7 +62,7 @@ const GivenOption *givenFor(const Sending &sending, const settings::Setting *set
     return found == sending.given.end() ? nullptr : &*found;
 }
 
-/* What was given that the result is about, or else the port. */
+/* What was given that the result is about, or else the port, or else the only thing given. */
 GivenOption blamedFor(const Sending &sending, NW_RESULT result)
 {
     for (const settings::Change &change : sending.changes) {
@@ -72,10 +72,10 @@ GivenOption blamedFor(const Sending &sending, NW_RESULT result)
             return *given;
         }
     }
-    if (sending.given.size() == 1 && !sending.blamesPort) {
-        return sending.given.front();
+    if (sending.port) {
+        return {"PORT", sending.port->name};
     }
-    return sending.port ? GivenOption{"PORT", sending.port->name} : GivenOption{};
+    return sending.given.size() == 1 ? sending.given.front() : GivenOption{};
 }
 
 Failure failureOf(const Sending &sending, NW_RESULT result, const NW_OPER_LOG_S &log)

@@ -31,7 +31,6 @@ struct Sending {
     std::function<NW_RESULT(NW_OPER_LOG_S &log)> send{};
     /* Sentences of a success; by default the main slot's. */
     std::vector<std::string> (*sentences)(const NW_OPER_LOG_S &log) = nullptr;
-    bool blamesPort = false; /* for what no setting given is to blame, even the only one */
     /* What the answer brought beside sentences, if anything. */
     std::function<Rows()> complete{};
 };

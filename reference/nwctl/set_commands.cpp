@@ -261,7 +261,6 @@ Sending prepare(const SetCommand &row, const Arguments &arguments, Session &sess
     sending.send = [change, &setter](NW_OPER_LOG_S &log) { return setter.send(change, log); };
     if (row.section == Section::lan) {
         sending.sentences = lanSentences;
-        sending.blamesPort = true;
         checkLan(row, sending, arguments, session);
     }
     return sending;

@@ -4,10 +4,10 @@
 
 #include <algorithm>
 
+#include "common/text.hpp"
 #include "network_mng/check.h"
 #include "network_mng/settings.h"
 #include "platform/records.hpp"
-#include "settings/addresses.hpp"
 
 namespace nwctl {
 
@@ -31,7 +31,7 @@ unsigned portOfChannel(const std::string &text)
 {
     constexpr unsigned channelMax = 255;
     const auto channel =
-        bmc::settings::parseNumber(std::string_view(text).substr(channelPrefix.size()), channelMax);
+        bmc::parseNumber(std::string_view(text).substr(channelPrefix.size()), channelMax);
     if (!channel) {
         throw Failure(Exit::usage, "PORT", text, "expected channel:N with a channel number");
     }

@@ -8,7 +8,7 @@
  *
  *   answer = { "result": CODE, "reason": text, "setting": place or null,
  *              "changes": [change…], "notes": [text…] }
- *   change = { "setting": place, "port": interface or null, "before": value, "after": value }
+ *   change: as settings/difference.hpp tells it
  *
  * CODE is a number, 0 for a success; reason and setting say why the change was refused. A place is
  * "lan.shared.ipv4", "hostname.mode" or "mode"; a value is as in a document, null for none. changes
@@ -25,13 +25,8 @@ inline constexpr const char *checkMethod = "Check";
 /* Keys of the answer. */
 inline constexpr const char *resultKey = "result";
 inline constexpr const char *reasonKey = "reason";
-inline constexpr const char *settingKey = "setting"; /* of a change, too */
+inline constexpr const char *settingKey = "setting";
 inline constexpr const char *changesKey = "changes";
 inline constexpr const char *notesKey = "notes";
-
-/* Keys of a change. */
-inline constexpr const char *portKey = "port";
-inline constexpr const char *beforeKey = "before";
-inline constexpr const char *afterKey = "after";
 
 } // namespace bmc::rpc::manager1

@@ -35,6 +35,9 @@ void put(Edit &edit, const Field &field)
     std::copy_n(field.bytes.begin(), part.requestSize,
                 edit.request.begin() + static_cast<std::ptrdiff_t>(part.request));
     add(edit.bits, bitsOf(part));
+    if (field.isHeld) {
+        add(edit.held, bitsOf(part));
+    }
 }
 
 void assignText(Change &change, const Text &text, unsigned port)
@@ -47,6 +50,11 @@ void assignText(Change &change, const Text &text, unsigned port)
     for (const Field &field : fields) {
         put(edit, field);
     }
+}
+
+bool hasEffect(Section section, unsigned port, const NW_IFC_STATE_DB_INFO_S &state)
+{
+    return section == Section::an ? state.aucPortPresent[port] != 0 : isServed(state, port);
 }
 
 /* Can the setting be without a value? Where none of its words stands for 0, that was never set. */
@@ -68,6 +76,13 @@ bool isSelected(const Edit &edit, const Setting &setting)
     return edit.section == setting.section &&
            std::ranges::any_of(setting.parts,
                                [&](const Part &part) { return isSelected(edit, part); });
+}
+
+std::optional<std::uint8_t> byteGiven(const Edit &edit, const char *key)
+{
+    const Part &part = findSetting(edit.section, key)->parts[0];
+    const bool isGiven = (edit.bits.at(part.word) & part.bit) != 0;
+    return isGiven ? std::optional(edit.request.at(part.request)) : std::nullopt;
 }
 
 bool isEmpty(const Edit &edit)
@@ -118,16 +133,31 @@ void assignStored(Change &change, const Setting &setting, unsigned port,
     }
 }
 
+void assignNumber(Change &change, const Setting &setting, unsigned port, std::uint32_t number)
+{
+    const Part &part = setting.parts[0];
+    const Field field = numberField(part, number);
+    if (numberIn(field.bytes) != number) {
+        Refusal refusal(part.refusal, part.name);
+        refusal.blame(setting.section, port, &setting);
+        throw refusal;
+    }
+    put(editOf(change, setting.section, port), field);
+}
+
+void requireEffect(Section section, unsigned port, const NW_IFC_STATE_DB_INFO_S &state)
+{
+    require(port < infoOf(section).portCount && hasEffect(section, port, state),
+            Result::portNotServed, "port " + std::to_string(port));
+}
+
 std::vector<unsigned> idlePorts(const Change &change, const Configuration &configuration)
 {
     std::vector<unsigned> ports;
     for (const Edit &edit : change) {
         const bool hasPort = infoOf(edit.section).portCount != 0 && !isEmpty(edit);
         const bool isKnown = std::ranges::find(ports, edit.port) != ports.end();
-        const bool isIdle = edit.section == Section::an
-                                ? configuration.state.aucPortPresent[edit.port] == 0
-                                : !isServed(configuration.state, edit.port);
-        if (hasPort && isIdle && !isKnown) {
+        if (hasPort && !isKnown && !hasEffect(edit.section, edit.port, configuration.state)) {
             ports.push_back(edit.port);
         }
     }

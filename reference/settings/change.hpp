@@ -26,6 +26,7 @@ struct Edit {
     unsigned port = 0;      /* 0 where the settings are the machine's */
     ChangeBits bits{};      /* parts that take the request's value */
     ChangeBits cleared{};   /* parts that go back to nothing, which no request can ask for */
+    ChangeBits held{};      /* words stored without effect, which no request can ask for */
     bool mayBeIdle = false; /* stored without effect where the port is not served, not refused */
     /* The section's request record of one port (NW_LAN_SET_PORT_S, NW_DNS_PORT_S, NW_AN_SET_PORT_S)
      * or of the machine (NW_HOSTNAME_SET_REQ_S, NW_LLDP_SET_S, NW_NET_MODE_SET_S,
@@ -38,6 +39,8 @@ using Change = std::vector<Edit>;
 /* The change gives the part, or one of the setting's parts, a new value or none. */
 bool isSelected(const Edit &edit, const Part &part);
 bool isSelected(const Edit &edit, const Setting &setting);
+/* The byte that the change gives the setting's first part; nothing where it gives none. */
+std::optional<std::uint8_t> byteGiven(const Edit &edit, const char *key);
 /* Nothing is selected. */
 bool isEmpty(const Edit &edit);
 /* The section's edit of the port, made where there is none. */
@@ -83,6 +86,14 @@ void assign(Change &change, const Setting &setting, unsigned port, std::string_v
  * empty optional stands for no value at all. */
 void assignStored(Change &change, const Setting &setting, unsigned port,
                   const std::optional<std::string> &text);
+
+/* Adds a number of any width, as requests have it: throws Refusal for one that the setting's field
+ * does not hold. */
+void assignNumber(Change &change, const Setting &setting, unsigned port, std::uint32_t number);
+
+/* Throws Refusal unless such settings of the port have an effect: they need a port that is served,
+ * link modes one that is on the board. */
+void requireEffect(Section section, unsigned port, const NW_IFC_STATE_DB_INFO_S &state);
 
 /* The configuration that the change leads to. All checks are made, in the order of the sections and
  * within one in that of docs/manager.md; throws Refusal. The wireless interface counts as a

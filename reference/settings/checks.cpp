@@ -11,12 +11,8 @@ namespace bmc::settings {
 
 namespace {
 
-constexpr std::size_t longestName = 63; /* of a label */
-
-bool isUnset(const std::uint8_t *value, std::int32_t size)
-{
-    return LIB_NW_CheckIPIsZero(value, size) != 0;
-}
+/* What a gateway may have and a port's configured address may not. */
+constexpr std::uint32_t gatewayChecksV6 = NW_V6CHK_ALL & ~std::uint32_t{NW_V6CHK_LINKLOCAL};
 
 bool isLabel(const std::string &name)
 {
@@ -30,6 +26,11 @@ const char *textAt(const std::uint8_t *value)
 }
 
 } // namespace
+
+bool isUnset(const std::uint8_t *value, std::size_t size)
+{
+    return LIB_NW_CheckIPIsZero(value, static_cast<std::int32_t>(size)) != 0;
+}
 
 bool isAny(const std::uint8_t *)
 {

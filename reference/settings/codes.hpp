@@ -3,6 +3,7 @@
 /* Every code that a caller can receive, with its name, its meaning and its IPMI completion code. */
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -56,15 +57,14 @@ enum class Result : std::uint32_t {
     noLinkMode = 0x1E00061C,
 };
 
-/* Family of addresses that a code is about. */
-enum class Subject { none, ipv4, ipv6 };
-
 struct Code {
     NW_RESULT value;
     std::string_view name; /* "NW_ERR_DB_READ" */
     std::string_view meaning;
     std::uint32_t completion; /* IPMI completion code */
-    Subject subject;
+    /* Settings of a port that would explain it, the likelier one first; empty: no more. Any other
+     * setting of the same family may explain it, too. */
+    std::array<std::string_view, 2> about;
 };
 
 /* The list, by value; success is its first row. */

@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
+#include "common/text.hpp"
 #include "settings/manager_bytes.hpp"
 
 namespace bmc::settings {
@@ -23,6 +25,16 @@ const std::uint8_t *namingAddress(const Configuration &configuration)
     const auto port =
         static_cast<std::size_t>(present - std::begin(configuration.state.aucPortPresent));
     return configuration.lan.astPort[port % NW_PORT_COUNT].aucMacAddr;
+}
+
+unsigned portOfChannel(const NW_IFC_STATE_DB_INFO_S &state, std::string_view number)
+{
+    const auto channel = parseNumber(number, UINT8_MAX);
+    unsigned port = 0;
+    while (port < NW_PORT_COUNT && (state.aucChannel[port] != channel || !isServed(state, port))) {
+        port++;
+    }
+    return port;
 }
 
 } // namespace
@@ -52,6 +64,12 @@ std::string nameOf(const NW_IFC_STATE_DB_INFO_S &state, unsigned port)
 {
     const char *name = state.acIfcName[port];
     return {name, strnlen(name, NW_IFC_NAME_SIZE)};
+}
+
+void exchangeInterfaces(NW_IFC_STATE_DB_INFO_S &state)
+{
+    std::swap(state.acIfcName[NW_PORT_ETH0], state.acIfcName[NW_PORT_ETH1]);
+    std::swap(state.aucPortPresent[NW_PORT_ETH0], state.aucPortPresent[NW_PORT_ETH1]);
 }
 
 bool isNameKnown(const Configuration &configuration)
@@ -91,6 +109,10 @@ std::string titleOf(const NW_IFC_STATE_DB_INFO_S &state, unsigned port)
 
 unsigned findPort(const NW_IFC_STATE_DB_INFO_S &state, std::string_view text)
 {
+    constexpr std::string_view channel = "channel:";
+    if (text.starts_with(channel)) {
+        return portOfChannel(state, text.substr(channel.size()));
+    }
     unsigned named = NW_PORT_COUNT;
     for (unsigned port = 0; port < NW_PORT_COUNT; port++) {
         if (text == roleOf(port) || text == std::to_string(port)) {

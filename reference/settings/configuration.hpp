@@ -48,6 +48,10 @@ Configuration blankConfiguration();
  * only where it is on the board. */
 bool isServed(const NW_IFC_STATE_DB_INFO_S &state, unsigned port);
 
+/* What a switchover does: ports 0 and 1 exchange their interfaces. Settings and channels stay with
+ * the port. */
+void exchangeInterfaces(NW_IFC_STATE_DB_INFO_S &state);
+
 /* In automatic mode: writes the host name, "bmc-" and the MAC address of the first port that is on
  * the board; and whether that address is known. */
 void nameAutomatically(Configuration &configuration);
@@ -64,8 +68,8 @@ std::string roleTitleOf(unsigned port);
 /* "eth1, shared port". */
 std::string titleOf(const NW_IFC_STATE_DB_INFO_S &state, unsigned port);
 
-/* The port that a text names: its role, the name of its interface, or its index; NW_PORT_COUNT when
- * there is none. */
+/* The port that a text names: its role, its index, the name of its interface, or "channel:N", the
+ * port served that has the LAN channel; NW_PORT_COUNT when there is none. */
 unsigned findPort(const NW_IFC_STATE_DB_INFO_S &state, std::string_view text);
 
 } // namespace bmc::settings

@@ -103,23 +103,16 @@ private:
 
     void readPorts(const SectionInfo &info, const Node &node)
     {
-        bool seen[NW_PORT_COUNT]{};
-        expectObject(node);
-        for (const auto &[key, value] : node.value.items()) {
-            const unsigned port = portOf(node, key, state_);
-            const Node entry = memberOf(node, key);
+        forEachPort(node, state_, [&](const Node &entry, unsigned port) {
             if (port >= info.portCount) {
                 refuse(entry, "the port has no such settings");
             }
-            if (std::exchange(seen[port], true)) {
-                refuse(entry, "the port is given twice");
-            }
-            if (value.is_null() && info.section == Section::an) {
+            if (entry.value.is_null() && info.section == Section::an) {
                 clear(info, port, entry);
             } else {
                 readValues(info, port, entry);
             }
-        }
+        });
     }
 
     /* The driver's own link mode. */
@@ -162,14 +155,15 @@ private:
     Reading reading_;
 };
 
-/* The names given are those that hold with the switchover that is given beside them. */
-void takeSwitchover(const Change &change, NW_IFC_STATE_DB_INFO_S &state)
+/* Names of interfaces are given as they hold with the switchover that is given beside them. */
+std::optional<bool> givenSwitchover(const Change &change)
 {
     for (const Edit &edit : change) {
         if (edit.section == Section::switchover && !isEmpty(edit)) {
-            switchoverIn(state) = edit.request.at(offsetof(NW_LAN_REVERSE_SET_S, ucEnable));
+            return byteGiven(edit, "switchover") == 1;
         }
     }
+    return std::nullopt;
 }
 
 bool isGiven(const Change &change, Section section)
@@ -201,7 +195,12 @@ Reading readDocument(std::string_view text, const Configuration &present)
 
     Reading reading = reader.take();
     if (json.contains(portsKey)) {
-        reading.ignored = compareIdentities(memberOf(document, portsKey), present.state);
+        NW_IFC_STATE_DB_INFO_S after = present.state;
+        const bool isOn = isSwitchedOver(after);
+        if (givenSwitchover(reading.change).value_or(isOn) != isOn) {
+            exchangeInterfaces(after);
+        }
+        reading.ignored = compareIdentities(memberOf(document, portsKey), present.state, after);
     }
     return reading;
 }
@@ -258,7 +257,8 @@ Configuration firstConfiguration(std::string_view text,
     Reader reader(first.state);
     reader.read(document);
     Reading reading = reader.take();
-    takeSwitchover(reading.change, first.state);
+    switchoverIn(first.state) =
+        givenSwitchover(reading.change).value_or(isSwitchedOver(first.state)) ? 1 : 0;
     if (!isGiven(reading.change, Section::mode)) {
         const Setting &mode = settingsOf(Section::mode).front();
         assign(reading.change, mode, 0, textOf(mode, valueOf(first, mode, 0)));

@@ -8,8 +8,8 @@
  *   identity = { "name": text, "channel": number, "present": flag }
  *   values   = { KEY: value or [value…]… }
  *
- * Every part may be missing. PORT is a role, the name of an interface or an index; KEY and value
- * are those of the settings, a value as JSON or as its text; null stands for none. */
+ * Every part may be missing. PORT is a role, the name of an interface, an index or channel:N; KEY
+ * and value are those of the settings, a value as JSON or as its text; null stands for none. */
 #pragma once
 
 #include <stdexcept>

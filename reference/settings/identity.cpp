@@ -3,6 +3,7 @@
 #include "settings/detail/identity.hpp"
 
 #include <algorithm>
+#include <utility>
 
 namespace bmc::settings {
 
@@ -53,9 +54,50 @@ void readIdentity(const Node &node, unsigned port, NW_IFC_STATE_DB_INFO_S &state
     }
 }
 
-/* Calls read(node, port) for each port that the object has, each once. */
-template <typename Read>
-void forEachPort(const Node &ports, const NW_IFC_STATE_DB_INFO_S &state, const Read &read)
+/* The port that a key names. */
+unsigned portOf(const Node &ports, const std::string &key, const NW_IFC_STATE_DB_INFO_S &state)
+{
+    const unsigned port = findPort(state, key);
+    if (port == NW_PORT_COUNT) {
+        std::string names;
+        for (unsigned each = 0; each < NW_PORT_COUNT; ++each) {
+            const std::string name = settings::nameOf(state, each);
+            names += name.empty() ? "" : name + ", ";
+        }
+        refuse(memberOf(ports, key), "no such port, expected " + names +
+                                         "dedicated, shared, bond, 0, 1" +
+                                         (names.empty() ? " or 2" : ", 2 or channel:N"));
+    }
+    return port;
+}
+
+void requireComplete(const Node &node)
+{
+    for (const char *key : {"name", "channel"}) {
+        if (!node.value.contains(key)) {
+            refuse(node, "key \"" + std::string(key) + "\" is missing");
+        }
+    }
+}
+
+/* A text names one port. */
+void requireUnique(const Node &node, unsigned port, const NW_IFC_STATE_DB_INFO_S &state)
+{
+    const unsigned meant = findPort({}, settings::nameOf(state, port));
+    if (meant != NW_PORT_COUNT && meant != port) {
+        refuse(memberOf(node, "name"), "names another port already, by its role or index");
+    }
+    for (unsigned other = 0; other < NW_PORT_COUNT; ++other) {
+        if (other != port && std::ranges::equal(state.acIfcName[other], state.acIfcName[port])) {
+            refuse(memberOf(node, "name"), "another port has this name");
+        }
+    }
+}
+
+} // namespace
+
+void forEachPort(const Node &ports, const NW_IFC_STATE_DB_INFO_S &state,
+                 const std::function<void(const Node &node, unsigned port)> &read)
 {
     bool seen[NW_PORT_COUNT]{};
     expectObject(ports);
@@ -68,26 +110,6 @@ void forEachPort(const Node &ports, const NW_IFC_STATE_DB_INFO_S &state, const R
         read(node, port);
     }
 }
-
-void requireComplete(const Node &node)
-{
-    for (const char *key : {"name", "channel"}) {
-        if (!node.value.contains(key)) {
-            refuse(node, "key \"" + std::string(key) + "\" is missing");
-        }
-    }
-}
-
-void requireUnique(const Node &node, unsigned port, const NW_IFC_STATE_DB_INFO_S &state)
-{
-    for (unsigned other = 0; other < NW_PORT_COUNT; ++other) {
-        if (other != port && std::ranges::equal(state.acIfcName[other], state.acIfcName[port])) {
-            refuse(memberOf(node, "name"), "another port has this name");
-        }
-    }
-}
-
-} // namespace
 
 Json identitiesOf(const NW_IFC_STATE_DB_INFO_S &state)
 {
@@ -115,13 +137,14 @@ void readIdentities(const Node &ports, Configuration &configuration)
     });
 }
 
-std::vector<std::string> compareIdentities(const Node &ports, const NW_IFC_STATE_DB_INFO_S &state)
+std::vector<std::string> compareIdentities(const Node &ports, const NW_IFC_STATE_DB_INFO_S &before,
+                                           const NW_IFC_STATE_DB_INFO_S &after)
 {
     std::vector<std::string> sentences;
-    forEachPort(ports, state, [&](const Node &node, unsigned port) {
-        NW_IFC_STATE_DB_INFO_S wanted = state;
+    forEachPort(ports, before, [&](const Node &node, unsigned port) {
+        NW_IFC_STATE_DB_INFO_S wanted = after;
         readIdentity(node, port, wanted);
-        const Json is = identityOf(state, port);
+        const Json is = identityOf(after, port);
         const Json asked = identityOf(wanted, port);
         for (const auto &[key, value] : asked.items()) {
             if (value != is[key]) {
@@ -131,21 +154,6 @@ std::vector<std::string> compareIdentities(const Node &ports, const NW_IFC_STATE
         }
     });
     return sentences;
-}
-
-unsigned portOf(const Node &ports, const std::string &key, const NW_IFC_STATE_DB_INFO_S &state)
-{
-    const unsigned port = findPort(state, key);
-    if (port == NW_PORT_COUNT) {
-        std::string names;
-        for (unsigned each = 0; each < NW_PORT_COUNT; ++each) {
-            const std::string name = settings::nameOf(state, each);
-            names += name.empty() ? "" : name + ", ";
-        }
-        refuse(memberOf(ports, key),
-               "no such port, expected " + names + "dedicated, shared, bond, 0, 1 or 2");
-    }
-    return port;
 }
 
 } // namespace bmc::settings

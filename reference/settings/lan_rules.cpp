@@ -5,21 +5,17 @@
 #include <algorithm>
 
 #include "network_mng/lan.h"
+#include "settings/detail/checks.hpp"
 #include "settings/manager_bytes.hpp"
 
 namespace bmc::settings {
 
 namespace {
 
-bool isZero(const std::uint8_t *bytes, std::size_t size)
-{
-    return LIB_NW_CheckIPIsZero(bytes, static_cast<std::int32_t>(size)) != 0;
-}
-
 void checkIpv4Gateway(const NW_LAN_CFG_PORT_S &port)
 {
     const bool applies =
-        !isZero(port.aucIpv4Addr, NW_IPV4_SIZE) && !isZero(port.aucIpv4Gateway, NW_IPV4_SIZE);
+        !isUnset(port.aucIpv4Addr, NW_IPV4_SIZE) && !isUnset(port.aucIpv4Gateway, NW_IPV4_SIZE);
     bool isInside = true;
     for (unsigned index = 0; index < NW_IPV4_SIZE; ++index) {
         const int differing = port.aucIpv4Addr[index] ^ port.aucIpv4Gateway[index];
@@ -33,7 +29,7 @@ void checkIpv4Gateway(const NW_LAN_CFG_PORT_S &port)
 void checkRoutes(const NW_LAN_CFG_PORT_S &port)
 {
     for (const NW_LAN_CFG_IPV4_ROUTE_S &route : port.astIpv4Route) {
-        require(route.ucState == 0 || !isZero(route.aucMask, sizeof(route.aucMask)),
+        require(route.ucState == 0 || !isUnset(route.aucMask, sizeof(route.aucMask)),
                 Result::badIpv4Route, "IPv4 route mask");
     }
     for (const NW_LAN_CFG_IPV6_ROUTE_S &route : port.astIpv6Route) {
@@ -45,7 +41,7 @@ void checkRoutes(const NW_LAN_CFG_PORT_S &port)
 template <typename Route>
 void keepValidity(Route &route)
 {
-    route.ucState = isZero(route.aucAddr, sizeof(route.aucAddr)) ? 0 : 1;
+    route.ucState = isUnset(route.aucAddr, sizeof(route.aucAddr)) ? 0 : 1;
 }
 
 } // namespace
@@ -65,18 +61,18 @@ void keepInStep(const Edit &edit, NW_LAN_CFG_PORT_S &port)
     }
     if ((edit.bits[0] & NW_LAN_BIT_ARP_SUSPEND) != 0) {
         ArpBytes arp = arpOf(port);
-        arp.isResumed = 0;
+        arp.isResumed = (edit.held[0] & NW_LAN_BIT_ARP_SUSPEND) != 0 ? 1 : 0;
         putArp(port, arp);
     }
 }
 
 void checkLanPort(const NW_LAN_CFG_PORT_S &port)
 {
-    require(isZero(port.aucIpv4Addr, NW_IPV4_SIZE) || !isZero(port.aucIpv4Mask, NW_IPV4_SIZE),
+    require(isUnset(port.aucIpv4Addr, NW_IPV4_SIZE) || !isUnset(port.aucIpv4Mask, NW_IPV4_SIZE),
             Result::badIpv4Mask, "IPv4 mask");
     checkIpv4Gateway(port);
-    require(isZero(port.aucIpv6Addr, NW_IPV6_SIZE) || port.ucIpv6Prefix != 0, Result::badIpv6Prefix,
-            "IPv6 prefix length");
+    require(isUnset(port.aucIpv6Addr, NW_IPV6_SIZE) || port.ucIpv6Prefix != 0,
+            Result::badIpv6Prefix, "IPv6 prefix length");
     checkRoutes(port);
 }
 

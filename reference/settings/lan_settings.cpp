@@ -42,10 +42,12 @@ constexpr Kind vlanKind{.shape = Shape::switchedNumber, .valueName = "ID|off", .
 constexpr Kind priorityKind{.shape = Shape::number, .valueName = "N", .most = 7};
 constexpr Kind headerKind{.shape = Shape::header, .valueName = "TTL,FLAGS,TOS", .most = 255};
 constexpr Kind arpKind{.shape = Shape::words, .words = arpWords};
+constexpr Kind suspendKind{.shape = Shape::heldWords, .words = arpWords};
 constexpr Kind intervalKind{.shape = Shape::number, .valueName = "N", .most = 255, .unit = "500 ms"};
 
 #define FROM(member)   PLACE(NW_LAN_SET_PORT_S, member)
 #define TO(member)     PLACE(NW_LAN_CFG_PORT_S, member)
+#define NOWHERE        Place {0, 0}
 #define HEADER(member) within(headerBytesAt, PLACE(HeaderBytes, member))
 #define ARP(member)    within(arpBytesAt, PLACE(ArpBytes, member))
 #define VLAN(member)   within(vlanBytesAt, PLACE(VlanBytes, member))
@@ -96,11 +98,14 @@ constexpr Setting rows[] = {
     {Section::lan, "traffic-class", {"traffic class", "trafficClass", &ipv6},       "IPv6 traffic class of what the port sends",           &byteKind,      {PART("traffic class", TRAFFIC_CLASS, FROM(ucTrafficClass), HEADER(trafficClass), isAny, Result::done)}},
 
     {Section::lan, "arp-control",   {"ARP control", "control", nullptr, "arp"},     "what the port sends of its own",                      &arpKind,       {PART("ARP control", ARP_CONTROL, FROM(ucArpControl), ARP(control), isUpTo<3>, Result::badArpFlags)}},
-    {Section::lan, "arp-interval",  {"ARP interval", "interval", nullptr, "arp"},   "time between two announcements",                      &intervalKind,  {PART("ARP interval", ARP_INTERVAL, FROM(ucArpInterval), ARP(interval), isAny, Result::done)}},
-    {Section::lan, "arp-suspend",   {"ARP suspend", "suspend", nullptr, "arp"},     "what rests while the watchdog timer runs",            &arpKind,       {PART("ARP suspend", ARP_SUSPEND, FROM(ucArpSuspend), ARP(suspend), isUpTo<3>, Result::badArpFlags)}},
+    {Section::lan, "arp-interval",  {"ARP interval", "interval", nullptr, "arp"},   "time between two announcements",                      &intervalKind,  {PART("ARP interval", ARP_INTERVAL, FROM(ucArpInterval), ARP(interval), isAny, Result::badArpFlags)}},
+    {Section::lan, "arp-suspend",   {"ARP suspend", "suspend", nullptr, "arp"},     "what rests while the watchdog timer runs",            &suspendKind,   {
+        PART("ARP suspend", ARP_SUSPEND, FROM(ucArpSuspend), ARP(suspend), isUpTo<3>, Result::badArpFlags),
+        part("ARP resumed", 0, 0, NOWHERE, ARP(isResumed), isAny, Result::done)}},
 };
 #undef FROM
 #undef TO
+#undef NOWHERE
 #undef HEADER
 #undef ARP
 #undef VLAN

@@ -3,6 +3,7 @@
 /* Settings of the machine as a whole, and the link modes of its physical ports. */
 #include "network_mng/settings.h"
 #include "settings/detail/rows.hpp"
+#include "settings/manager_bytes.hpp"
 
 namespace bmc::settings {
 
@@ -14,6 +15,8 @@ constexpr Word hostNameModeWords[] = {{"manual", 0}, {"auto", 1}};
 constexpr Word workModeWords[] = {{"tx", 1}, {"rx", 2}, {"txrx", 3}};
 constexpr Word duplexWords[] = {{"half", 0}, {"full", 1}};
 constexpr Word speedWords[] = {{"10", 0}, {"100", 1}, {"1000", 2}}; /* Mbit/s */
+
+constexpr Place switchoverByte{switchoverAt, 1};
 
 /* Length and text of a host name in its request. */
 constexpr Place countedName{offsetof(NW_HOSTNAME_SET_REQ_S, ucLength),
@@ -32,7 +35,7 @@ constexpr Kind speedKind{.shape = Shape::words, .words = speedWords, .unit = "Mb
 
 constexpr Setting rows[] = {
     {Section::mode,       "mode",       {"Mode", "mode"},          "whether the ports work separately or as one bond",   &modeKind,         {part("network port mode", 0, 1, PLACE(NW_NET_MODE_SET_S, ucNetMode), PLACE(NW_IFC_STATE_DB_INFO_S, ucIfcState), isUpTo<1>, Result::badNetMode)}},
-    {Section::switchover, "switchover", {"Switchover", "enabled"}, "whether the numbers of the two ports are exchanged", &switchKind,       {part("switchover", 0, 1, PLACE(NW_LAN_REVERSE_SET_S, ucEnable), PLACE(NW_IFC_STATE_DB_INFO_S, ucIfcValue1), isUpTo<1>, Result::badNetMode)}},
+    {Section::switchover, "switchover", {"Switchover", "enabled"}, "whether the numbers of the two ports are exchanged", &switchKind,       {part("switchover", 0, 1, PLACE(NW_LAN_REVERSE_SET_S, ucEnable), switchoverByte, isUpTo<1>, Result::badNetMode)}},
 
     {Section::hostName,   "mode",       {"Mode", "mode"},          "who gives the host name",                            &hostNameModeKind, {part("host name mode", 0, 1, PLACE(NW_HOSTNAME_SET_REQ_S, ucByte4), RECORD(ucHostNameMode), isUpTo<1>, Result::badHostNameMode)}},
     {Section::hostName,   "name",       {"Host name", "name"},     "host name: letters, digits, hyphens",                &hostNameKind,     {part("host name", 0, 2, countedName, RECORD(szBmcHostName), isCountedName, Result::badHostName)}},

@@ -40,10 +40,11 @@ struct NW_PACKED VlanBytes {
 NW_ASSERT_AT(VlanBytes, id, offsetof(NW_LAN_CFG_VLAN_S, usVlanid));
 NW_ASSERT_SIZE(VlanBytes, sizeof(NW_LAN_CFG_VLAN_S));
 
-/* Where they begin in a port's entry. */
+/* Where they begin in a port's entry, and where the interface state has the switchover. */
 inline constexpr std::size_t headerBytesAt = offsetof(NW_LAN_CFG_PORT_S, aucReserved775);
 inline constexpr std::size_t vlanBytesAt = offsetof(NW_LAN_CFG_PORT_S, stVlan);
 inline constexpr std::size_t arpBytesAt = offsetof(NW_LAN_CFG_PORT_S, aucReserved787);
+inline constexpr std::size_t switchoverAt = offsetof(NW_IFC_STATE_DB_INFO_S, ucIfcValue1);
 
 inline ArpBytes arpOf(const NW_LAN_CFG_PORT_S &port)
 {
@@ -55,6 +56,14 @@ inline ArpBytes arpOf(const NW_LAN_CFG_PORT_S &port)
 inline void putArp(NW_LAN_CFG_PORT_S &port, const ArpBytes &bytes)
 {
     std::memcpy(port.aucReserved787, &bytes, sizeof(bytes));
+}
+
+/* Lifts what is suspended, or puts it back. */
+inline void resumeArp(NW_LAN_CFG_PORT_S &port, bool isResumed)
+{
+    ArpBytes bytes = arpOf(port);
+    bytes.isResumed = isResumed ? 1 : 0;
+    putArp(port, bytes);
 }
 
 /* What rests of ARP now. */

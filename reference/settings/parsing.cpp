@@ -5,14 +5,15 @@
 #include <algorithm>
 #include <functional>
 
-#include "network_mng/check.h"
+#include "common/address.hpp"
+#include "common/text.hpp"
 #include "settings/change.hpp"
+#include "settings/detail/checks.hpp"
+#include "settings/objections.hpp"
 
 namespace bmc::settings {
 
 namespace {
-
-constexpr std::size_t nameMax = 63; /* of a label */
 
 using Fields = std::vector<Field>;
 
@@ -50,16 +51,6 @@ const Part &partOf(const Text &text, std::size_t index)
     return text.setting->parts[index];
 }
 
-/* A number, little-endian as in requests. */
-Field numberField(const Part &part, std::uint32_t number)
-{
-    Bytes bytes(part.requestSize);
-    for (std::size_t index = 0; index < bytes.size(); ++index) {
-        bytes[index] = static_cast<std::uint8_t>(number >> (8 * index));
-    }
-    return {&part, bytes};
-}
-
 Fields zeros(const Text &text)
 {
     Fields fields;
@@ -69,18 +60,25 @@ Fields zeros(const Text &text)
     return fields;
 }
 
-bool isUnset(const Bytes &bytes)
+/* An address of the setting's family; nothing for any other text. */
+std::optional<Bytes> addressIn(const Text &text, std::string_view address)
 {
-    return LIB_NW_CheckIPIsZero(bytes.data(), static_cast<std::int32_t>(bytes.size())) != 0;
+    const int family = text.setting->kind->family;
+    const auto parsed = parseAddress(family, address);
+    if (!parsed) {
+        return std::nullopt;
+    }
+    return Bytes(parsed->bytes.begin(), parsed->bytes.begin() + sizeOf(family));
 }
 
 /* Refuses an address that the part cannot hold; a file may bring one back that is not set. */
 void vetAddress(const Text &text, const Part &part, const Bytes &address)
 {
-    if (text.source == Source::file && isUnset(address)) {
+    const bool isNone = isUnset(address.data(), address.size());
+    if (text.source == Source::file && isNone) {
         return;
     }
-    if (isUnset(address) || !part.isValid(address.data())) {
+    if (isNone || !part.isValid(address.data())) {
         refuseFor(text, whyNotHost(text.setting->kind->family, address.data()));
     }
 }
@@ -95,10 +93,21 @@ Fields parseWord(const Text &text)
     return {numberField(partOf(text, 0), word->value)};
 }
 
+/* Of a file also resumed,WORD. */
+Fields parseHeldWord(const Text &text)
+{
+    Text word = text;
+    const bool isHeld = text.source == Source::file && text.text.starts_with(heldPrefix);
+    word.text.remove_prefix(isHeld ? heldPrefix.size() : 0);
+    Fields fields = parseWord(word);
+    fields.front().isHeld = isHeld;
+    return fields;
+}
+
 Fields parseNumber(const Text &text)
 {
     const Kind &kind = *text.setting->kind;
-    const auto number = settings::parseNumber(text.text, kind.most);
+    const auto number = bmc::parseNumber(text.text, kind.most);
     if (!number || *number < kind.least) {
         misused(text, "expected " + rangeOf(kind));
     }
@@ -120,7 +129,7 @@ Fields parseSwitchedNumber(const Text &text)
     }
 
     const bool isOff = isFile && text.text.starts_with(kept);
-    const auto number = settings::parseNumber(text.text.substr(isOff ? kept.size() : 0), kind.most);
+    const auto number = bmc::parseNumber(text.text.substr(isOff ? kept.size() : 0), kind.most);
     if (!number || (*number < kind.least && !isFile)) {
         misused(text, "expected off or " + rangeOf(kind));
     }
@@ -129,7 +138,7 @@ Fields parseSwitchedNumber(const Text &text)
 
 Fields parseSingleAddress(const Text &text)
 {
-    const auto address = parseAddress(text.setting->kind->family, text.text);
+    const auto address = addressIn(text, text.text);
     if (!address) {
         misused(text, "expected an address of the family or off");
     }
@@ -141,9 +150,9 @@ Fields parseSingleAddress(const Text &text)
 Fields parsePrefixed(const Text &text, std::string_view prefixed, const std::string &expected)
 {
     const int family = text.setting->kind->family;
-    const unsigned most = 8 * static_cast<unsigned>(addressSize(family));
+    const unsigned most = 8 * static_cast<unsigned>(sizeOf(family));
     const auto slash = prefixed.find('/');
-    const auto address = parseAddress(family, prefixed.substr(0, slash));
+    const auto address = addressIn(text, prefixed.substr(0, slash));
     if (!address) {
         misused(text, "expected " + expected);
     }
@@ -152,7 +161,7 @@ Fields parsePrefixed(const Text &text, std::string_view prefixed, const std::str
     }
 
     const unsigned least = text.source == Source::file ? 0 : 1;
-    const auto prefix = settings::parseNumber(prefixed.substr(slash + 1), most);
+    const auto prefix = bmc::parseNumber(prefixed.substr(slash + 1), most);
     if (!prefix || *prefix < least) {
         misused(text, "the prefix length is not a number from " + std::to_string(least) + " to " +
                           std::to_string(most));
@@ -161,9 +170,9 @@ Fields parsePrefixed(const Text &text, std::string_view prefixed, const std::str
     if (family == AF_INET6) {
         return {{&partOf(text, 0), *address}, numberField(partOf(text, 1), *prefix)};
     }
-    const Bytes mask = maskOf(*prefix);
+    const auto mask = maskOf(*prefix);
     refuseFor(text, whyNotMask(mask.data()));
-    return {{&partOf(text, 0), *address}, {&partOf(text, 1), mask}};
+    return {{&partOf(text, 0), *address}, {&partOf(text, 1), {mask.begin(), mask.end()}}};
 }
 
 Fields parseSubnet(const Text &text)
@@ -179,9 +188,9 @@ Fields parseRoute(const Text &text)
     const auto comma = text.text.find(',');
     const bool isOnLink = comma == text.text.npos && text.source == Source::file;
     const auto gateway =
-        isOnLink ? Bytes(addressSize(family))
-                 : parseAddress(family, comma == text.text.npos ? std::string_view()
-                                                                : text.text.substr(comma + 1));
+        isOnLink ? Bytes(sizeOf(family))
+                 : addressIn(text, comma == text.text.npos ? std::string_view()
+                                                           : text.text.substr(comma + 1));
     if (!gateway) {
         misused(text, "expected " + expected);
     }
@@ -196,8 +205,8 @@ Fields parseName(const Text &text)
     if (text.text.empty()) {
         misused(text, "expected a name");
     }
-    if (text.text.size() > nameMax) {
-        refuseFor(text, "longer than " + std::to_string(nameMax) + " characters");
+    if (text.text.size() > longestName) {
+        refuseFor(text, "longer than " + std::to_string(longestName) + " characters");
     }
 
     const bool isCounted = text.setting->kind->isCounted;
@@ -235,7 +244,7 @@ Fields parseHeader(const Text &text)
     while (bytes.size() < part.requestSize) {
         const bool isLast = bytes.size() + 1 == part.requestSize;
         const auto end = isLast ? rest.size() : rest.find(',');
-        const auto number = settings::parseNumber(rest.substr(0, end), kind.most);
+        const auto number = bmc::parseNumber(rest.substr(0, end), kind.most);
         if (!number || end == rest.npos) {
             misused(text,
                     "expected " + std::string(kind.valueName) + " with " + rangeOf(kind) + " each");
@@ -252,6 +261,8 @@ Fields parseByShape(const Text &text)
     case Shape::flag:
     case Shape::words:
         return parseWord(text);
+    case Shape::heldWords:
+        return parseHeldWord(text);
     case Shape::number:
         return parseNumber(text);
     case Shape::switchedNumber:
@@ -273,6 +284,24 @@ Fields parseByShape(const Text &text)
 }
 
 } // namespace
+
+Field numberField(const Part &part, std::uint32_t number)
+{
+    Bytes bytes(part.requestSize);
+    for (std::size_t index = 0; index < bytes.size(); ++index) {
+        bytes[index] = static_cast<std::uint8_t>(number >> (8 * index));
+    }
+    return {&part, bytes};
+}
+
+std::uint32_t numberIn(const Bytes &bytes)
+{
+    std::uint32_t number = 0;
+    for (std::size_t index = bytes.size(); index > 0; --index) {
+        number = number << 8 | bytes[index - 1];
+    }
+    return number;
+}
 
 std::vector<Field> parseValue(const Text &text)
 {

@@ -3,12 +3,10 @@
 #include "settings/detail/rules.hpp"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 #include "network_mng/lan.h"
 #include "network_mng/settings.h"
-#include "settings/addresses.hpp"
 #include "settings/detail/lan_rules.hpp"
 #include "settings/manager_bytes.hpp"
 
@@ -22,13 +20,6 @@ void nothing(const Edit &, Attempt &) {}
 
 void nothingAtEnd(Attempt &) {}
 
-/* Has the edit a new value for the setting? */
-bool hasValue(const Edit &edit, const char *key)
-{
-    const Part &part = findSetting(edit.section, key)->parts[0];
-    return (edit.bits.at(part.word) & part.bit) != 0;
-}
-
 void afterMode(const Edit &, Attempt &attempt)
 {
     const NW_IFC_STATE_DB_INFO_S &state = attempt.after.state;
@@ -38,23 +29,20 @@ void afterMode(const Edit &, Attempt &attempt)
     attempt.hasNewMode = true;
 }
 
-/* The interfaces trade places; settings and channels stay with the port. */
 void afterSwitchover(const Edit &, Attempt &attempt)
 {
     NW_IFC_STATE_DB_INFO_S &state = attempt.after.state;
-    if (switchoverIn(state) != attempt.before.state.ucIfcValue1) {
-        std::swap(state.acIfcName[NW_PORT_ETH0], state.acIfcName[NW_PORT_ETH1]);
-        std::swap(state.aucPortPresent[NW_PORT_ETH0], state.aucPortPresent[NW_PORT_ETH1]);
+    if (isSwitchedOver(state) != isSwitchedOver(attempt.before.state)) {
+        exchangeInterfaces(state);
     }
 }
 
 /* The mode that is asked for counts for the name beside it. */
 void beforeHostName(const Edit &edit, Attempt &attempt)
 {
-    const std::uint8_t mode = hasValue(edit, "mode")
-                                  ? edit.request.at(offsetof(NW_HOSTNAME_SET_REQ_S, ucByte4))
-                                  : attempt.after.hostName.ucHostNameMode;
-    if (hasValue(edit, "name") && mode != manual) {
+    const std::uint8_t mode =
+        byteGiven(edit, "mode").value_or(attempt.after.hostName.ucHostNameMode);
+    if (byteGiven(edit, "name") && mode != manual) {
         Refusal refusal(Result::badHostNameMode, "host name");
         refusal.blame(edit.section, NW_PORT_COUNT, findSetting(edit.section, "name"));
         throw refusal;
@@ -118,12 +106,9 @@ void checkPort(const SectionInfo &info, const Edit &edit, const NW_IFC_STATE_DB_
     if (info.portCount == 0) {
         return;
     }
-    const bool isThere = edit.port < info.portCount;
-    const bool hasEffect =
-        isThere && (info.section == Section::an ? state.aucPortPresent[edit.port] != 0
-                                                : isServed(state, edit.port));
-    require(hasEffect || (isThere && edit.mayBeIdle), Result::portNotServed,
-            "port " + std::to_string(edit.port));
+    if (edit.port >= info.portCount || !edit.mayBeIdle) {
+        requireEffect(info.section, edit.port, state);
+    }
 }
 
 void checkSegments(const Attempt &attempt, const SegmentChecks &checks)

@@ -41,6 +41,7 @@ const SectionInfo *findSection(std::string_view key);
 enum class Shape {
     flag,
     words,
+    heldWords, /* one of words, stored without effect while the second part is not 0 */
     number,
     switchedNumber, /* a number or off: parts are a flag and the number */
     address,
@@ -55,6 +56,9 @@ struct Word {
     std::string_view text;
     std::uint32_t value;
 };
+
+/* Before a word that is held, in files and when it is shown. */
+inline constexpr std::string_view heldPrefix = "resumed,";
 
 struct Kind {
     Shape shape;

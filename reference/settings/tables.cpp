@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
 /* Writes the lists that documents have of settings and codes:
- *   settings_tables codes | options COMMAND | manual COMMAND */
+ *   settings_tables codes | library codes | options COMMAND | manual COMMAND | bytes COMMAND */
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <string>
 
-#include "settings/setting.hpp"
+#include "settings/detail/tables.hpp"
 
 namespace bmc::settings {
 
@@ -21,15 +21,6 @@ std::string replaced(const std::string &text, char character, const std::string 
         result += each == character ? by : std::string(1, each);
     }
     return result;
-}
-
-void printCodes()
-{
-    std::puts("| Code | Name | Meaning | IPMI |\n|---|---|---|---|");
-    for (const Code &code : codes()) {
-        std::printf("| 0x%08X | `%s` | %s | 0x%02X |\n", code.value, std::string(code.name).c_str(),
-                    std::string(code.meaning).c_str(), code.completion);
-    }
 }
 
 void printOption(const Setting &setting)
@@ -102,6 +93,16 @@ int main(int count, char **words)
     if (what == "manual" && count == 3) {
         return printSettings(words[2], printManual);
     }
-    std::fputs("usage: settings_tables codes | options COMMAND | manual COMMAND\n", stderr);
+    if (what == "library" && count == 3 && std::string(words[2]) == "codes") {
+        printCodesOfLibrary();
+        return 0;
+    }
+    if (what == "bytes" && count == 3) {
+        printBytesHead();
+        return printSettings(words[2], printBytes);
+    }
+    std::fputs("usage: settings_tables codes | library codes | options COMMAND | manual COMMAND |\n"
+               "       bytes COMMAND\n",
+               stderr);
     return 2;
 }

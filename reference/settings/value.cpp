@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "network_mng/check.h"
-#include "settings/addresses.hpp"
+#include "common/address.hpp"
+#include "settings/detail/checks.hpp"
 #include "settings/manager_bytes.hpp"
 
 namespace bmc::settings {
@@ -35,7 +35,7 @@ struct Stored {
     }
     bool isUnset(std::size_t index) const
     {
-        return LIB_NW_CheckIPIsZero(at(index), static_cast<std::int32_t>(part(index).size)) != 0;
+        return settings::isUnset(at(index), part(index).size);
     }
 };
 
@@ -50,6 +50,14 @@ Json wordValue(const Stored &stored)
     return value == 0 ? Json() : Json("unknown (" + std::to_string(value) + ")");
 }
 
+/* What is held of nothing has no effect either way. */
+Json heldWordValue(const Stored &stored)
+{
+    const Json word = wordValue(stored);
+    const bool isHeld = stored.number(0) != 0 && stored.number(1) != 0;
+    return isHeld ? Json(std::string(heldPrefix) + word.get<std::string>()) : word;
+}
+
 /* An ID that is kept while it is switched off is told, too: a file shall bring it back. */
 Json switchedNumberValue(const Stored &stored)
 {
@@ -62,7 +70,7 @@ Json switchedNumberValue(const Stored &stored)
 
 std::string addressAt(const Stored &stored, std::size_t index)
 {
-    return addressText(stored.setting.kind->family, stored.at(index));
+    return bmc::textOf(addressOf(stored.setting.kind->family, stored.at(index)));
 }
 
 std::string prefixedText(const Stored &stored)
@@ -110,6 +118,8 @@ Json valueAt(const std::uint8_t *entry, const Setting &setting)
     case Shape::flag:
     case Shape::words:
         return wordValue(stored);
+    case Shape::heldWords:
+        return heldWordValue(stored);
     case Shape::number:
         return stored.number(0);
     case Shape::switchedNumber:

@@ -25,23 +25,10 @@ struct Attempt {
     std::vector<std::string> notes;
 };
 
-Json changeOf(const settings::Difference &difference, const Configuration &present)
-{
-    const settings::Setting &setting = *difference.setting;
-    const bool hasPort = settings::infoOf(setting.section).portCount != 0;
-    return {
-        {keys::settingKey, settings::placeOf(setting, difference.port)},
-        {keys::portKey, hasPort ? Json(settings::nameOf(present.state, difference.port)) : Json()},
-        {keys::beforeKey, difference.before},
-        {keys::afterKey, difference.after}};
-}
-
 void describe(Attempt &attempt, const Configuration &present, const Configuration &after)
 {
     attempt.differences = settings::differences(present, after);
-    for (const settings::Difference &difference : attempt.differences) {
-        attempt.changes.push_back(changeOf(difference, present));
-    }
+    attempt.changes = settings::changesOf(attempt.differences, present.state);
     attempt.notes = settings::notesOf(attempt.reading, present, after);
 }
 

@@ -15,10 +15,13 @@ namespace {
 Configuration baseOf(const Store &store)
 {
     Configuration base = settings::blankConfiguration();
-    base.hostName = store.find(hostNameRecord).value_or(base.hostName);
-    base.dns = store.find(dnsRecord).value_or(base.dns);
-    base.lldp = store.find(lldpRecord).value_or(base.lldp);
-    base.an = store.find(anRecord).value_or(base.an);
+    settings::forEachRecord([&](const settings::RecordName &row, auto member) {
+        using Content = std::remove_reference_t<decltype(base.*member)>;
+        if (!row.isRequired) {
+            const Record<Content> record{row.key, row.name};
+            base.*member = store.find(record).value_or(base.*member);
+        }
+    });
     return base;
 }
 

@@ -1,17 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
 /* nwmanagerd: the network manager. */
-#include <csignal>
-#include <iostream>
 #include <memory>
-#include <optional>
-
-#include <getopt.h>
 
 #include "common/files.hpp"
 #include "common/instance_lock.hpp"
-#include "common/print.hpp"
-#include "common/standard_descriptors.hpp"
+#include "common/program.hpp"
 #include "common/state_directory.hpp"
 #include "manager/log.hpp"
 #include "manager/service/commands.hpp"
@@ -35,59 +29,20 @@ constexpr const char *usage =
     "  --init FILE   write the first configuration into the database and exit\n"
     "  --force       with --init: replace the configuration that is there\n"
     "  --help        show this text\n"
-    "  --version     show the version\n"
-    "\n"
-    "Environment: BMC_STATE_DIR (/var/lib/bmc), DBUS_SYSTEM_BUS_ADDRESS, BMC_LOG_LEVEL (0 to 7),\n"
-    "BMC_LOG_TARGET (stderr or journal).\n";
+    "  --version     show the version\n";
 
-enum ExitStatus { done = 0, failed = 1, wrongUsage = 2 };
-
-struct Options {
-    std::optional<std::string> initFile;
-    bool isForced = false;
-    bool isHelp = false;
-    bool isVersion = false;
-};
-
-/* Nothing for wrong usage, after a message. */
-std::optional<Options> parse(int count, char **arguments)
-{
-    static const option known[] = {{"init", required_argument, nullptr, 'i'},
-                                   {"force", no_argument, nullptr, 'f'},
-                                   {"help", no_argument, nullptr, 'h'},
-                                   {"version", no_argument, nullptr, 'v'},
-                                   {nullptr, 0, nullptr, 0}};
-    Options options;
-    for (int letter; (letter = getopt_long(count, arguments, "", known, nullptr)) != -1;) {
-        switch (letter) {
-        case 'i':
-            options.initFile = optarg;
-            break;
-        case 'f':
-            options.isForced = true;
-            break;
-        case 'h':
-            options.isHelp = true;
-            break;
-        case 'v':
-            options.isVersion = true;
-            break;
-        default:
-            return std::nullopt;
-        }
-    }
-    if (optind < count || (options.isForced && !options.initFile)) {
-        std::cerr << "nwmanagerd: see nwmanagerd --help\n";
-        return std::nullopt;
-    }
-    return options;
-}
+constexpr Option options[] = {{"init", true}, {"force", false}};
+constexpr Program program{"nwmanagerd", NW_VERSION, usage, options};
 
 void initialise(const std::string &path, bool isForced)
 {
     const std::string document = readFile(path, settings::documentMax);
-    const InstanceLock lock("nwmanagerd");
-    manager::writeFirstConfiguration(document, isForced);
+    const InstanceLock lock(program.name);
+    try {
+        manager::writeFirstConfiguration(document, isForced);
+    } catch (const settings::DocumentError &error) {
+        throw std::runtime_error(path + ": " + error.what());
+    }
 }
 
 void checkConfigured(const manager::Store &store)
@@ -112,7 +67,7 @@ void claim(rpc::Server &server)
 
 void serve()
 {
-    const InstanceLock lock("nwmanagerd");
+    const InstanceLock lock(program.name);
     const std::unique_ptr<manager::Machine> machine = manager::thisMachine();
     manager::Engine engine(*machine);
     checkConfigured(engine.store());
@@ -129,16 +84,16 @@ void serve()
     server.serve(rpc::WithoutBus::wait);
 }
 
-/* Runs a task; what it throws becomes a message. */
-template <typename Task>
-int run(const std::string &what, Task task)
+void run(const Given &given)
 {
-    try {
-        task();
-        return done;
-    } catch (const std::exception &error) {
-        std::cerr << "nwmanagerd: " << what << error.what() << '\n';
-        return failed;
+    const auto file = given.find("init");
+    const bool isForced = given.contains("force");
+    if (file != given.end()) {
+        initialise(file->second, isForced);
+    } else if (isForced) {
+        throw WrongUsage();
+    } else {
+        serve();
     }
 }
 
@@ -146,22 +101,5 @@ int run(const std::string &what, Task task)
 
 int main(int count, char **arguments)
 {
-    bmc::occupyStandardDescriptors();
-    /* A reader of standard output or error that has gone is no reason to end. */
-    std::signal(SIGPIPE, SIG_IGN);
-    const std::optional<Options> options = parse(count, arguments);
-    if (!options) {
-        return wrongUsage;
-    }
-    if (options->isHelp) {
-        return print("nwmanagerd", usage);
-    }
-    if (options->isVersion) {
-        return print("nwmanagerd", "nwmanagerd " NW_VERSION "\n");
-    }
-    if (options->initFile) {
-        return run(*options->initFile + ": ",
-                   [&] { initialise(*options->initFile, options->isForced); });
-    }
-    return run("", serve);
+    return bmc::runProgram(program, count, arguments, run);
 }

@@ -4,14 +4,14 @@
  * "none" for every address, mask and gateway. */
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "network_mng/check.h"
 
 namespace bmc::settings {
 
-/* What a gateway may have and a port's configured address may not. */
-inline constexpr std::uint32_t gatewayChecksV6 = NW_V6CHK_ALL & ~std::uint32_t{NW_V6CHK_LINKLOCAL};
+inline constexpr std::size_t longestName = 63; /* of a label */
 
 template <unsigned least, unsigned most>
 bool isWithin(const std::uint8_t *value)
@@ -24,6 +24,9 @@ bool isUpTo(const std::uint8_t *value)
 {
     return *value <= most;
 }
+
+/* All zeros. */
+bool isUnset(const std::uint8_t *value, std::size_t size);
 
 bool isAny(const std::uint8_t *value);
 bool isVlanId(const std::uint8_t *value);

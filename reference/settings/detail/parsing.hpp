@@ -6,15 +6,17 @@
 #include <string_view>
 #include <vector>
 
-#include "settings/addresses.hpp"
 #include "settings/setting.hpp"
 
 namespace bmc::settings {
+
+using Bytes = std::vector<std::uint8_t>;
 
 /* Bytes of one of a setting's parts. */
 struct Field {
     const Part *part;
     Bytes bytes;
+    bool isHeld = false; /* stored without effect */
 };
 
 /* How strictly a text is read: what a file brings back may be incomplete in ways in which nobody
@@ -27,6 +29,10 @@ struct Text {
     std::string_view text;
     Source source;
 };
+
+/* A number as requests have it, little-endian and cut to the part's width; and the other way. */
+Field numberField(const Part &part, std::uint32_t number);
+std::uint32_t numberIn(const Bytes &bytes);
 
 /* Throws BadValue. */
 std::vector<Field> parseValue(const Text &text);

@@ -106,8 +106,22 @@ TEST_F(Init, ReplacesOnlyWhenForced)
     EXPECT_TRUE(isSame(before, stored()));
     EXPECT_EQ(init(everyRecord("1")).status, 0);
     EXPECT_FALSE(isSame(before, stored()));
-    EXPECT_EQ(runManager({"--init", "/run/no-such-file"}).status, 1);
-    EXPECT_EQ(runManager({"--init", "/run"}).status, 1);
+}
+
+TEST_F(Init, AFileThatCannotBeReadIsNamedOnce)
+{
+    shell("truncate -s 2M /run/large");
+    const std::pair<const char *, const char *> files[] = {
+        {"/run/no-such-file", "/run/no-such-file: No such file or directory"},
+        {"/run", "/run: Is a directory"},
+        {"/dev/zero", "/dev/zero is no regular file: Invalid argument"},
+        {"/run/large", "/run/large: File too large"},
+    };
+    for (const auto &[file, reason] : files) {
+        const Outcome outcome = runManager({"--init", file});
+        EXPECT_EQ(outcome.status, 1) << file;
+        EXPECT_EQ(outcome.error, std::string("nwmanagerd: ") + reason + "\n");
+    }
 }
 
 TEST_F(Init, EverySectionLandsInItsRecord)

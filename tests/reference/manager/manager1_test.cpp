@@ -14,6 +14,7 @@
 #include "rpc/rpc_protocol.hpp"
 #include "settings/codes.hpp"
 #include "settings/document.hpp"
+#include "settings/manager_bytes.hpp"
 
 namespace nwtest {
 
@@ -23,6 +24,7 @@ namespace names = bmc::rpc::manager1;
 using bmc::manager::Configuration;
 using bmc::manager::Store;
 using bmc::settings::Result;
+using bmc::settings::suspendedArp;
 using Json = nlohmann::ordered_json;
 using Addresses = std::vector<std::string>;
 
@@ -179,6 +181,18 @@ TEST_F(Manager1, ExportedDocumentChangesNothing)
     EXPECT_EQ(answer[names::changesKey], Json::array());
     EXPECT_EQ(answer[names::notesKey], Json::array());
     EXPECT_EQ(before, everything());
+}
+
+TEST_F(Manager1, ALiftedSuspensionOfArpIsPartOfTheDocument)
+{
+    apply(R"({"lan": {"eth1": {"arp-suspend": "responses"}}})");
+    EXPECT_EQ(suspendedArp(stored().lan.astPort[1]), bmc::settings::arpResponses);
+    const Json answer = apply(R"({"lan": {"eth1": {"arp-suspend": "resumed,responses"}}})");
+    EXPECT_EQ(answer[names::changesKey][0]["after"], "resumed,responses") << answer;
+    EXPECT_EQ(suspendedArp(stored().lan.astPort[1]), 0);
+
+    EXPECT_EQ(apply(documentText())[names::changesKey], Json::array());
+    EXPECT_EQ(suspendedArp(stored().lan.astPort[1]), 0);
 }
 
 TEST_F(Manager1, PortsThatAreNotServedAreStoredAndTold)

@@ -271,7 +271,7 @@ TEST_P(MisusedFile, NamesKeyValueAndReason)
 }
 
 constexpr const char *noPort =
-    "no such port, expected eth0, eth1, bond0, dedicated, shared, bond, 0, 1 or 2";
+    "no such port, expected eth0, eth1, bond0, dedicated, shared, bond, 0, 1, 2 or channel:N";
 constexpr const char *noText =
     "expected a text, a whole number, true, false, null or a list of these";
 /* clang-format off */

@@ -83,6 +83,22 @@ TEST(Change, AValueThatContradictsLeavesItAsItWas)
     EXPECT_EQ(change[0].request, before[0].request);
 }
 
+TEST(Change, ANumberHasToFitItsField)
+{
+    Change change;
+    assignNumber(change, settingAt(Section::lan, "arp-interval"), 1, 255);
+    EXPECT_EQ(change[0].bits, (ChangeBits{NW_LAN_BIT_ARP_INTERVAL, 0}));
+    EXPECT_EQ(change[0].request.at(offsetof(NW_LAN_SET_PORT_S, ucArpInterval)), 255);
+    try {
+        assignNumber(change, settingAt(Section::lan, "arp-interval"), 1, 256);
+        ADD_FAILURE() << "not refused";
+    } catch (const Refusal &refusal) {
+        EXPECT_EQ(refusal.code(), static_cast<NW_RESULT>(Result::badArpFlags));
+        EXPECT_EQ(refusal.port(), 1U);
+        EXPECT_STREQ(refusal.setting()->key, "arp-interval");
+    }
+}
+
 struct Blame {
     std::uint32_t code;
     std::vector<Option> options;
@@ -109,6 +125,11 @@ const Blame blames[] = {
      {{"ipv4", "10.0.0.2/8"}, {"ipv4-route2", "11.0.0.0/8,10.0.0.1"}},
      "ipv4-route2"},
     {NW_ERR_IPV4_IN_ROUTE1, {{"ipv4-route1", "11.0.0.0/8,10.0.0.1"}}, "ipv4-route1"},
+    {NW_ERR_IPV4_ROUTE1, {{"ipv4", "on"}, {"ipv4", "10.0.0.2/8"}}, "ipv4"},
+    {NW_ERR_IPV6_HOLDS_GATEWAY2, {{"ipv6-route2", "2001:db8::/32,fe80::1"}}, "ipv6-route2"},
+    {of(Result::badIpv4Route),
+     {{"ipv4", "10.0.0.2/8"}, {"ipv4-route2", "11.0.0.0/8,10.0.0.1"}},
+     "ipv4-route2"},
     {of(Result::badVlanId), {{"lan", "on"}, {"vlan", "7"}}, "vlan"},
     {of(Result::done), {{"hop-limit", "7"}}, nullptr},
 };

@@ -28,6 +28,12 @@ constexpr Named named[] = {
     {"3", NW_PORT_COUNT},
     {"eth", NW_PORT_COUNT},
     {"00", NW_PORT_COUNT},
+    {"channel:1", 0},
+    {"channel:8", 1},
+    {"channel:0", NW_PORT_COUNT},
+    {"channel:", NW_PORT_COUNT},
+    {"channel:264", NW_PORT_COUNT},
+    {"channel:8x", NW_PORT_COUNT},
 };
 
 TEST(Configuration, FindsAPortByRoleNameAndIndex)
@@ -36,6 +42,15 @@ TEST(Configuration, FindsAPortByRoleNameAndIndex)
     for (const Named &row : named) {
         EXPECT_EQ(findPort(sample.state, row.text), row.port) << row.text;
     }
+}
+
+TEST(Configuration, AChannelIsThatOfAPortServed)
+{
+    Configuration sample = sampleConfiguration();
+    sample.state.ucIfcState = NW_IFC_STATE_ADAPTIVE;
+    EXPECT_EQ(findPort(sample.state, "channel:1"), 2U);
+    EXPECT_EQ(findPort(sample.state, "channel:8"), NW_PORT_COUNT);
+    EXPECT_EQ(findPort({}, "channel:0"), NW_PORT_COUNT);
 }
 
 TEST(Configuration, ARoleCountsBeforeAnInterfaceOfThatName)

@@ -54,7 +54,9 @@ const Row rows[] = {
     {"Switchover",       R"({"switchover": 1})",                    "switchover", "expected off or on"},
     {"HostName",         R"({"hostname": {"name": "-"}})",          "hostname.name", "a host name is made of letters, digits and inner hyphens"},
     {"Lan",              R"({"lan": 7})",                           "lan", "expected an object"},
-    {"LanPort",          R"({"lan": {"eth7": {}}})",                "lan.eth7", "no such port, expected eth0, eth1, bond0, dedicated, shared, bond, 0, 1 or 2"},
+    {"LanPort",          R"({"lan": {"eth7": {}}})",                "lan.eth7", "no such port, expected eth0, eth1, bond0, dedicated, shared, bond, 0, 1, 2 or channel:N"},
+    {"LanChannel",       R"({"lan": {"channel:7": {}}})",           "lan.channel:7", "no such port, expected eth0, eth1, bond0, dedicated, shared, bond, 0, 1, 2 or channel:N"},
+    {"LanChannelTwice",  R"({"lan": {"shared": {}, "channel:8": {}}})", "lan.channel:8", "the port is given twice"},
     {"LanPortTwice",     R"({"lan": {"eth1": {}, "shared": {}}})",  "lan.shared", "the port is given twice"},
     {"LanPortValue",     R"({"lan": {"eth1": null}})",              "lan.eth1", "expected an object"},
     {"LanKey",           R"({"lan": {"eth1": {"colour": 1}}})",     "lan.eth1.colour", "no such setting"},
@@ -86,6 +88,8 @@ const Row firstRows[] = {
     {"Present",          R"({"ports": {"0": {"name": "a", "channel": 1, "present": 1}, "1": {}, "2": {}}})", "ports.0.present", "must be true or false"},
     {"PortKey",          R"({"ports": {"0": {"enabled": true}, "1": {}, "2": {}}})", "ports.0.enabled", "no such key, expected name, channel, present"},
     {"SameName",         R"({"ports": {"0": {"name": "a", "channel": 1}, "1": {"name": "a", "channel": 1}, "2": {}}})", "ports.1.name", "another port has this name"},
+    {"OtherRole",        R"({"ports": {"0": {"name": "shared", "channel": 1}, "1": {}, "2": {}}})", "ports.0.name", "names another port already, by its role or index"},
+    {"OtherIndex",       R"({"ports": {"bond": {"name": "1", "channel": 1}, "1": {}, "2": {}}})", "ports.bond.name", "names another port already, by its role or index"},
     {"LongName",         R"({"ports": {"0": {"name": "sixteencharacter"}, "1": {}, "2": {}}})", "ports.0.name", "must be a text of 1 to 15 characters"},
     {"EmptyName",        R"({"ports": {"0": {"name": ""}, "1": {}, "2": {}}})", "ports.0.name", "must be a text of 1 to 15 characters"},
     {"SlashName",        R"({"ports": {"0": {"name": "a/b"}, "1": {}, "2": {}}})", "ports.0.name", "is not the name of an interface"},
@@ -194,6 +198,15 @@ TEST(Document, PortsStayTheMachinesOwn)
     const Configuration after = edited(present, reading.change, noWireless);
     EXPECT_EQ(std::memcmp(&after, &present, sizeof(after)), 0);
     EXPECT_TRUE(readDocument("{" + ports + "}", present).ignored.empty());
+}
+
+TEST(Document, PortsAreThoseThatHoldWithItsSwitchover)
+{
+    const Configuration off = sampleConfiguration();
+    const Configuration on = applied(R"({"switchover": true})", off);
+    EXPECT_EQ(nameOf(on.state, 0), "eth1");
+    EXPECT_EQ(readDocument(documentOf(on).dump(), off).ignored, std::vector<std::string>{});
+    EXPECT_EQ(readDocument(documentOf(off).dump(), on).ignored, std::vector<std::string>{});
 }
 
 TEST(Document, GivesBackWhatItWasAskedFor)

@@ -126,7 +126,8 @@ void fillLan(Dice &dice, unsigned number, NW_LAN_CFG_PORT_S &port)
                          dice.byte(7),
                          0};
     std::memcpy(&port.stVlan, &vlan, sizeof(vlan));
-    putArp(port, {dice.byte(3), dice.byte(), dice.byte(3), 0});
+    const std::uint8_t suspend = dice.byte(3);
+    putArp(port, {dice.byte(3), dice.byte(), suspend, dice.byte(suspend == 0 ? 0 : 1)});
     std::ranges::generate(port.aucReserved775, [&] { return dice.byte(); });
 }
 

@@ -10,11 +10,13 @@
 
 #include "fake_matchers.hpp"
 #include "samples.hpp"
-#include "settings/addresses.hpp"
+#include "settings/manager_bytes.hpp"
 
 namespace bmc::settings {
 
 namespace {
+
+using Bytes = std::vector<std::uint8_t>;
 
 struct Stored {
     std::size_t at; /* in the section's entry */
@@ -138,6 +140,18 @@ TEST(Values, AStoredByteWithoutAWordIsTold)
     EXPECT_EQ(valueOf(sample, origin, 0), Json("unknown (77)"));
     sample.lan.astPort[0].ucLanEnable = 2;
     EXPECT_EQ(valueOf(sample, settingAt(Section::lan, "lan"), 0), Json("unknown (2)"));
+}
+
+TEST(Values, ASuspensionThatIsLiftedIsToldWhereThereIsOne)
+{
+    Configuration sample = sampleConfiguration();
+    const Setting &suspend = settingAt(Section::lan, "arp-suspend");
+    resumeArp(sample.lan.astPort[0], true);
+    EXPECT_EQ(valueOf(sample, suspend, 0), Json("none"));
+    putArp(sample.lan.astPort[0], {.control = 3, .interval = 0, .suspend = 2, .isResumed = 1});
+    EXPECT_EQ(valueOf(sample, suspend, 0), Json("resumed,responses"));
+    resumeArp(sample.lan.astPort[0], false);
+    EXPECT_EQ(valueOf(sample, suspend, 0), Json("responses"));
 }
 
 TEST(Values, ALinkModeThatIsTheDriversIsNone)
