@@ -30,7 +30,10 @@ void remarkOnBond(const World &world, const Actual &actual)
 
 } // namespace
 
-Engine::Engine(Machine &machine) : machine_(machine) {}
+Engine::Engine(Machine &machine) : machine_(machine)
+{
+    store_.mend();
+}
 
 World Engine::worldOf(const Configuration &configuration) const
 {

@@ -20,6 +20,7 @@ struct Change {
 
 class Engine {
 public:
+    /* Mends the database if need be. */
     explicit Engine(Machine &machine);
 
     /* Ends what a predecessor left half done and makes the stored configuration so, as far as
