@@ -132,6 +132,30 @@ TEST_F(Damage, OfAnyPageIsMended)
     }
 }
 
+/* Damage may end the manager, as it may anybody who reads where it lies; its successor serves. */
+TEST_F(Damage, WhileItRunsIsMendedThenOrByTheSuccessor)
+{
+    unsigned mended = 0;
+    const std::size_t pages = fs::file_size(data()) / pageSize;
+    for (std::size_t page = 0; page < pages; page++) {
+        SCOPED_TRACE("page " + std::to_string(page));
+        restoreDatabase();
+        shell("ip address flush dev eth1");
+        startManager();
+        overwritePage(page, std::string(pageSize, '\0'));
+        const auto answer = call(hostRequest(4).bytes());
+        const bool isMade = answer && answer->uiResult == NW_OK;
+        mended += manager_->errorText().find("made anew") != std::string::npos ? 1U : 0U;
+        if (manager_->isRunning()) {
+            stopManager();
+        }
+        startManager();
+        expectHost(isMade ? 4 : 3);
+        stopManager();
+    }
+    EXPECT_GT(mended, 0U);
+}
+
 TEST_F(Damage, OfTheWholeFileIsMendedAndKeptAside)
 {
     overwritePage(0, std::string(2 * pageSize, 'x'));

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 /* A damaged database is made anew from its backup, whatever the damage is; a whole one is left
  * alone. */
+#include <csignal>
 #include <fstream>
 #include <random>
+#include <thread>
 
 #include <sys/mount.h>
 
@@ -199,28 +201,47 @@ TEST_F(Mending, WithoutABackupTouchesNothing)
     EXPECT_EQ('x', std::ifstream(data()).get());
 }
 
-/* Nothing is in the damaged one's place until the new one is whole. */
+/* The damaged one stays in its place until the new one is whole. */
 TEST_F(Mending, OnAFullDiskWaitsForRoom)
 {
+    ASSERT_EQ(0, mount("tmpfs", state().c_str(), "tmpfs", 0, "size=2m"));
     store();
     const std::string damaged(2 * pageSize, 'x');
     std::ofstream(data()) << damaged;
-    fs::create_directory(state() / "config-db.new");
-    const std::string place = (state() / "config-db.new").string();
-    ASSERT_EQ(0, mount("tmpfs", place.c_str(), "tmpfs", MS_RDONLY, nullptr));
+    std::ofstream filler(state() / "filler");
+    while (filler << std::string(pageSize, 'f') << std::flush) {
+    }
     inChild([&] {
         stderrOf([] {
-            EXPECT_FALSE(bmc::mendRecords());
+            EXPECT_NE(0, BMC_MendRecords());
             EXPECT_EQ(nullptr, DB_Open());
             const bmc::Snapshot lastGood;
             expectRecords(4);
         });
         EXPECT_EQ(damaged, bmc::readFile(data(), 1U << 20));
-        ASSERT_EQ(0, umount(place.c_str()));
-        stderrOf([] { EXPECT_TRUE(bmc::mendRecords()); });
-        expectRecords(4);
+        fs::remove(state() / "filler");
     });
-    umount(place.c_str());
+    filler.close();
+    expectService();
+    EXPECT_EQ(damaged, bmc::readFile(aside() / "data.mdb", 1U << 20));
+    umount(state().c_str());
+}
+
+TEST_F(Mending, OutlivesKills)
+{
+    store();
+    const std::string whole = bmc::readFile(data(), 16U << 20);
+    for (int round = 0; round < 30; ++round) {
+        SCOPED_TRACE(round);
+        std::ofstream(data(), std::ios::binary) << whole.substr(0, 3 * pageSize);
+        {
+            Child mender([] { stderrOf([] { bmc::mendRecords(); }); });
+            std::this_thread::sleep_for(std::chrono::microseconds(300 * round));
+            kill(mender.pid(), SIGKILL);
+            mender.wait();
+        }
+        ASSERT_NO_FATAL_FAILURE(expectService());
+    }
 }
 
 } // namespace
