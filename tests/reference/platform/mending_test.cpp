@@ -98,6 +98,27 @@ TEST_F(Mending, LeavesAWholeDatabaseAlone)
     EXPECT_FALSE(fs::exists(aside()));
 }
 
+TEST_F(Mending, LeavesADatabaseAloneWhoseWriterWasKilled)
+{
+    for (int round = 0; round < 20; ++round) {
+        {
+            Child writer([] {
+                for (std::uint32_t size = 1;; size += 700) {
+                    EXPECT_EQ(0, put(key + size % 5, Bytes(size % 30000, 1)));
+                }
+            });
+            std::this_thread::sleep_for(std::chrono::milliseconds(3 + round));
+            kill(writer.pid(), SIGKILL);
+            writer.wait();
+        }
+        inChild([] {
+            EXPECT_EQ(0, BMC_MendRecords());
+            EXPECT_EQ(0, put(key, {1}));
+        });
+    }
+    EXPECT_FALSE(fs::exists(aside()));
+}
+
 TEST_F(Mending, OfAnyPage)
 {
     store();
