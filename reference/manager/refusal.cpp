@@ -21,7 +21,7 @@ const settings::SectionInfo *sectionOf(std::uint32_t module)
 /* Key of the setting that asks for the item, empty where none does by itself. */
 std::string keyOf(const Item &item, unsigned port)
 {
-    const std::string family = item.address.family == AF_INET6 ? "ipv6" : "ipv4";
+    std::string family = item.address.family == AF_INET6 ? "ipv6" : "ipv4";
     if (item.kind == Kind::address || item.kind == Kind::subnet) {
         return family;
     }
