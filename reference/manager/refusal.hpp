@@ -24,5 +24,8 @@ public:
 /* Adds to the refusal the section of the module (NW_OPER_LOG_MODULE_E; 0: of none), and the port
  * where the section has ports. */
 void blame(Refusal &refusal, std::uint32_t module, unsigned port = wholeMachine);
+/* ... and of the step's port, and the setting that asks for it where the section has it. What waits
+ * for a missing interface has none. */
+void blame(Refusal &refusal, std::uint32_t module, const Step &step);
 
 } // namespace bmc::manager

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/backup.hpp"
 
+#include <array>
 #include <cerrno>
 #include <string>
 #include <string_view>
@@ -20,15 +21,24 @@ constexpr std::size_t wordSize = sizeof(std::uint32_t);
 /* As large as a database can be. */
 constexpr std::size_t limit = 16U << 20;
 
+/* What a byte does to a checksum, CRC-32. */
+constexpr auto checksumRows = [] {
+    constexpr std::uint32_t polynomial = 0xEDB88320;
+    std::array<std::uint32_t, 256> rows{};
+    for (std::uint32_t byte = 0; byte < rows.size(); ++byte) {
+        rows[byte] = byte;
+        for (int bit = 0; bit < 8; ++bit) {
+            rows[byte] = (rows[byte] >> 1) ^ ((rows[byte] & 1) != 0 ? polynomial : 0);
+        }
+    }
+    return rows;
+}();
+
 std::uint32_t checksumOf(std::string_view bytes)
 {
-    constexpr std::uint32_t polynomial = 0xEDB88320;
     std::uint32_t rest = ~0U;
     for (const char byte : bytes) {
-        rest ^= static_cast<std::uint8_t>(byte);
-        for (int bit = 0; bit < 8; ++bit) {
-            rest = (rest >> 1) ^ ((rest & 1) != 0 ? polynomial : 0);
-        }
+        rest = (rest >> 8) ^ checksumRows[(rest ^ static_cast<std::uint8_t>(byte)) & 0xFF];
     }
     return ~rest;
 }
@@ -79,11 +89,9 @@ private:
     const std::filesystem::path &file_;
 };
 
-} // namespace
-
-void writeBackup(const std::filesystem::path &file, const Records &records)
+/* Of the file, as far as the checksum. */
+std::string bytesOf(const Records &records)
 {
-    constexpr mode_t ownersAlone = 0600;
     std::string bytes(magic);
     appendWord(bytes, version);
     appendWord(bytes, static_cast<std::uint32_t>(records.size()));
@@ -92,6 +100,20 @@ void writeBackup(const std::filesystem::path &file, const Records &records)
         appendWord(bytes, static_cast<std::uint32_t>(content.size()));
         bytes.append(reinterpret_cast<const char *>(content.data()), content.size());
     }
+    return bytes;
+}
+
+} // namespace
+
+std::uint32_t checksumOf(const Records &records)
+{
+    return checksumOf(bytesOf(records));
+}
+
+void writeBackup(const std::filesystem::path &file, const Records &records)
+{
+    constexpr mode_t ownersAlone = 0600;
+    std::string bytes = bytesOf(records);
     appendWord(bytes, checksumOf(bytes));
     replaceFile(file, bytes, ownersAlone);
 }

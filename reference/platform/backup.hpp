@@ -13,6 +13,9 @@
 
 namespace bmc {
 
+/* With which a copy of the records ends. */
+std::uint32_t checksumOf(const Records &records);
+
 /* Replaces the file durably. Throws std::system_error. */
 void writeBackup(const std::filesystem::path &file, const Records &records);
 

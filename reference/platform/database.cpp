@@ -12,6 +12,7 @@
 #include "common/state_directory.hpp"
 #include "platform/backup.hpp"
 #include "platform/failure.hpp"
+#include "platform/mending.hpp"
 #include "platform/record_store.hpp"
 #include "platform/records.hpp"
 
@@ -32,9 +33,25 @@ char databaseHandle;
 std::mutex mutex;
 RecordStore *current;
 
-/* A child's copy of its parent's store. Closing it would withdraw the child's own locks, which
- * belong to the same file; so it is kept and never touched. */
-RecordStore *inherited;
+/* The database is damaged and there is nothing in its place: it is not touched. */
+bool isDistrusted;
+
+/* Stores that are kept and never touched. A child's copy of its parent's: closing it would withdraw
+ * the child's own locks, which belong to the same file. One whose file was replaced: other threads
+ * may be using it. */
+std::vector<RecordStore *> &retired()
+{
+    static auto &stores = *new std::vector<RecordStore *>;
+    return stores;
+}
+
+void retire()
+{
+    if (current != nullptr) {
+        retired().push_back(current);
+        current = nullptr;
+    }
+}
 
 void lockForFork()
 {
@@ -48,30 +65,38 @@ void unlockInParent()
 
 void startAfreshInChild()
 {
-    if (current != nullptr) {
-        inherited = current;
-        current = nullptr;
-    }
+    retire();
     mutex.unlock();
 }
 
 const int forkHandlers = pthread_atfork(lockForFork, unlockInParent, startAfreshInChild);
 
-std::filesystem::path backupFile()
+bmc::DatabasePaths paths()
 {
-    return bmc::stateDirectory() / "config-db.backup";
+    return {bmc::stateDirectory() / "config-db", bmc::stateDirectory() / "config-db.backup"};
 }
 
-/* The store of this process, opened by the first call. Never closed, so it may be used without the
- * mutex. */
+std::filesystem::path backupFile()
+{
+    return paths().backup;
+}
+
+/* The store of this process, opened by the first call, and anew when another database has taken its
+ * place. Never closed, so it may be used without the mutex. */
 const RecordStore &store()
 {
     const std::lock_guard lock(mutex);
     if (forkHandlers != 0) {
         throw Failure(forkHandlers, "database: cannot watch for fork");
     }
+    if (isDistrusted) {
+        throw Failure(EBADMSG, "database: damaged");
+    }
+    if (current != nullptr && current->isReplaced()) {
+        retire();
+    }
     if (current == nullptr) {
-        current = new RecordStore(bmc::stateDirectory() / "config-db", backupFile());
+        current = new RecordStore(paths().directory, paths().backup);
     }
     return *current;
 }
@@ -123,6 +148,42 @@ bmc::Records allRecords()
         told.report();
         return bmc::readBackup(backupFile());
     }
+}
+
+void distrust(bool isSo)
+{
+    const std::lock_guard lock(mutex);
+    isDistrusted = isSo;
+    if (isSo) {
+        retire();
+    }
+}
+
+/* Answers whether another database has taken the place of the one that was there. */
+bool mend()
+{
+    const bmc::DatabasePaths place = paths();
+    const bmc::Condition condition = bmc::examine(place);
+    const bool isDamaged = condition == bmc::Condition::damaged;
+    if (condition != bmc::Condition::unknown) {
+        distrust(isDamaged);
+    }
+    if ((!isDamaged && condition != bmc::Condition::empty) ||
+        !std::filesystem::exists(place.backup)) {
+        return false;
+    }
+    const bmc::Records records = bmc::readBackup(place.backup);
+    if (records.empty()) {
+        return false;
+    }
+    bmc::rebuild(place, records, isDamaged);
+    distrust(false);
+    const Failure told(EBADMSG, place.directory.string() +
+                                    (isDamaged ? ": was damaged" : ": was missing") +
+                                    ", made anew from " + place.backup.string() +
+                                    (isDamaged ? "; it is kept as " + place.aside().string() : ""));
+    told.report();
+    return true;
 }
 
 RecordWrite checkedWrite(const BMC_RECORD_WRITE_S &record)
@@ -195,6 +256,13 @@ int BMC_PutRecords(const BMC_RECORD_WRITE_S *pstRecords, uint32_t uiCount)
         }
         store().put(records);
     });
+}
+
+int BMC_MendRecords(void)
+{
+    bool isMended = false;
+    const int code = bmc::guarded([&] { isMended = mend(); });
+    return isMended ? BMC_RECORDS_MENDED : code;
 }
 
 int BMC_BeginSnapshot(void)

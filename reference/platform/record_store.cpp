@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstring>
 #include <optional>
-#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -16,6 +16,7 @@
 #include "common/standard_descriptors.hpp"
 #include "platform/backup.hpp"
 #include "platform/failure.hpp"
+#include "platform/lmdb_objects.hpp"
 
 namespace bmc {
 
@@ -29,112 +30,6 @@ constexpr off_t lockFileSize = 64 << 10;
 
 constexpr mode_t privateDirectory = 0700;
 constexpr mode_t privateFile = 0600;
-
-/* Stored most significant byte first: the database's order is the numbers' order, and a file means
- * the same on every machine. */
-class Key {
-public:
-    explicit Key(std::uint32_t key)
-        : bytes_{static_cast<std::uint8_t>(key >> 24), static_cast<std::uint8_t>(key >> 16),
-                 static_cast<std::uint8_t>(key >> 8), static_cast<std::uint8_t>(key)}
-    {
-    }
-
-    /* Of a record; nothing for one of somebody else's. */
-    static std::optional<std::uint32_t> read(const MDB_val &name)
-    {
-        if (name.mv_size != sizeof(std::uint32_t)) {
-            return std::nullopt;
-        }
-        const auto *bytes = static_cast<const std::uint8_t *>(name.mv_data);
-        return std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 |
-               std::uint32_t{bytes[2]} << 8 | bytes[3];
-    }
-
-    MDB_val value()
-    {
-        return {bytes_.size(), bytes_.data()};
-    }
-
-private:
-    std::array<std::uint8_t, 4> bytes_;
-};
-
-void check(int code, const std::string &what, unsigned line = __builtin_LINE())
-{
-    if (code != 0) {
-        throw Failure(code, what + ": " + mdb_strerror(code),
-                      code == MDB_NOTFOUND ? Level::information : Level::error, line);
-    }
-}
-
-/* A transaction; undone unless it is committed. */
-class Transaction {
-public:
-    Transaction(MDB_env *environment, unsigned flags)
-    {
-        int code = mdb_txn_begin(environment, nullptr, flags, &transaction_);
-        if (code == MDB_READERS_FULL) {
-            /* Processes that died in a read still hold their places. */
-            int cleared = 0;
-            mdb_reader_check(environment, &cleared);
-            code = mdb_txn_begin(environment, nullptr, flags, &transaction_);
-        }
-        check(code, "database transaction");
-    }
-
-    Transaction(const Transaction &) = delete;
-    Transaction &operator=(const Transaction &) = delete;
-
-    ~Transaction()
-    {
-        if (transaction_ != nullptr) {
-            mdb_txn_abort(transaction_);
-        }
-    }
-
-    MDB_txn *get() const
-    {
-        return transaction_;
-    }
-
-    void commit()
-    {
-        check(mdb_txn_commit(std::exchange(transaction_, nullptr)), "database commit");
-    }
-
-private:
-    MDB_txn *transaction_ = nullptr;
-};
-
-class Cursor {
-public:
-    Cursor(const Transaction &transaction, MDB_dbi database)
-    {
-        check(mdb_cursor_open(transaction.get(), database, &cursor_), "database cursor");
-    }
-
-    Cursor(const Cursor &) = delete;
-    Cursor &operator=(const Cursor &) = delete;
-
-    ~Cursor()
-    {
-        mdb_cursor_close(cursor_);
-    }
-
-    /* False behind the last record. */
-    bool next(MDB_val &name, MDB_val &record)
-    {
-        const int code = mdb_cursor_get(cursor_, &name, &record, MDB_NEXT);
-        if (code != MDB_NOTFOUND) {
-            check(code, "read");
-        }
-        return code == 0;
-    }
-
-private:
-    MDB_cursor *cursor_ = nullptr;
-};
 
 std::span<const std::byte> bytesOf(const MDB_val &value)
 {
@@ -150,19 +45,52 @@ void copyWhole(std::span<const std::byte> record, std::span<std::byte> buffer)
     std::copy(record.begin(), record.end(), buffer.begin());
 }
 
+/* Beside the records, behind all of them: what proves that they read as they were written. Somebody
+ * else's transaction makes it say nothing. */
+struct Proof {
+    std::uint64_t transaction;
+    std::uint32_t checksum; /* of all records */
+    std::uint32_t reserved;
+};
+
+constexpr std::array<std::uint8_t, 8> proofName{0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+
+MDB_val valueOfProofName()
+{
+    return {proofName.size(), const_cast<std::uint8_t *>(proofName.data())};
+}
+
+bool isProof(const MDB_val &name, const MDB_val &record)
+{
+    return name.mv_size == proofName.size() && record.mv_size == sizeof(Proof) &&
+           std::memcmp(name.mv_data, proofName.data(), proofName.size()) == 0;
+}
+
 Records recordsOf(const Transaction &transaction, MDB_dbi database)
 {
     Cursor cursor(transaction, database);
     Records records;
+    std::optional<Proof> proof;
     MDB_val name{};
     MDB_val record{};
     while (cursor.next(name, record)) {
+        const auto bytes = bytesOf(record);
         if (const auto key = Key::read(name)) {
-            const auto bytes = bytesOf(record);
             records.emplace(*key, std::vector<std::byte>(bytes.begin(), bytes.end()));
+        } else if (isProof(name, record)) {
+            std::memcpy(&proof.emplace(), record.mv_data, sizeof(*proof));
         }
     }
+    if (proof && proof->transaction == transaction.last() &&
+        proof->checksum != checksumOf(records)) {
+        throw Failure(MDB_CORRUPTED, "database: the records are not what was written");
+    }
     return records;
+}
+
+void write(const Transaction &transaction, MDB_dbi database, MDB_val name, MDB_val content)
+{
+    check(mdb_put(transaction.get(), database, &name, &content, 0), "write");
 }
 
 /* When the write of a meta page has failed, it may be on the disk or not, and the environment
@@ -176,7 +104,7 @@ bool isBroken(MDB_env *environment)
     }
     return code == MDB_PANIC;
 }
-static_assert(outcomeUnknown == MDB_PANIC);
+static_assert(outcomeUnknown == MDB_PANIC && noRecord == MDB_NOTFOUND);
 
 /* The transaction's failure stands when it is sure that nothing was written. */
 void commitDurably(Transaction &transaction, MDB_env *environment)
@@ -235,6 +163,36 @@ void requireWholeFile(MDB_env *environment)
     }
 }
 
+/* Every page of the file is a meta page, in use, or in the list of free pages, which LMDB keeps as
+ * its database 0: a number of the transaction, and numbers of pages behind their count. */
+void requireAllPages(MDB_env *environment, MDB_dbi database)
+{
+    constexpr MDB_dbi freePages = 0;
+    const Transaction transaction(environment, MDB_RDONLY);
+    MDB_envinfo info{};
+    check(mdb_env_info(environment, &info), "database file");
+    std::size_t pages = 2;
+    for (const MDB_dbi each : {freePages, database}) {
+        MDB_stat tree{};
+        check(mdb_stat(transaction.get(), each, &tree), "database file");
+        pages += tree.ms_branch_pages + tree.ms_leaf_pages + tree.ms_overflow_pages;
+    }
+    Cursor cursor(transaction, freePages);
+    MDB_val name{};
+    MDB_val list{};
+    while (cursor.next(name, list)) {
+        std::size_t count = 0;
+        std::memcpy(&count, list.mv_data, std::min(list.mv_size, sizeof(count)));
+        if (count >= list.mv_size / sizeof(count)) {
+            throw Failure(MDB_CORRUPTED, "database file: its list of free pages is damaged");
+        }
+        pages += count;
+    }
+    if (pages != info.me_last_pgno + 1) {
+        throw Failure(MDB_CORRUPTED, "database file: pages are missing");
+    }
+}
+
 /* A record would be lost in a file that has no name any more. */
 void requireNamedFile(MDB_env *environment)
 {
@@ -249,7 +207,7 @@ void requireNamedFile(MDB_env *environment)
 } // namespace
 
 RecordStore::RecordStore(const std::filesystem::path &directory, std::filesystem::path backup)
-    : backup_(std::move(backup))
+    : path_(directory / "data.mdb"), backup_(std::move(backup))
 {
     occupyStandardDescriptors();
     try {
@@ -321,12 +279,15 @@ void RecordStore::put(std::span<const RecordWrite> records) const
     }
     requireNamedFile(environment_);
     Transaction transaction(environment_, 0);
+    Records all = recordsOf(transaction, database_);
     for (const RecordWrite &record : records) {
-        Key bytes(record.key);
-        MDB_val name = bytes.value();
-        MDB_val value{record.content.size(), const_cast<std::byte *>(record.content.data())};
-        check(mdb_put(transaction.get(), database_, &name, &value, 0), "write");
+        Key name(record.key);
+        write(transaction, database_, name.value(),
+              {record.content.size(), const_cast<std::byte *>(record.content.data())});
+        all[record.key].assign(record.content.begin(), record.content.end());
     }
+    Proof proof{transaction.id(), checksumOf(all), 0};
+    write(transaction, database_, valueOfProofName(), {sizeof(proof), &proof});
     commitDurably(transaction, environment_);
     keepBackup();
 }
@@ -334,6 +295,27 @@ void RecordStore::put(std::span<const RecordWrite> records) const
 Records RecordStore::copy() const
 {
     return recordsOf(Transaction(environment_, MDB_RDONLY), database_);
+}
+
+void RecordStore::prove() const
+{
+    /* Nobody writes meanwhile. */
+    const Transaction quiet(environment_, isReadOnly_ ? MDB_RDONLY : 0);
+    for (const auto &[key, content] : copy()) {
+        std::vector<std::byte> found(content.size());
+        get(key, found);
+    }
+    requireAllPages(environment_, database_);
+}
+
+bool RecordStore::isReplaced() const
+{
+    mdb_filehandle_t file{};
+    struct stat opened {};
+    struct stat named {};
+    const bool isThere = mdb_env_get_fd(environment_, &file) == 0 && fstat(file, &opened) == 0 &&
+                         stat(path_.c_str(), &named) == 0;
+    return isThere && (opened.st_dev != named.st_dev || opened.st_ino != named.st_ino);
 }
 
 /* What was written is written, whatever becomes of its copy. */

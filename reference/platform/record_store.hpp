@@ -44,13 +44,22 @@ public:
      * outcomeUnknown when nobody can know which of both it is. */
     void put(std::span<const RecordWrite> records) const;
 
+    /* Throws Failure when they are not what was written. */
     Records copy() const;
+
+    /* Looks at the whole file and throws Failure when it is damaged, for as far as it gets: the
+     * file's pages are read where they lie, and those of a damaged one may well end the process. */
+    void prove() const;
+
+    /* Another file has taken the place of the one that is open. */
+    bool isReplaced() const;
 
 private:
     void openForWriting(const std::filesystem::path &directory);
     void openEnvironment(const std::filesystem::path &directory, unsigned flags);
     void keepBackup() const noexcept;
 
+    std::filesystem::path path_;
     std::filesystem::path backup_;
     bool isReadOnly_ = false;
     MDB_env *environment_ = nullptr;

@@ -27,6 +27,9 @@ struct BMC_RECORD_WRITE_S {
  * more, every later access answers this code too: it has to end, and to read anew what holds. */
 enum { BMC_OUTCOME_UNKNOWN = -30795 };
 
+/* There is no record under the key. */
+enum { BMC_NO_RECORD = -30798 };
+
 /* Writes all of the records durably, or none: 0 or the database's code. Of one key given twice the
  * later record holds. */
 int BMC_PutRecords(const BMC_RECORD_WRITE_S *pstRecords, std::uint32_t uiCount);
@@ -45,12 +48,29 @@ void BMC_EndSnapshot(void);
 int BMC_ReadBackup(void (*pfRecord)(void *pContext, const BMC_RECORD_WRITE_S *pstRecord),
                    void *pContext);
 
+enum { BMC_RECORDS_MENDED = -1 };
+
+/* For the program that owns the configuration, before anybody reads and after any failure. Looks at
+ * the whole database, in a process of its own; one that is damaged, empty or missing beside a
+ * backup is made anew from the backup, and a damaged one kept as config-db.damaged, in the place of
+ * an earlier one. The log tells. Answers BMC_RECORDS_MENDED when that was done, 0 when there was
+ * nothing to be done or nothing to do it with, or why it failed. A damaged database that could not
+ * be replaced is not touched any more by this process, which has the backup's snapshots. */
+int BMC_MendRecords(void);
+
 #pragma GCC visibility pop
 }
 
 namespace bmc {
 
 inline constexpr int outcomeUnknown = BMC_OUTCOME_UNKNOWN;
+inline constexpr int noRecord = BMC_NO_RECORD;
+
+/* Answers whether another database has taken the place of the one that was there. */
+inline bool mendRecords()
+{
+    return BMC_MendRecords() == BMC_RECORDS_MENDED;
+}
 
 struct RecordWrite {
     std::uint32_t key;

@@ -12,7 +12,8 @@
  *
  * CODE is a number, 0 for a success; reason and setting say why the change was refused. A place is
  * "lan.shared.ipv4", "hostname.mode" or "mode"; a value is as in a document, null for none. changes
- * are what was changed, or would be; notes what else there is to know. */
+ * are what was changed, or would be; notes what else there is to know, what was stored and had to
+ * be made so again among it. */
 #pragma once
 
 namespace bmc::rpc::manager1 {

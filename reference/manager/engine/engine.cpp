@@ -11,6 +11,7 @@
 #include "manager/engine/verdict.hpp"
 #include "manager/log.hpp"
 #include "manager/refusal.hpp"
+#include "network_mng/operate_log.h"
 
 namespace bmc::manager {
 
@@ -28,9 +29,35 @@ void remarkOnBond(const World &world, const Actual &actual)
     }
 }
 
+/* A switchover may give the first port another MAC address. */
+void nameAnew(Change &change, const Actual &actual)
+{
+    if (change.scope.has(NW_LOG_LAN_REVERSE)) {
+        noteInterfaces(change.after, actual);
+        if (settings::isNameKnown(change.after)) {
+            settings::nameAutomatically(change.after);
+        }
+    }
+}
+
+/* The steps towards the former configuration that were steps towards the new one, too. */
+std::vector<Step> mended(std::vector<Step> differences, const World &now, const Actual &found)
+{
+    std::erase_if(differences, [&](const Step &step) {
+        const bool isWanted = now.items.contains(step.item);
+        return step.isRemoval ? isWanted
+                              : !isWanted || (!step.item.subject.empty() &&
+                                              !found.links.contains(step.item.subject));
+    });
+    return differences;
+}
+
 } // namespace
 
-Engine::Engine(Machine &machine) : machine_(machine) {}
+Engine::Engine(Machine &machine) : machine_(machine)
+{
+    store_.mend();
+}
 
 World Engine::worldOf(const Configuration &configuration) const
 {
@@ -74,7 +101,7 @@ void Engine::askNeighbours(const Change &change, const World &former, const Actu
         try {
             askBefore(step, former, actual);
         } catch (Refusal &refusal) {
-            blame(refusal, change.scope.moduleOf(step), step.port);
+            blame(refusal, change.scope.moduleOf(step), step);
             throw;
         }
     }
@@ -194,10 +221,10 @@ void Engine::requireStarted() const
     }
 }
 
-void Engine::change(const Change &wantedChange)
+std::vector<Step> Engine::change(const Change &wantedChange)
 {
-    if (wantedChange.scope.selected.empty()) {
-        return;
+    if (wantedChange.scope.isEmpty()) {
+        return {};
     }
     requireStarted();
     Change change = wantedChange;
@@ -212,15 +239,19 @@ void Engine::change(const Change &wantedChange)
         throw refusalFor({static_cast<std::uint32_t>(Result::kernelRefused), error.what()},
                          change.scope);
     }
+    nameAnew(change, actual);
     Ledger ledger = claimed(former, actual);
     const auto differences = within(change.scope, plan(former, actual, ledger.owned()));
+    if (change.scope.selected.empty() && differences.empty()) {
+        return {};
+    }
     askNeighbours(change, former, actual);
     ledger.claim(wanted(change.after, conditions_), actual);
     commitIntent(from, change.after, ledger);
 
     const auto failure = makeChange(from, change, former, actual);
     if (!failure) {
-        return;
+        return mended(differences, worldOf(change.after), actual);
     }
     const Refusal refusal = refusalFor(*failure, change.scope);
     if (restore(from, change, actual, differences)) {
@@ -228,7 +259,9 @@ void Engine::change(const Change &wantedChange)
     }
     Refusal worse(static_cast<std::uint32_t>(Result::notRestored),
                   refusal.what() + std::string("; ") + meaningOf(Result::notRestored));
-    blame(worse, refusal.module(), refusal.port());
+    if (refusal.section()) {
+        worse.blame(*refusal.section(), refusal.port(), refusal.setting());
+    }
     throw worse;
 }
 

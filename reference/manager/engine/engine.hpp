@@ -20,6 +20,7 @@ struct Change {
 
 class Engine {
 public:
+    /* Mends the database if need be. */
     explicit Engine(Machine &machine);
 
     /* Ends what a predecessor left half done and makes the stored configuration so, as far as
@@ -31,8 +32,9 @@ public:
 
     /* Two durable commits: before anything is touched the intent, and the outcome once kernel and
      * system show it. Throws Refusal: when it cannot be made so, everything it touches is as it was
-     * before, or the code is notRestored and the engine goes on trying. */
-    void change(const Change &change);
+     * before, or the code is notRestored and the engine goes on trying. Answers the steps that made
+     * so what was in the records before and not in kernel or system. */
+    std::vector<Step> change(const Change &change);
 
     /* Makes the stored configuration so, all of it, whatever others have changed. A port whose
      * interface is missing is reported and left out. Takes the place of one that waits. */

@@ -107,7 +107,8 @@ private:
               bool isMissing = false)
     {
         std::erase_if(made_.failures, [&](const Failure &failure) { return failure.step == step; });
-        made_.failures.push_back({code, textOf(step) + ": " + error.what(), step, isMissing});
+        const std::string what = isMissing ? "" : textOf(step) + ": ";
+        made_.failures.push_back({code, what + error.what(), step, isMissing});
     }
 
     static std::uint32_t code(settings::Result result)

@@ -143,6 +143,7 @@ void Engine::tryAgain()
 {
     tryAgainAt_.reset();
     if (!isStarted_) {
+        store_.mend();
         return start();
     }
     conditions_ = machine_.conditions();

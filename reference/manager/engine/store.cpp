@@ -9,7 +9,6 @@
 #include "bmc_platform.h"
 #include "manager/log.hpp"
 #include "manager/refusal.hpp"
-#include "platform/records.hpp"
 
 namespace bmc::manager {
 
@@ -64,7 +63,10 @@ void Store::commit(const Batch &batch, const char *what) const
     for (const Batch::Write &write : batch.writes_) {
         writes.push_back({write.key, write.content});
     }
-    const int code = putRecords(writes);
+    int code = putRecords(writes);
+    if (code != 0 && code != outcomeUnknown && mendRecords()) {
+        code = putRecords(writes);
+    }
     if (code == outcomeUnknown) {
         log(Level::error, std::string("write ") + what +
                               ": nobody can know whether it was written; the manager ends");
@@ -73,6 +75,11 @@ void Store::commit(const Batch &batch, const char *what) const
     if (code != 0) {
         throw DatabaseFailure(std::string("write ") + what + " record");
     }
+}
+
+void Store::mend() const
+{
+    mendRecords();
 }
 
 void Store::failed(const char *name)

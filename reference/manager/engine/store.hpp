@@ -8,6 +8,7 @@
 #include <span>
 #include <vector>
 
+#include "platform/records.hpp"
 #include "settings/configuration.hpp"
 
 namespace bmc::manager {
@@ -101,7 +102,8 @@ public:
         commit(Batch().put(record, content), record.name);
     }
 
-    /* Durable when it returns. Throws Refusal with nothing written. A failure of which nobody can
+    /* Durable when it returns. Throws Refusal with nothing written. A database that turns out to be
+     * damaged is mended and written then. A failure of which nobody can
      * know what it left behind ends the process: the next one reads what holds. */
     void commit(const Batch &batch, const char *what) const;
 
@@ -110,10 +112,10 @@ public:
      * read, the last good one. */
     Configuration readConfiguration() const;
 
-private:
-    /* The database's code for a record that is not there. */
-    static constexpr int noRecord = -30798;
+    /* Makes a database that is damaged or missing anew from its backup. */
+    void mend() const;
 
+private:
     static int codeOf(std::uint32_t key, std::uint32_t size, void *content);
     [[noreturn]] static void failed(const char *name);
 };

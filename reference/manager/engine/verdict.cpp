@@ -12,10 +12,12 @@ namespace bmc::manager {
 Refusal refusalFor(const Failure &failure, const Scope &scope)
 {
     Refusal refusal(failure.code, failure.reason);
-    if (failure.step) {
+    if (failure.isMissingInterface) {
         blame(refusal, scope.moduleOf(*failure.step), failure.step->port);
+    } else if (failure.step) {
+        blame(refusal, scope.moduleOf(*failure.step), *failure.step);
     } else {
-        blame(refusal, scope.selected.begin()->first);
+        blame(refusal, (scope.selected.empty() ? scope.along : scope.selected).begin()->first);
     }
     return refusal;
 }

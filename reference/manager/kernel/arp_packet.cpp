@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
+#include <system_error>
 
 #include <arpa/inet.h>
 #include <linux/ethtool.h>
@@ -130,7 +131,8 @@ void announce(const std::string &interface, const Ipv4Bytes &address)
     Mac mac{};
     if (!socket.macOf(interface, mac) ||
         !socket.broadcast(if_nametoindex(interface.c_str()), requestOf(mac, address, address))) {
-        log(Level::error, "ARP announcement on " + interface + ": " + std::strerror(errno));
+        log(Level::error,
+            "ARP announcement on " + interface + ": " + std::generic_category().message(errno));
     }
 }
 

@@ -3,6 +3,7 @@
 #include "manager/kernel/kernel.hpp"
 
 #include <algorithm>
+#include <system_error>
 
 #include <linux/rtnetlink.h>
 #include <net/if.h>
@@ -138,8 +139,37 @@ void Kernel::open()
     /* Lets the kernel leave out others' routes, of which there may be very many. An old kernel
      * doesn't know it and sends all. */
     const int on = 1;
-    setsockopt(nl_socket_get_fd(socket_.get()), SOL_NETLINK, NETLINK_GET_STRICT_CHK, &on,
-               sizeof(on));
+    /* Nor does it know how to give its reasons in words. */
+    for (const int option : {NETLINK_GET_STRICT_CHK, NETLINK_EXT_ACK}) {
+        setsockopt(nl_socket_get_fd(socket_.get()), SOL_NETLINK, option, &on, sizeof(on));
+    }
+    nl_socket_modify_err_cb(socket_.get(), NL_CB_CUSTOM, keepReason, &reason_);
+}
+
+std::string Kernel::Reason::words() const
+{
+    const std::string code = std::generic_category().message(error);
+    return text.empty() ? code : text + " (" + code + ")";
+}
+
+/* The words stand among the attributes behind the refused message, which is repeated whole or by
+ * its header alone. */
+int Kernel::keepReason(sockaddr_nl *, nlmsgerr *answer, void *reason)
+{
+    auto &kept = *static_cast<Reason *>(reason);
+    kept = {-answer->error, {}};
+    auto *bytes = reinterpret_cast<char *>(answer);
+    const auto *header = reinterpret_cast<const nlmsghdr *>(bytes - NLMSG_HDRLEN);
+    const std::size_t repeated =
+        (header->nlmsg_flags & NLM_F_CAPPED) != 0 ? NLMSG_HDRLEN : answer->msg.nlmsg_len;
+    const std::size_t begin = sizeof(answer->error) + NLMSG_ALIGN(repeated);
+    const std::size_t end = header->nlmsg_len - NLMSG_HDRLEN;
+    if ((header->nlmsg_flags & NLM_F_ACK_TLVS) != 0 && begin < end) {
+        nlattr *text = nla_find(reinterpret_cast<nlattr *>(bytes + begin),
+                                static_cast<int>(end - begin), NLMSGERR_ATTR_MSG);
+        kept.text = text != nullptr ? nla_get_string(text) : "";
+    }
+    return NL_STOP;
 }
 
 template <typename Call>
@@ -168,6 +198,7 @@ void Kernel::apply(const Step &step)
         if (step.isRemoval && if_nametoindex(step.item.subject.c_str()) == 0) {
             return;
         }
+        reason_ = {};
         const int status = (step.isRemoval ? action->go : action->come)(socket, step.item);
         if (step.isRemoval && isAbsent(status)) {
             return;
@@ -176,7 +207,7 @@ void Kernel::apply(const Step &step)
             throw Unsupported(nl_geterror(status));
         }
         if (status < 0) {
-            throw MachineError(nl_geterror(status));
+            throw MachineError(reason_.error != 0 ? reason_.words() : nl_geterror(status));
         }
     });
 }

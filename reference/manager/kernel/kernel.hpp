@@ -6,11 +6,14 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
 #include "manager/state/actual.hpp"
 #include "manager/state/plan.hpp"
 
 struct nl_sock;
+struct nlmsgerr;
+struct sockaddr_nl;
 
 namespace bmc::manager {
 
@@ -24,6 +27,8 @@ class Kernel {
 public:
     /* Throws MachineError. */
     Kernel();
+    Kernel(const Kernel &) = delete;
+    Kernel &operator=(const Kernel &) = delete;
 
     /* All links; and as items what they hold, with the kernel's own routes and those of others
      * left out. Throws MachineError when it cannot be read as a whole. */
@@ -34,6 +39,15 @@ public:
     void apply(const Step &step);
 
 private:
+    /* What the kernel says of the last message that it refused. */
+    struct Reason {
+        int error = 0; /* errno */
+        std::string text{};
+
+        std::string words() const;
+    };
+    static int keepReason(sockaddr_nl *from, nlmsgerr *answer, void *reason);
+
     struct Release {
         void operator()(nl_sock *socket) const;
     };
@@ -42,6 +56,7 @@ private:
     template <typename Call>
     auto guarded(const Call &call);
 
+    Reason reason_;
     std::unique_ptr<nl_sock, Release> socket_;
 };
 

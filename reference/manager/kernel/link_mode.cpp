@@ -3,7 +3,7 @@
 #include "manager/kernel/link_mode.hpp"
 
 #include <cerrno>
-#include <cstring>
+#include <system_error>
 
 #include <linux/ethtool.h>
 #include <linux/sockios.h>
@@ -40,7 +40,7 @@ void requireExchange(const std::string &interface, ethtool_cmd &mode)
     case EOPNOTSUPP:
         throw Unsupported(interface + " does not let its speed and duplex be set");
     default:
-        throw MachineError(std::strerror(status));
+        throw MachineError(std::generic_category().message(status));
     }
 }
 

@@ -32,9 +32,10 @@ Scope scopeOf(const settings::Change &asked)
     return scope;
 }
 
-Scope scopeOf(const std::vector<settings::Difference> &differences)
+Scope scopeOf(const std::vector<settings::Difference> &differences, const settings::Change &asked)
 {
     Scope scope;
+    scope.along = scopeOf(asked).selected;
     for (const settings::Difference &difference : differences) {
         select(scope, difference.setting->section, difference.port);
     }

@@ -14,7 +14,7 @@ Configuration checked(const Configuration &present, const settings::Change &aske
 
 /* What is asked for may be touched, whether the records have it already or not. */
 Scope scopeOf(const settings::Change &asked);
-/* Only what differs may be. */
-Scope scopeOf(const std::vector<settings::Difference> &differences);
+/* As much; but only what differs may be refused for the sake of an interface that is missing. */
+Scope scopeOf(const std::vector<settings::Difference> &differences, const settings::Change &asked);
 
 } // namespace bmc::manager

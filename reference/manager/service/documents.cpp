@@ -60,7 +60,7 @@ std::string carryOut(Engine &engine, const char *method, const std::string &docu
         attempt.reading = settings::readDocument(document, present);
         const Configuration after = checked(present, attempt.reading.change);
         describe(attempt, present, after);
-        make(Change{after, scopeOf(attempt.differences)});
+        make(Change{after, scopeOf(attempt.differences, attempt.reading.change)}, attempt);
     } catch (const settings::DocumentError &error) {
         const auto bad = static_cast<std::uint32_t>(Result::badDocument);
         return refused(method, error.code() != NW_OK ? error.code() : bad, error.place(),
@@ -81,13 +81,17 @@ std::string carryOut(Engine &engine, const char *method, const std::string &docu
 
 std::string checkDocument(Engine &engine, const std::string &document)
 {
-    return carryOut(engine, "check", document, [](const Change &) {});
+    return carryOut(engine, "check", document, [](const Change &, Attempt &) {});
 }
 
 std::string applyDocument(Engine &engine, const std::string &document)
 {
-    return carryOut(engine, "apply", document,
-                    [&](const Change &change) { engine.change(change); });
+    return carryOut(engine, "apply", document, [&](const Change &change, Attempt &attempt) {
+        for (const Step &step : engine.change(change)) {
+            attempt.notes.push_back("was not as stored, made so again: " +
+                                    bmc::manager::textOf(step));
+        }
+    });
 }
 
 } // namespace bmc::manager

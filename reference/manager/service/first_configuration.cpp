@@ -30,6 +30,7 @@ Configuration baseOf(const Store &store)
 void writeFirstConfiguration(std::string_view document, bool isForced)
 {
     const Store store;
+    store.mend();
     const Configuration first =
         settings::firstConfiguration(document, settings::knownWireless(), baseOf(store));
     if (!isForced && (!store.isVacant(ifcStateRecord) || !store.isVacant(lanRecord))) {

@@ -20,23 +20,23 @@ constexpr Result file = Result::systemFailed;
 /* By kind. */
 /* clang-format off */
 constexpr KindRow rows[] = {
-    /*                  value  back   modules                          text              refused  unsupported */
-    {Kind::bond,        false, false, NW_LOG_NET_MODE,                 "bond",           kernel,  Result::noBond},
-    {Kind::bondMode,    true,  false, NW_LOG_NET_MODE,                 "bond mode",      kernel,  kernel},
-    {Kind::bondMonitor, true,  false, NW_LOG_NET_MODE,                 "bond monitor",   kernel,  kernel},
-    {Kind::member,      false, false, NW_LOG_NET_MODE | NW_LOG_LAN_REVERSE, "member of",  kernel,  kernel},
-    {Kind::link,        true,  false, ports,                           "link",           kernel,  kernel},
-    {Kind::arpIgnore,   true,  true,  ports,                           "arp_ignore",     kernel,  kernel},
-    {Kind::secondaries, true,  false, ports,                           "promote_secondaries", kernel, kernel},
-    {Kind::vlan,        false, false, ports,                           "VLAN",           kernel,  Result::noVlan},
-    {Kind::address,     false, false, ports,                           "address",        kernel,  kernel},
-    {Kind::route,       false, false, ports,                           "route",          kernel,  kernel},
-    {Kind::linkMode,    true,  true,  NW_LOG_AN | NW_LOG_LAN_REVERSE,  "link mode",      kernel,  Result::noLinkMode},
-    {Kind::hostName,    true,  true,  NW_LOG_HOSTNAME,                 "host name",      kernel,  kernel},
-    {Kind::bmcName,     true,  true,  NW_LOG_HOSTNAME,                 "BMC name file",  file,    file},
-    {Kind::resolver,    true,  false, files,                           "resolv.conf",    file,    file},
-    {Kind::lldp,        true,  false, NW_LOG_LLDP | NW_LOG_LAN_REVERSE, "LLDP",          file,    file},
-    {Kind::subnet,      false, false, ports,                           "subnet",         kernel,  kernel},
+    /*                  value  back   modules                          text              setting         refused  unsupported */
+    {Kind::bond,        false, false, NW_LOG_NET_MODE,                 "bond",           "",              kernel,  Result::noBond},
+    {Kind::bondMode,    true,  false, NW_LOG_NET_MODE,                 "bond mode",      "",              kernel,  kernel},
+    {Kind::bondMonitor, true,  false, NW_LOG_NET_MODE,                 "bond monitor",   "",              kernel,  kernel},
+    {Kind::member,      false, false, NW_LOG_NET_MODE | NW_LOG_LAN_REVERSE, "member of",  "",              kernel,  kernel},
+    {Kind::link,        true,  false, ports,                           "link",           "lan",           kernel,  kernel},
+    {Kind::arpIgnore,   true,  true,  ports,                           "arp_ignore",     "arp-control",   kernel,  kernel},
+    {Kind::secondaries, true,  false, ports,                           "promote_secondaries", "",              kernel, kernel},
+    {Kind::vlan,        false, false, ports,                           "VLAN",           "vlan",          kernel,  Result::noVlan},
+    {Kind::address,     false, false, ports,                           "address",        "",              kernel,  kernel},
+    {Kind::route,       false, false, ports,                           "route",          "",              kernel,  kernel},
+    {Kind::linkMode,    true,  true,  NW_LOG_AN | NW_LOG_LAN_REVERSE,  "link mode",      "speed",         kernel,  Result::noLinkMode},
+    {Kind::hostName,    true,  true,  NW_LOG_HOSTNAME | NW_LOG_LAN_REVERSE, "host name",      "name",          kernel,  kernel},
+    {Kind::bmcName,     true,  true,  NW_LOG_HOSTNAME,                 "BMC name file",  "bmc-name",      file,    file},
+    {Kind::resolver,    true,  false, files,                           "resolv.conf",    "",              file,    file},
+    {Kind::lldp,        true,  false, NW_LOG_LLDP | NW_LOG_LAN_REVERSE, "LLDP",          "state",         file,    file},
+    {Kind::subnet,      false, false, ports,                           "subnet",         "",              kernel,  kernel},
 };
 /* clang-format on */
 

@@ -58,6 +58,7 @@ struct KindRow {
     bool comesBack;
     std::uint32_t modules;        /* NW_OPER_LOG_MODULE_E whose changes may touch it */
     const char *text;             /* for people */
+    const char *setting;          /* key of the one that asks for it, if it is one alone */
     settings::Result refused;     /* answered when it cannot be made so */
     settings::Result unsupported; /* ... because kernel or interface lack it */
 };

@@ -341,9 +341,14 @@ bool touches(const std::pair<std::uint32_t, unsigned> &entry, const Step &step)
 
 std::uint32_t Scope::moduleOf(const Step &step) const
 {
-    const auto entry = std::ranges::find_if(
-        selected, [&](const auto &candidate) { return touches(candidate, step); });
-    return entry != selected.end() ? entry->first : 0;
+    for (const Entries *entries : {&selected, &along}) {
+        for (const auto &entry : *entries) {
+            if (touches(entry, step)) {
+                return entry.first;
+            }
+        }
+    }
+    return 0;
 }
 
 bool Scope::needsInterfaceFor(const Step &step) const

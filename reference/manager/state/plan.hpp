@@ -39,7 +39,15 @@ Items adopted(const World &wanted, const Actual &actual);
 /* What a change may touch, and so may be refused for. */
 struct Scope {
     /* NW_OPER_LOG_MODULE_E and a port, wholeMachine for all of it. */
-    std::set<std::pair<std::uint32_t, unsigned>> selected{};
+    using Entries = std::set<std::pair<std::uint32_t, unsigned>>;
+    Entries selected{};
+    /* What is made so along with it, where its interface is there. */
+    Entries along{};
+
+    bool isEmpty() const
+    {
+        return selected.empty() && along.empty();
+    }
 
     void select(std::uint32_t module, unsigned port = wholeMachine)
     {

@@ -253,6 +253,11 @@ World wanted(const Configuration &configuration, const Conditions &conditions)
     return world;
 }
 
+unsigned routeNumberOf(const Item &route, unsigned port)
+{
+    return static_cast<unsigned>(route.number) - staticRouteMetric(port, 0) + 1;
+}
+
 Items named(const Configuration &configuration)
 {
     Items items;

@@ -42,6 +42,9 @@ World wanted(const Configuration &configuration, const Conditions &conditions);
 /* The world with the values that were found where only the other world wants any. */
 World withValues(World world, const World &other, const Items &found);
 
+/* Which of the port's static routes the item is, by its metric: 1 or 2. */
+unsigned routeNumberOf(const Item &route, unsigned port);
+
 /* Every address and VLAN that the configuration names, in use at present or not. */
 Items named(const Configuration &configuration);
 

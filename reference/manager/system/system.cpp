@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <system_error>
 
 #include <unistd.h>
@@ -56,7 +55,7 @@ std::string kernelName()
 void setKernelName(const std::string &name)
 {
     if (sethostname(name.data(), name.size()) != 0) {
-        throw MachineError(std::strerror(errno));
+        throw MachineError(std::generic_category().message(errno));
     }
 }
 

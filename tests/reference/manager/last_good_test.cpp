@@ -54,6 +54,23 @@ protected:
             << manager_->errorText();
     }
 
+    void damage() const
+    {
+        std::ofstream(directory_ + "/config-db/data.mdb") << std::string(8192, 'x');
+    }
+
+    void expectLastGoodReadOnly()
+    {
+        shell("mount --bind " + directory_ + " " + directory_ + " && mount -o remount,bind,ro " +
+              directory_);
+        start();
+        expectLastGood();
+        expectAnswer(hostRequest(), 0x1E000003, 0);
+        EXPECT_EQ(kernelAddresses("eth0"), std::vector<std::string>{"192.168.10.2/24"});
+        stopManager();
+        shell("umount " + directory_);
+    }
+
     static LanRequest hostRequest()
     {
         LanRequest request;
@@ -67,39 +84,20 @@ protected:
 
 } // namespace
 
-TEST_F(LastGood, HoldsWithADamagedDatabase)
-{
-    for (const auto &file : std::filesystem::directory_iterator(directory_ + "/config-db")) {
-        if (file.path().filename() == "data.mdb") {
-            std::ofstream(file.path(), std::ios::trunc) << std::string(8192, 'x');
-        }
-    }
-    start();
-    expectLastGood();
-    expectAnswer(hostRequest(), 0x1E000003, 0);
-    EXPECT_EQ(kernelAddresses("eth0"), std::vector<std::string>{"192.168.10.2/24"});
-    stopManager();
-}
-
 TEST_F(LastGood, HoldsInAReadOnlyDirectory)
 {
-    shell("mount --bind " + directory_ + " " + directory_ + " && mount -o remount,bind,ro " +
-          directory_);
-    start();
-    expectLastGood();
-    expectAnswer(hostRequest(), 0x1E000003, 0);
-    EXPECT_EQ(kernelAddresses("eth0"), std::vector<std::string>{"192.168.10.2/24"});
-    stopManager();
-    shell("umount " + directory_);
+    expectLastGoodReadOnly();
+}
+
+TEST_F(LastGood, HoldsWithADamagedDatabaseThatCannotBeMended)
+{
+    damage();
+    expectLastGoodReadOnly();
 }
 
 TEST_F(LastGood, WithoutABackupThereIsNothingToApply)
 {
-    for (const auto &file : std::filesystem::directory_iterator(directory_ + "/config-db")) {
-        if (file.path().filename() == "data.mdb") {
-            std::ofstream(file.path(), std::ios::trunc) << std::string(8192, 'x');
-        }
-    }
+    damage();
     std::filesystem::remove(directory_ + "/config-db.backup");
     EXPECT_EQ(runManager({}, {state()}).status, 1);
 }

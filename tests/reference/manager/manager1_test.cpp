@@ -241,6 +241,86 @@ TEST_F(Manager1, MalformedWirelessFileStopsWhatItMattersTo)
     EXPECT_EQ(apply(R"({"lan": {"eth1": {"ipv4": "192.168.20.9/24"}}})")[names::resultKey], NW_OK);
 }
 
+/* The answer tells what was not there, once. */
+TEST_F(Manager1, WhatIsStoredIsMadeSoAgain)
+{
+    shell("ip address del 192.168.20.2/24 dev eth1; hostname other");
+    const Json answer = apply(documentText());
+    EXPECT_EQ(answer[names::resultKey], NW_OK) << answer;
+    EXPECT_EQ(answer[names::changesKey], Json::array());
+    EXPECT_NE(answer[names::notesKey].dump().find(
+                  "was not as stored, made so again: eth1: add address 192.168.20.2/24"),
+              std::string::npos)
+        << answer;
+    EXPECT_EQ(kernelAddresses("eth1"), (Addresses{"192.168.20.2/24", "2001:db8:20::2/64"}));
+    EXPECT_EQ(apply(documentText())[names::notesKey], Json::array());
+}
+
+TEST_F(Manager1, WhatIsStoredIsMadeSoBesideAMissingInterface)
+{
+    shell("ip link del eth0; ip address flush dev eth1");
+    const Json answer = apply(documentText());
+    EXPECT_EQ(answer[names::resultKey], NW_OK) << answer;
+    EXPECT_EQ(kernelAddresses("eth1"), (Addresses{"192.168.20.2/24", "2001:db8:20::2/64"}));
+    EXPECT_EQ(answer[names::notesKey].dump().find("eth0"), std::string::npos) << answer;
+}
+
+namespace {
+
+struct KernelRow {
+    const char *name;
+    const char *command;
+    const char *document;
+    const char *place;
+    std::vector<const char *> words; /* of the reason */
+};
+
+/* clang-format off */
+const KernelRow kernelRows[] = {
+    {"Gateway",  "true",             R"({"lan": {"eth1": {"ipv6-gateway": "2001:db8:99::1"}}})", "lan.eth1.ipv6-gateway", {"eth1", "default via 2001:db8:99::1", "No route to host"}},
+    {"OwnAddress", "true",           R"({"lan": {"eth1": {"ipv6-gateway": "2001:db8:20::2"}}})", "lan.eth1.ipv6-gateway", {"default via 2001:db8:20::2", "local address", "Invalid argument"}},
+    {"Route",    "true",             R"({"lan": {"eth1": {"ipv6-route2": "2001:db8:7::/64,2001:db8:99::1"}}})", "lan.eth1.ipv6-route2", {"route 2001:db8:7::/64 via 2001:db8:99::1", "No route to host"}},
+    {"Taken",    "ip address add 192.168.20.9/24 dev eth1", R"({"lan": {"eth1": {"ipv4": "192.168.20.9/24"}}})", "lan.eth1.ipv4", {"address 192.168.20.9/24", "File exists"}},
+    {"NoInterface", "ip link del eth1", R"({"lan": {"eth1": {"ipv4": "192.168.20.9/24"}}})",     "lan.shared",              {"there is no interface eth1"}},
+};
+/* clang-format on */
+
+} // namespace
+
+TEST_F(Manager1, RefusalOfTheKernelNamesSettingItemAndReason)
+{
+    for (const KernelRow &row : kernelRows) {
+        SCOPED_TRACE(row.name);
+        shell(row.command);
+        const Json answer = apply(row.document);
+        EXPECT_EQ(answer[names::resultKey], static_cast<std::uint32_t>(Result::kernelRefused));
+        EXPECT_EQ(answer[names::settingKey], row.place) << answer;
+        const std::string reason = answer[names::reasonKey];
+        for (const char *word : row.words) {
+            EXPECT_NE(reason.find(word), std::string::npos) << reason;
+        }
+        EXPECT_EQ(reason.find("arp_ignore"), std::string::npos) << reason;
+    }
+}
+
+/* The first port has another MAC address then. */
+TEST_F(Manager1, AutomaticHostNameFollowsASwitchover)
+{
+    const auto nameOf = [](const std::string &interface) {
+        return "bmc-" + shell("tr -d ':\n' </sys/class/net/" + interface + "/address");
+    };
+    EXPECT_EQ(apply(R"({"hostname": {"mode": "auto"}})")[names::resultKey], NW_OK);
+    EXPECT_EQ(shell("hostname"), nameOf("eth0") + "\n");
+    for (const char *interface : {"eth1", "eth0"}) {
+        const bool isSwitched = std::string(interface) == "eth1";
+        const Json answer =
+            apply(isSwitched ? R"({"switchover": true})" : R"({"switchover": false})");
+        EXPECT_EQ(answer[names::resultKey], NW_OK) << answer;
+        EXPECT_EQ(shell("hostname"), nameOf(interface) + "\n");
+        EXPECT_STREQ(stored().hostName.szBmcHostName, nameOf(interface).c_str());
+    }
+}
+
 TEST_F(Manager1, CanBeIntrospected)
 {
     const std::string text =
