@@ -13,7 +13,7 @@
 #include <sys/socket.h>
 #include <thread>
 
-#include "system.hpp"
+#include "process.hpp"
 
 namespace support {
 
@@ -23,23 +23,23 @@ public:
 
     PeerHost()
     {
-        run("ip netns add peer");
-        run("ip link add near0 type veth peer name wire0 address " + std::string(mac) +
-            " netns peer");
+        shell("ip netns add peer");
+        shell("ip link add near0 type veth peer name wire0 address " + std::string(mac) +
+              " netns peer");
         command("link set wire0 up");
-        run("ip link set near0 up");
+        shell("ip link set near0 up");
     }
     PeerHost(const PeerHost &) = delete;
     PeerHost &operator=(const PeerHost &) = delete;
     ~PeerHost()
     {
-        [[maybe_unused]] const int status = std::system("ip link del near0; ip netns del peer");
+        run("ip link del near0; ip netns del peer");
     }
 
     // "ip" on the host.
     void command(const std::string &words) const
     {
-        run("ip -n peer " + words);
+        shell("ip -n peer " + words);
     }
     void own(const std::string &address) const
     {

@@ -14,9 +14,12 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include "shell.hpp"
+#include "process.hpp"
 
 namespace e2e {
+
+using support::run;
+using support::shell;
 
 namespace {
 
@@ -64,8 +67,7 @@ int openListener(const std::string &space, const SocketAddress &address)
 
 FarHost::FarHost(std::string interface) : interface_(std::move(interface))
 {
-    outputOf("ip netns add " + interface_ + " && ip link set " + interface_ + " netns " +
-             interface_);
+    shell("ip netns add " + interface_ + " && ip link set " + interface_ + " netns " + interface_);
     command("link set lo up");
     command("link set " + interface_ + " up");
 }
@@ -78,7 +80,7 @@ FarHost::~FarHost()
 
 void FarHost::command(const std::string &words) const
 {
-    outputOf("ip -n " + interface_ + " " + words);
+    shell("ip -n " + interface_ + " " + words);
 }
 
 void FarHost::own(const std::string &address) const
@@ -94,8 +96,8 @@ void FarHost::ownBehind(const std::string &address) const
 
 std::string FarHost::mac() const
 {
-    return outputOf("ip -n " + interface_ + " -o link show " + interface_ +
-                    " | sed 's/.*ether \\([^ ]*\\).*/\\1/' | tr -d '\\n'");
+    return shell("ip -n " + interface_ + " -o link show " + interface_ +
+                 " | sed 's/.*ether \\([^ ]*\\).*/\\1/' | tr -d '\\n'");
 }
 
 int FarHost::listenOn(const std::string &address, std::uint16_t port) const

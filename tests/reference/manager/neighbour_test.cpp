@@ -20,7 +20,7 @@ public:
     }
     ~Neighbour()
     {
-        shell("ip netns del neighbour");
+        support::run("ip netns del neighbour");
     }
     Neighbour(const Neighbour &) = delete;
     Neighbour &operator=(const Neighbour &) = delete;
