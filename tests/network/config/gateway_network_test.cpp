@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // The gateway's address on a real link: the kernel's ARP cache and another host. Runs in the
 // sandbox; a silent gateway costs its two waits of 2 seconds.
+#include <arpa/inet.h>
 #include <fcntl.h>
 #include <linux/capability.h>
+#include <linux/if_packet.h>
+#include <net/if.h>
 #include <poll.h>
 #include <sys/syscall.h>
 

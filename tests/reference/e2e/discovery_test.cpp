@@ -9,6 +9,8 @@
 
 namespace e2e {
 
+using support::FarHost;
+
 using nlohmann::json;
 using ::testing::AnyOf;
 using ::testing::HasSubstr;

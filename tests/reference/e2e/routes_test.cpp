@@ -9,6 +9,10 @@
 
 namespace e2e {
 
+using support::canConnect;
+using support::FarHost;
+using support::hasCaller;
+
 using nlohmann::json;
 using ::testing::HasSubstr;
 
