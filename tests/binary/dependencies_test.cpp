@@ -7,18 +7,19 @@
 #include <algorithm>
 #include <map>
 
+#include "process.hpp"
 #include "tool_output.hpp"
 
 namespace binary {
 namespace {
 
 using support::allMatches;
-using support::outputOf;
+using support::shell;
 
 TEST(Dependencies, AreLibcAndItsLoaderAlone)
 {
-    const auto needed = allMatches(outputOf(NW_READELF " -d " NW_LIBRARY_FILE),
-                                   "\\(NEEDED\\)[^\\[]*\\[([^\\]]+)\\]");
+    const auto needed =
+        allMatches(shell(NW_READELF " -d " NW_LIBRARY_FILE), "\\(NEEDED\\)[^\\[]*\\[([^\\]]+)\\]");
     const std::set<std::string> allowed{"libc.so.6", "ld-linux-x86-64.so.2", "ld-linux-armhf.so.3"};
 
     EXPECT_TRUE(needed.contains("libc.so.6"));
@@ -28,7 +29,7 @@ TEST(Dependencies, AreLibcAndItsLoaderAlone)
 
 TEST(Dependencies, HaveNoSearchPath)
 {
-    EXPECT_THAT(outputOf(NW_READELF " -d " NW_LIBRARY_FILE),
+    EXPECT_THAT(shell(NW_READELF " -d " NW_LIBRARY_FILE),
                 testing::Not(testing::ContainsRegex("RPATH|RUNPATH")));
 }
 
@@ -36,8 +37,8 @@ TEST(Dependencies, HaveNoSearchPath)
 TEST(Dependencies, AreOtherwisePlatformFunctions)
 {
     const auto asked =
-        allMatches(outputOf(NW_NM " -D --undefined-only " NW_LIBRARY_FILE), " U (\\w+)\n");
-    const auto offered = allMatches(outputOf(NW_PREPROCESS_PLATFORM), "(\\w+)\\(");
+        allMatches(shell(NW_NM " -D --undefined-only " NW_LIBRARY_FILE), " U (\\w+)\n");
+    const auto offered = allMatches(shell(NW_PREPROCESS_PLATFORM), "(\\w+)\\(");
 
     EXPECT_FALSE(asked.empty());
     EXPECT_TRUE(std::includes(offered.begin(), offered.end(), asked.begin(), asked.end()))
@@ -46,7 +47,7 @@ TEST(Dependencies, AreOtherwisePlatformFunctions)
 
 TEST(Loading, RunsNothing)
 {
-    EXPECT_THAT(outputOf(NW_READELF " -d -SW " NW_LIBRARY_FILE),
+    EXPECT_THAT(shell(NW_READELF " -d -SW " NW_LIBRARY_FILE),
                 testing::Not(testing::ContainsRegex("INIT|FINI|init_array|fini_array|[.]ctors")));
 }
 

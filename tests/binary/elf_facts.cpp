@@ -10,7 +10,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "tool_output.hpp"
+#include "process.hpp"
 
 namespace binary {
 namespace {
@@ -123,10 +123,10 @@ std::string demangled(const std::string &name)
 ElfFacts readElf(const std::string &path)
 {
     ElfFacts elf;
-    elf.segments = segmentsIn(support::outputOf(NW_READELF " -lW " + path));
-    elf.sections = sectionsIn(support::outputOf(NW_READELF " -SW " + path));
-    readSymbols(support::outputOf(NW_READELF " -sW " + path), &elf);
-    elf.dynamic = support::outputOf(NW_READELF " -d " + path);
+    elf.segments = segmentsIn(support::shell(NW_READELF " -lW " + path));
+    elf.sections = sectionsIn(support::shell(NW_READELF " -SW " + path));
+    readSymbols(support::shell(NW_READELF " -sW " + path), &elf);
+    elf.dynamic = support::shell(NW_READELF " -d " + path);
     return elf;
 }
 

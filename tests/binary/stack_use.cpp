@@ -8,7 +8,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "tool_output.hpp"
+#include "files.hpp"
 
 namespace binary {
 namespace {
@@ -68,7 +68,7 @@ std::string pointerAt(const std::string &place)
         throw std::runtime_error("a call through a pointer without a place");
     }
 
-    std::istringstream source(support::contentsOf(place.substr(0, line)));
+    std::istringstream source(support::readFile(place.substr(0, line)));
     std::string text;
     for (unsigned long left = std::stoul(place.substr(line + 1)); left > 0; --left) {
         std::getline(source, text);
@@ -114,7 +114,7 @@ std::string narrowedBy(const Function &function, const std::string &within)
 StackUse::StackUse(const std::string &listOfObjects, std::set<std::string> apart)
     : apart_(std::move(apart))
 {
-    std::istringstream list(support::contentsOf(listOfObjects));
+    std::istringstream list(support::readFile(listOfObjects));
     for (std::string object; std::getline(list, object);) {
         readReport(object.substr(0, object.rfind('.')) + ".ci");
     }

@@ -6,6 +6,7 @@
 
 #include "c_caller.h"
 #include "fake_matchers.hpp"
+#include "process.hpp"
 #include "tool_output.hpp"
 
 namespace {
@@ -88,7 +89,7 @@ TEST_F(CCaller, SeesEveryRecordAtItsSize)
 
 TEST_F(CCaller, KnowsEveryRecordOfTheHeader)
 {
-    const std::string header = support::outputOf(NW_PREPROCESS_HEADER " " NW_HEADER_FILE);
+    const std::string header = support::shell(NW_PREPROCESS_HEADER " " NW_HEADER_FILE);
 
     std::set<std::string> known;
     for (const auto &[name, size] : sizes) {

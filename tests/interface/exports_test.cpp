@@ -5,25 +5,27 @@
 #include <gtest/gtest.h>
 
 #include "expected_exports.hpp"
+#include "files.hpp"
+#include "process.hpp"
 #include "tool_output.hpp"
 
 namespace interface {
 namespace {
 
 using support::allMatches;
-using support::contentsOf;
-using support::outputOf;
+using support::readFile;
+using support::shell;
 
 /* Of these kinds: T function, R and D constant or initialised data, B zeroed data. */
 Names exported(const std::string &kinds = "TRDB")
 {
-    return allMatches(outputOf(NW_NM " -D --defined-only " NW_LIBRARY_FILE),
+    return allMatches(shell(NW_NM " -D --defined-only " NW_LIBRARY_FILE),
                       "[0-9a-f]+ [" + kinds + "] (\\w+)@@NETWORK_MNG_1\n");
 }
 
 Names listed()
 {
-    const std::string script = contentsOf(NW_VERSION_SCRIPT);
+    const std::string script = readFile(NW_VERSION_SCRIPT);
     const std::size_t global = script.find("global:");
     const std::size_t local = script.find("local:");
     return allMatches(script.substr(global, local - global), "(\\w+);");
@@ -33,7 +35,7 @@ Names listed()
  */
 Names declared()
 {
-    return allMatches(outputOf(NW_PREPROCESS_HEADER " " NW_HEADER_FILE),
+    return allMatches(shell(NW_PREPROCESS_HEADER " " NW_HEADER_FILE),
                       "visibility\\(\"default\"\\)\\)\\)[^;(\\[]*?(\\w+)\\s*[(\\[;]");
 }
 
@@ -49,7 +51,7 @@ TEST(Interface, IsExactlyWhatTheHeaderDeclares)
 
 TEST(Interface, HasNoSymbolOfAnotherVersionOrKind)
 {
-    const std::string symbols = outputOf(NW_NM " -D --defined-only " NW_LIBRARY_FILE);
+    const std::string symbols = shell(NW_NM " -D --defined-only " NW_LIBRARY_FILE);
     const auto lines = allMatches(symbols, "([^\n]+)\n");
 
     EXPECT_EQ(lines.size(), exported().size() + 1);
@@ -81,7 +83,7 @@ TEST(Interface, HidesWhatIsPrivate)
 
 TEST(Interface, HasItsSoname)
 {
-    EXPECT_THAT(outputOf(NW_READELF " -d " NW_LIBRARY_FILE),
+    EXPECT_THAT(shell(NW_READELF " -d " NW_LIBRARY_FILE),
                 testing::HasSubstr("Library soname: [libnetwork_mng.so.1]"));
 }
 

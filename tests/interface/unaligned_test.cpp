@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Records stand anywhere: a call's result, its output, what it asks of the platform and what it
 // logs are those of a call with aligned records, and the bytes around the records stay as they are.
+#include "process.hpp"
 #include "tool_output.hpp"
 #include "unaligned.hpp"
 
@@ -72,7 +73,7 @@ INSTANTIATE_TEST_SUITE_P(Exports, UnalignedRecords, testing::ValuesIn(allRows())
 // Records and bytes; a socket's buffers and addresses go to the system as they are.
 TEST(UnalignedRows, CoverEveryExportThatTakesARecordOrBytes)
 {
-    const std::string header = support::outputOf(NW_PREPROCESS_HEADER " " NW_HEADER_FILE);
+    const std::string header = support::shell(NW_PREPROCESS_HEADER " " NW_HEADER_FILE);
     const auto taking = support::allMatches(
         header, "visibility\\(\"default\"\\)\\)\\)[^;(]*?(\\w+)\\((?!int sockfd)"
                 "[^;]*(?:_S|void|uint8_t|char) \\*[^;]*\\);");

@@ -9,10 +9,10 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include "files.hpp"
 #include "guarded.hpp"
 #include "network_mng/socket.h"
 #include "null_checks.hpp"
-#include "system.hpp"
 
 namespace {
 

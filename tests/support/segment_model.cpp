@@ -5,34 +5,19 @@
 #include <functional>
 
 #include "log_text.hpp"
+#include "whole_check_model.hpp"
 
 namespace support {
 
 namespace {
 
-const std::uint8_t wifiMask[] = {255, 255, 255, 0};
-const std::uint8_t hostMask[] = {255, 255, 255, 255};
-
 const char *const onlyOnePort = "There is only one netport that is enable.";
 
-std::string ipv4PairLine(unsigned sum1, unsigned sum2, unsigned byte)
-{
-    return fake::formatted(
-        "NW_CheckDoubleIPv4SameSegment: uiAddrZereo1:%d. uiAddrZereo2:%d iCnt:%d", sum1, sum2,
-        byte);
-}
-
-std::string ipv6PairLine(unsigned value1, unsigned value2, unsigned left)
-{
-    return fake::formatted("addr1:%d    addr2:%d    Prefix:%d", value1, value2, left);
-}
-
-// Both ports' entries, the wireless side and what has been found so far.
-class Check {
+class SegmentCheck : WholeCheckModel {
 public:
-    Check(std::uint32_t portSet, const Wifi &wifi, LanRecord &record)
-        : eth0_(portSet & 1U), eth1_(portSet & 2U), wireless_(portSet & 4U),
-          wifi_(wifi), port_{record.port(0), record.port(1), record.port(2)}
+    SegmentCheck(std::uint32_t portSet, const Wifi &wifi, LanRecord &record)
+        : WholeCheckModel(wifi, record), eth0_(portSet & 1U), eth1_(portSet & 2U),
+          wireless_(portSet & 4U)
     {
     }
 
@@ -58,66 +43,39 @@ public:
     }
 
 private:
-    bool say(const std::string &line)
-    {
-        verdict_.lines.push_back(line);
-        return true;
-    }
-    bool found(std::uint32_t code, std::initializer_list<const char *> lines)
-    {
-        for (const char *line : lines) {
-            say(line);
-        }
-        verdict_.result = code;
-        return true;
-    }
-
     Ipv4Net net4(std::size_t port)
     {
-        return {&port_[port][at::ipv4Addr], &port_[port][at::ipv4Mask]};
-    }
-    Ipv4Net wifi4() const
-    {
-        return {wifi_.address.data(), wifiMask};
+        return {entry(port, at::ipv4Addr), entry(port, at::ipv4Mask)};
     }
     Ipv6Net net6(std::size_t port)
     {
-        return {&port_[port][at::ipv6Addr], port_[port][at::ipv6Prefix]};
+        return {entry(port, at::ipv6Addr), byte(port, at::ipv6Prefix)};
     }
     Ipv6Net slaac(std::size_t port)
     {
-        return {&port_[port][at::ipv6Further], port_[port][at::ipv6FurtherPrefix]};
+        return {entry(port, at::ipv6Further), byte(port, at::ipv6FurtherPrefix)};
     }
     bool on4(std::size_t port)
     {
-        return port_[port][at::ipv4Enable] == 1;
+        return byte(port, at::ipv4Enable) == 1;
     }
-    bool same4(Ipv4Net first, Ipv4Net second)
-    {
-        return sameIpv4Segment(first, second, verdict_.lines);
-    }
-    bool same6(Ipv6Net first, Ipv6Net second)
-    {
-        return sameIpv6Segment(first, second, verdict_.lines);
-    }
-
     // Code of the first route of the port that the address conflicts with, 0 for none.
     std::uint32_t inRoutes4(Ipv4Net net, std::size_t port)
     {
         static constexpr std::uint32_t codes[][2] = {{0x1E000A51, 0x1E000A59},
                                                      {0x1E000A52, 0x1E000A5A}};
         for (std::size_t route = 0; route < 2; ++route) {
-            const std::uint8_t *entry = &port_[port][at::ipv4Route[route]];
+            const std::uint8_t *bytes = entry(port, at::ipv4Route[route]);
             const std::string line =
                 "Ipv4 address is in the same segment with route" + std::to_string(route + 1);
-            if (entry[0] != 1) {
+            if (bytes[0] != 1) {
                 continue;
             }
-            if (same4({entry + 1, entry + 5}, net)) {
+            if (same(Ipv4Net{bytes + 1, bytes + 5}, net)) {
                 say(line + ".");
                 return codes[route][0];
             }
-            if (same4({entry + 9, hostMask}, net)) {
+            if (same(host(bytes + 9), net)) {
                 say(line + " gateway.");
                 return codes[route][1];
             }
@@ -129,17 +87,17 @@ private:
         static constexpr std::uint32_t codes[][2] = {{0x1E000A53, 0x1E000A5B},
                                                      {0x1E000A54, 0x1E000A5C}};
         for (std::size_t route = 0; route < 2; ++route) {
-            const std::uint8_t *entry = &port_[port][at::ipv6Route[route]];
+            const std::uint8_t *bytes = entry(port, at::ipv6Route[route]);
             const std::string line =
                 "Ipv6 address is in the same segment with route" + std::to_string(route + 1);
-            if (entry[0] != 1) {
+            if (bytes[0] != 1) {
                 continue;
             }
-            if (same6({entry + 1, entry[17]}, net)) {
+            if (same({bytes + 1, bytes[17]}, net)) {
                 say(line + ".");
                 return codes[route][0];
             }
-            if (same6({entry + 18, net.prefix}, net)) {
+            if (same({bytes + 18, net.prefix}, net)) {
                 say(line + " gateway.");
                 return codes[route][1];
             }
@@ -149,7 +107,7 @@ private:
 
     bool address4(bool runs, Ipv4Net first, Ipv4Net second, const char *line)
     {
-        return runs && same4(first, second) &&
+        return runs && same(first, second) &&
                found(0x1E000A27,
                      {line, "Ipv4 address is in the same segment when mode is normal."});
     }
@@ -166,34 +124,34 @@ private:
         const bool wifi = wifi_.enable == 1;
         return address4((eth0_ || eth1_) && both, net4(0), net4(1),
                         "The ipv4 address of eth0 is at the same segment with eth1.") ||
-               address4((eth0_ || wireless_) && on4(0) && wifi, net4(0), wifi4(),
+               address4((eth0_ || wireless_) && on4(0) && wifi, net4(0), wifi24(),
                         "The ipv4 address of eth0 is at the same segment with wifi.") ||
-               address4((eth1_ || wireless_) && on4(1) && wifi, net4(1), wifi4(),
+               address4((eth1_ || wireless_) && on4(1) && wifi, net4(1), wifi24(),
                         "The ipv4 address of eth1 is at the same segment with wifi.") ||
                route4(eth0_ && both, net4(0), 1,
                       "Ip address is in the same segment with eth1 route") ||
                route4(eth1_ && both, net4(1), 0,
                       "Ip address is in the same segment with eth0 route") ||
-               route4(wireless_ && on4(0) && wifi, wifi4(), 0,
+               route4(wireless_ && on4(0) && wifi, wifi24(), 0,
                       "Wifi address is in the same segment with eth0 route") ||
-               route4(wireless_ && on4(1) && wifi, wifi4(), 1,
+               route4(wireless_ && on4(1) && wifi, wifi24(), 1,
                       "Wifi address is in the same segment with eth1 route");
     }
 
     bool oneIpv6PortOff()
     {
-        return port_[0][at::ipv6Enable] == 0 || port_[1][at::ipv6Enable] == 0;
+        return byte(0, at::ipv6Enable) == 0 || byte(1, at::ipv6Enable) == 0;
     }
 
     bool address6(Ipv6Net first, Ipv6Net second, const char *line)
     {
-        return same6(first, second) &&
+        return same(first, second) &&
                found(0x1E000A28,
                      {line, "Ipv6 address is in the same segment when mode is normal."});
     }
     bool route6(std::size_t own, std::size_t other, const char *line)
     {
-        const std::uint32_t code = port_[own][at::ipv6Type] == 1 ? inRoutes6(net6(own), other) : 0;
+        const std::uint32_t code = byte(own, at::ipv6Type) == 1 ? inRoutes6(net6(own), other) : 0;
         return code != 0 && found(code, {line, "Ipv6 address is in the same segment with route"});
     }
 
@@ -222,7 +180,7 @@ private:
             say(onlyOnePort);
             return false;
         }
-        return same6(slaac(0), slaac(1)) &&
+        return same(slaac(0), slaac(1)) &&
                found(0x1E000A28,
                      {"The slaacs that's eth0 and eth1 is at the same segment.",
                       "Ipv6 slaac address is in the same segment when mode is normal."});
@@ -230,24 +188,33 @@ private:
 
     bool stageStandby()
     {
-        if (port_[2][at::ipv4Enable] == 0 || wifi_.enable == 0) {
+        if (byte(2, at::ipv4Enable) == 0 || wifi_.enable == 0) {
             say("There is only one net port that ipv4 is enabled.");
-        } else if (same4(wifi4(), net4(2))) {
+        } else if (same(wifi24(), net4(2))) {
             return found(0x1E000A27, {"Ipv4 address is in the same segment when mode is standby."});
         }
-        const std::uint32_t code = wireless_ && wifi_.enable == 1 ? inRoutes4(wifi4(), 2) : 0;
+        const std::uint32_t code = wireless_ && wifi_.enable == 1 ? inRoutes4(wifi24(), 2) : 0;
         return code != 0 && found(code, {"Ipv4 address is in the same segment with bond0"});
     }
 
     bool eth0_;
     bool eth1_;
     bool wireless_;
-    const Wifi &wifi_;
-    PortEntry port_[3];
-    SegmentVerdict verdict_;
 };
 
 } // namespace
+
+std::string sumLine(long long sum1, long long sum2, long long byte)
+{
+    return fake::formatted(
+        "NW_CheckDoubleIPv4SameSegment: uiAddrZereo1:%lld. uiAddrZereo2:%lld iCnt:%lld", sum1, sum2,
+        byte);
+}
+
+std::string bitLine(long long value1, long long value2, long long left)
+{
+    return fake::formatted("addr1:%lld    addr2:%lld    Prefix:%lld", value1, value2, left);
+}
 
 bool sameIpv4Segment(Ipv4Net first, Ipv4Net second, std::vector<std::string> &lines)
 {
@@ -257,11 +224,11 @@ bool sameIpv4Segment(Ipv4Net first, Ipv4Net second, std::vector<std::string> &li
         sums[0] += first.address[byte] & common;
         sums[1] += second.address[byte] & common;
         if (((first.address[byte] ^ second.address[byte]) & common) != 0) {
-            lines.push_back(ipv4PairLine(sums[0], sums[1], byte));
+            lines.push_back(sumLine(sums[0], sums[1], byte));
             return false;
         }
     }
-    lines.push_back(ipv4PairLine(sums[0], sums[1], 4));
+    lines.push_back(sumLine(sums[0], sums[1], 4));
     return sums[0] != 0 && sums[1] != 0;
 }
 
@@ -275,7 +242,7 @@ bool sameIpv6Segment(Ipv6Net first, Ipv6Net second, std::vector<std::string> &li
     const std::uint32_t whole = prefix > 128 ? 16 : (prefix - 1) / 8;
     for (std::uint32_t byte = 0; byte < whole; ++byte) {
         lines.push_back(
-            ipv6PairLine(first.address[byte], second.address[byte], prefix - 8 * (byte + 1)));
+            bitLine(first.address[byte], second.address[byte], prefix - 8 * (byte + 1)));
         if (first.address[byte] != second.address[byte]) {
             return false;
         }
@@ -286,14 +253,14 @@ bool sameIpv6Segment(Ipv6Net first, Ipv6Net second, std::vector<std::string> &li
     const unsigned shift = 8 * (whole + 1) - prefix;
     const unsigned top[2] = {unsigned{first.address[whole]} >> shift,
                              unsigned{second.address[whole]} >> shift};
-    lines.push_back(ipv6PairLine(top[0], top[1], 0));
+    lines.push_back(bitLine(top[0], top[1], 0));
     return top[0] == top[1];
 }
 
 SegmentVerdict sameSegment(std::uint32_t standby, std::uint32_t portSet, std::uint32_t checkType,
                            const Wifi &wifi, LanRecord &record)
 {
-    Check check(portSet, wifi, record);
+    SegmentCheck check(portSet, wifi, record);
     return standby != 0 ? check.standby(checkType) : check.normal(checkType);
 }
 

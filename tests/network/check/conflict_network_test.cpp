@@ -43,7 +43,7 @@ TEST_F(ConflictOnTheWire, AddressGivenUpIsFreeAgain)
 
 TEST_F(ConflictOnTheWire, OwnAddressIsNoConflict)
 {
-    support::run("ip address add 10.50.0.9/24 dev near0");
+    support::shell("ip address add 10.50.0.9/24 dev near0");
     EXPECT_EQ(probe("near0", "10.50.0.9"), 0U);
 }
 

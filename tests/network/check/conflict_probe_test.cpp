@@ -11,10 +11,10 @@
 
 #include "bytes.hpp"
 #include "fake_matchers.hpp"
+#include "files.hpp"
 #include "guarded.hpp"
 #include "log_text.hpp"
 #include "network_mng/check.h"
-#include "system.hpp"
 
 namespace {
 

@@ -7,8 +7,8 @@
 
 #include "bytes.hpp"
 #include "fake_matchers.hpp"
+#include "files.hpp"
 #include "network_mng/check.h"
-#include "system.hpp"
 
 namespace {
 

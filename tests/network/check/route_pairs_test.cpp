@@ -2,46 +2,22 @@
 // SPDX-License-Identifier: Apache-2.0
 // One route against one port or the wireless network: order of the comparisons, their arguments,
 // and the number of addresses that are looked at.
-#include <functional>
-
-#include "fake_matchers.hpp"
-#include "guarded.hpp"
-#include "lan_record.hpp"
-#include "log_text.hpp"
 #include "nw_route_segment.h"
+#include "segment_check.hpp"
 
 namespace {
 
-using support::Bytes;
+using segment::Entry;
+using support::bitLine;
 using support::debugLines;
 using support::Guarded;
 using support::ipv4;
 using support::ipv6;
 using support::Lines;
+using support::sumLine;
 using ::testing::Values;
 namespace at = support::at;
 
-// The entry stands at the end of its record, in front of memory that nobody may touch.
-struct Entry {
-    Guarded bytes{support::kPortEntrySize};
-    support::PortEntry port{bytes.bytes()};
-
-    const NW_LAN_CFG_PORT_S *get() const
-    {
-        return bytes.as<NW_LAN_CFG_PORT_S>();
-    }
-};
-
-std::string sums(int sum1, int sum2, int byte)
-{
-    return fake::formatted(
-        "NW_CheckDoubleIPv4SameSegment: uiAddrZereo1:%d. uiAddrZereo2:%d iCnt:%d", sum1, sum2,
-        byte);
-}
-std::string firstByte(int value1, int value2, int left)
-{
-    return fake::formatted("addr1:%d    addr2:%d    Prefix:%d", value1, value2, left);
-}
 std::string index(int number)
 {
     return fake::formatted("Ipv6 static route is in the same segment with ipv6 address when mode "
@@ -88,7 +64,7 @@ TEST_P(FurtherAddresses, AreComparedUpToTheirCount)
 
     Lines expected;
     for (int address = 1; address <= row.compared; ++address) {
-        expected.push_back(firstByte(row.wanted, address, 0));
+        expected.push_back(bitLine(row.wanted, address, 0));
     }
     if (row.expected == 1) {
         expected.push_back(index(row.compared - 1));
@@ -186,11 +162,11 @@ TEST_P(OtherRoutes6, AreComparedWhileValid)
 
 /* clang-format off */
 INSTANTIATE_TEST_SUITE_P(Rows, OtherRoutes6, Values(
-    Sibling{"Route1",       "1000::1", 64,  1, 1, 1, {firstByte(16, 16, 0), inRoute}},
-    Sibling{"Route2",       "2000::1", 128, 1, 1, 1, {firstByte(32, 16, 0), firstByte(32, 32, 0), inRoute}},
-    Sibling{"Neither",      "3000::1", 64,  1, 1, 0, {firstByte(48, 16, 0), firstByte(48, 32, 0)}},
-    Sibling{"Route1Invalid", "1000::1", 64, 0, 1, 0, {firstByte(16, 32, 0)}},
-    Sibling{"Route2Invalid", "2000::1", 64, 1, 2, 0, {firstByte(32, 16, 0)}},
+    Sibling{"Route1",       "1000::1", 64,  1, 1, 1, {bitLine(16, 16, 0), inRoute}},
+    Sibling{"Route2",       "2000::1", 128, 1, 1, 1, {bitLine(32, 16, 0), bitLine(32, 32, 0), inRoute}},
+    Sibling{"Neither",      "3000::1", 64,  1, 1, 0, {bitLine(48, 16, 0), bitLine(48, 32, 0)}},
+    Sibling{"Route1Invalid", "1000::1", 64, 0, 1, 0, {bitLine(16, 32, 0)}},
+    Sibling{"Route2Invalid", "2000::1", 64, 1, 2, 0, {bitLine(32, 16, 0)}},
     Sibling{"BothInvalid",  "1000::1", 64,  2, 255, 0, {}},
     Sibling{"PrefixZero",   "1000::1", 0,   1, 1, 0, {}}), fake::RowName{});
 /* clang-format on */
@@ -252,7 +228,8 @@ TEST_F(RouteHelpers, DestinationAgainstTheAddress)
     const Guarded same(ipv4("10.2.0.0")), different(ipv4("11.2.0.0"));
     EXPECT_EQ(NW_CheckIpv4RouteWithPortIp(same.data(), mask.data(), *other.get()), 1U);
     EXPECT_EQ(NW_CheckIpv4RouteWithPortIp(different.data(), mask.data(), *other.get()), 0U);
-    EXPECT_EQ(support::loggedLines(), debugLines({sums(10, 10, 4), inAddress, sums(11, 10, 0)}));
+    EXPECT_EQ(support::loggedLines(),
+              debugLines({sumLine(10, 10, 4), inAddress, sumLine(11, 10, 0)}));
 }
 
 TEST_F(RouteHelpers, DestinationAgainstTheRoutes)
@@ -266,16 +243,17 @@ TEST_F(RouteHelpers, DestinationAgainstTheRoutes)
     other.port[at::ipv4Route[0]] = 2;
     EXPECT_EQ(NW_CheckIpv4RouteWithPortRoute(to1.data(), mask.data(), *other.get()), 0U);
     EXPECT_EQ(support::loggedLines(),
-              debugLines({sums(20, 20, 4), in1, sums(30, 20, 0), sums(30, 30, 4), in2,
-                          sums(10, 20, 0), sums(10, 30, 0), sums(20, 30, 0)}));
+              debugLines({sumLine(20, 20, 4), in1, sumLine(30, 20, 0), sumLine(30, 30, 4), in2,
+                          sumLine(10, 20, 0), sumLine(10, 30, 0), sumLine(20, 30, 0)}));
 }
 
 TEST_F(RouteHelpers, ComparisonsWithAPortStandInOrder)
 {
     EXPECT_EQ(NW_CheckIpv4RouteWithPort(0x28, *other.get(), *own.get()), 0U);
     EXPECT_EQ(support::loggedLines(),
-              debugLines({sums(40, 10, 0), sums(41, 10, 0), sums(40, 20, 0), sums(40, 30, 0),
-                          sums(50, 10, 0), sums(51, 10, 0), sums(50, 20, 0), sums(50, 30, 0)}));
+              debugLines({sumLine(40, 10, 0), sumLine(41, 10, 0), sumLine(40, 20, 0),
+                          sumLine(40, 30, 0), sumLine(50, 10, 0), sumLine(51, 10, 0),
+                          sumLine(50, 20, 0), sumLine(50, 30, 0)}));
 }
 
 // The wireless side's own mask counts for the destination alone: the gateway's bytes are all
@@ -284,8 +262,8 @@ TEST_F(RouteHelpers, ComparisonsWithTheWirelessNetworkStandInOrder)
 {
     const Guarded address(ipv4("41.0.0.7")), bits24(ipv4("255.255.255.0"));
     EXPECT_EQ(NW_CheckIpv4RouteWithWifi(0x28, address.data(), bits24.data(), *own.get()), 0U);
-    EXPECT_EQ(support::loggedLines(),
-              debugLines({sums(40, 41, 0), sums(42, 48, 3), sums(50, 41, 0), sums(51, 41, 0)}));
+    EXPECT_EQ(support::loggedLines(), debugLines({sumLine(40, 41, 0), sumLine(42, 48, 3),
+                                                  sumLine(50, 41, 0), sumLine(51, 41, 0)}));
 }
 
 TEST_F(RouteHelpers, OnlySelectedRoutesAreCompared)
@@ -303,8 +281,8 @@ TEST_F(RouteHelpers, Ipv6ComparisonsStandInOrder)
     own.port.ipv6Route(1, "fd00::", 8, "fe00::1");
     EXPECT_EQ(NW_CheckIpv6RouteWithPort(0x80, *other.get(), *own.get()), 0U);
     EXPECT_EQ(support::loggedLines(),
-              debugLines({firstByte(253, 16, 0), firstByte(253, 32, 0), firstByte(253, 48, 0),
-                          firstByte(254, 16, 0), firstByte(254, 32, 0), firstByte(254, 48, 0)}));
+              debugLines({bitLine(253, 16, 0), bitLine(253, 32, 0), bitLine(253, 48, 0),
+                          bitLine(254, 16, 0), bitLine(254, 32, 0), bitLine(254, 48, 0)}));
 }
 
 } // namespace

@@ -2,21 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // Each step of the route check: when it runs, what it answers, what it says and in which order. The
 // lines of the pair comparisons are left out here; they have tests of their own.
-#include <functional>
-
-#include "fake_matchers.hpp"
-#include "guarded.hpp"
-#include "log_text.hpp"
-#include "network_mng/check.h"
-#include "route_model.hpp"
+#include "segment_check.hpp"
 
 namespace {
 
-using support::Guarded;
-using support::LanRecord;
-using support::Lines;
-using support::Wifi;
-using ::testing::ElementsAre;
+using namespace segment;
 using ::testing::Values;
 namespace at = support::at;
 
@@ -24,111 +14,28 @@ constexpr std::uint32_t routes4 = 0x28;
 constexpr std::uint32_t routes6 = 0xC0;
 
 // Every port is on and has all its routes; nothing conflicts.
-struct Network {
-    LanRecord record;
-    Wifi wifi{1, support::ipv4("10.9.0.1")};
-
-    Network()
-    {
-        for (std::size_t port = 0; port < 3; ++port) {
-            const std::string number = std::to_string(port);
-            support::PortEntry entry = record.port(port);
-            entry.ipv4Address("10." + number + ".0.1", "255.255.255.0");
-            entry.ipv6Address("2001:db8:" + number + "::1", 64);
-            for (std::size_t route = 0; route < 2; ++route) {
-                const std::string net = std::to_string(10 * port + route);
-                entry.ipv4Route(route, "172.16." + net + ".0", "255.255.255.0",
-                                "172.20." + net + ".1");
-                entry.ipv6Route(route, "fd00:" + net + "::", 64, "fd99:" + net + "::1");
-            }
+Board quiet()
+{
+    Board board{{}, {1, support::ipv4("10.9.0.1")}};
+    for (std::size_t port = 0; port < 3; ++port) {
+        const std::string number = std::to_string(port);
+        support::PortEntry entry = board.port(port);
+        entry.ipv4Address("10." + number + ".0.1", "255.255.255.0");
+        entry.ipv6Address("2001:db8:" + number + "::1", 64);
+        for (std::size_t route = 0; route < 2; ++route) {
+            const std::string net = std::to_string(10 * port + route);
+            entry.ipv4Route(route, "172.16." + net + ".0", "255.255.255.0", "172.20." + net + ".1");
+            entry.ipv6Route(route, "fd00:" + net + "::", 64, "fd99:" + net + "::1");
         }
     }
-    support::PortEntry port(std::size_t index)
-    {
-        return record.port(index);
-    }
-};
-
-using Script = std::function<void(Network &)>;
-
-struct Step {
-    std::string name;
-    std::uint32_t standby;
-    std::uint32_t portSet;
-    std::uint32_t routeSet;
-    Script script;
-    std::uint32_t expected;
-    Lines lines; // behind the opening line, without shape
-};
-
-std::uint32_t check(const Network &network, const Step &step)
-{
-    const Guarded record(network.record.bytes());
-    const Guarded wifi(5);
-    wifi.data()[0] = network.wifi.enable;
-    std::ranges::copy(network.wifi.address, wifi.data() + 1);
-    return LIB_NW_CheckIPv4v6RouteSameSegment(step.standby, step.portSet, step.routeSet,
-                                              wifi.as<NW_WIFI_ADDR_S>(),
-                                              record.as<NW_LAN_CFG_DB_INFO_S>());
+    return board;
 }
 
 using RouteSteps = fake::FakePlatformRows<Step>;
 
 TEST_P(RouteSteps, AnswerAndSpeak)
 {
-    const Step &step = GetParam();
-    Network network;
-    step.script(network);
-    EXPECT_EQ(check(network, step), step.expected);
-
-    Lines lines = support::loggedLines();
-    std::erase_if(lines, [](const std::string &line) {
-        return line.find("NW_CheckDoubleIPv4SameSegment: ") != std::string::npos ||
-               line.find("addr1:") != std::string::npos;
-    });
-    const Lines opening = {step.standby != 0 ? "Check route segment in standby mode."
-                                             : "Check route segment in normal mode."};
-    EXPECT_EQ(lines, support::debugLines(support::operator+(opening, step.lines)));
-}
-
-/* ---- Scripts: each makes one thing conflict ---- */
-
-void nothing(Network &) {}
-
-Script also(Script first, Script second)
-{
-    return [=](Network &network) {
-        first(network);
-        second(network);
-    };
-}
-Script flag(std::size_t port, std::size_t offset, std::uint8_t value)
-{
-    return [=](Network &network) { network.port(port)[offset] = value; };
-}
-Script wifiEnable(std::uint8_t value)
-{
-    return [=](Network &network) { network.wifi.enable = value; };
-}
-Script destination4(std::size_t port, std::size_t route, const std::string &address,
-                    const std::string &mask = "255.255.255.0")
-{
-    return
-        [=](Network &network) { network.port(port).ipv4Route(route, address, mask, "172.31.0.1"); };
-}
-Script gateway4(std::size_t port, std::size_t route, const std::string &gateway)
-{
-    return [=](Network &network) {
-        network.port(port).ipv4Route(route, "172.30.0.0", "255.255.255.0", gateway);
-    };
-}
-Script destination6(std::size_t port, std::size_t route, const std::string &address)
-{
-    return [=](Network &network) { network.port(port).ipv6Route(route, address, 64, "fd98::1"); };
-}
-Script gateway6(std::size_t port, std::size_t route, const std::string &gateway)
-{
-    return [=](Network &network) { network.port(port).ipv6Route(route, "fd97::", 64, gateway); };
+    expectStep(routeSegment, quiet(), GetParam());
 }
 
 /* clang-format off */
@@ -173,8 +80,8 @@ INSTANTIATE_TEST_SUITE_P(Ipv4Ports, RouteSteps, Values(
          {heading4, toAddress, r2Gateway, eth0, end4, end}},
     Step{"Eth1Route2Route2",  0, 2, 0x20, destination4(1, 1, "172.16.1.0"), 0x1E000A4A,
          {heading4, toRoute2, r2Route, eth0, end4, end}},
-    Step{"CommonMask",        0, 1, 0x08, also([](Network &network) {
-             network.port(1).ipv4Address("10.20.30.40", "255.255.0.0"); },
+    Step{"CommonMask",        0, 1, 0x08, also([](Board &board) {
+             board.port(1).ipv4Address("10.20.30.40", "255.255.0.0"); },
          destination4(0, 0, "10.0.0.0", "255.0.0.0")), 0x1E000A49,
          {heading4, toAddress, r1Address, eth1, end4, end}},
     Step{"GatewayIsNotComparedWithRoutes", 0, 3, routes4, gateway4(0, 0, "172.16.10.9"), 0, {heading4}},
@@ -183,11 +90,11 @@ INSTANTIATE_TEST_SUITE_P(Ipv4Ports, RouteSteps, Values(
     Step{"BondDoesNotCount",       0, 3, routes4, destination4(0, 0, "10.2.0.0"), 0, {heading4}},
     Step{"Route1BeforeRoute2", 0, 1, routes4, also(destination4(0, 1, "10.1.0.0"), destination4(0, 0, "172.16.11.0")),
          0x1E000A49, {heading4, toRoute2, r1Route, eth1, end4, end}},
-    Step{"AddressBeforeGateway", 0, 1, 0x08, [](Network &network) {
-             network.port(0).ipv4Route(0, "10.1.0.0", "255.255.255.0", "10.1.0.9"); }, 0x1E000A49,
+    Step{"AddressBeforeGateway", 0, 1, 0x08, [](Board &board) {
+             board.port(0).ipv4Route(0, "10.1.0.0", "255.255.255.0", "10.1.0.9"); }, 0x1E000A49,
          {heading4, toAddress, r1Address, eth1, end4, end}},
-    Step{"GatewayBeforeRoute", 0, 1, 0x08, [](Network &network) {
-             network.port(0).ipv4Route(0, "172.16.10.0", "255.255.255.0", "10.1.0.9"); }, 0x1E000A55,
+    Step{"GatewayBeforeRoute", 0, 1, 0x08, [](Board &board) {
+             board.port(0).ipv4Route(0, "172.16.10.0", "255.255.255.0", "10.1.0.9"); }, 0x1E000A55,
          {heading4, toAddress, r1Gateway, eth1, end4, end}},
     Step{"Eth0BeforeEth1", 0, 3, routes4, also(destination4(1, 0, "10.0.0.0"), destination4(0, 1, "10.1.0.0")),
          0x1E000A4A, {heading4, toAddress, r2Address, eth1, end4, end}}),
@@ -271,11 +178,11 @@ INSTANTIATE_TEST_SUITE_P(Ipv6, RouteSteps, Values(
     Step{"RouteStateTwo",     0, 7, routes6, also(destination6(0, 0, "2001:db8:1::"), flag(0, at::ipv6Route[0], 2)), 0, {heading6}},
     Step{"OtherRouteStateTwo", 0, 7, 0x40, also(destination6(0, 0, "fd00:10::"), flag(1, at::ipv6Route[0], 2)), 0, {heading6}},
     Step{"PrefixZero",        0, 7, routes6, also(destination6(0, 0, "2001:db8:1::"), flag(0, at::ipv6Route[0] + 17, 0)), 0, {heading6}},
-    Step{"DestinationBeforeGateway", 0, 7, 0x40, [](Network &network) {
-             network.port(0).ipv6Route(0, "fd00:10::", 64, "2001:db8:1::9"); }, 0x1E000A4D,
+    Step{"DestinationBeforeGateway", 0, 7, 0x40, [](Board &board) {
+             board.port(0).ipv6Route(0, "fd00:10::", 64, "2001:db8:1::9"); }, 0x1E000A4D,
          {heading6, toSixRoute, s1Route, sixEth1, end6, end}},
-    Step{"AddressBeforeRoute", 0, 7, 0x40, also(destination6(0, 0, "2001:db8:1::"), [](Network &network) {
-             network.port(1).ipv6Route(0, "2001:db8:1::", 64, "fd96::1"); }), 0x1E000A4D,
+    Step{"AddressBeforeRoute", 0, 7, 0x40, also(destination6(0, 0, "2001:db8:1::"), [](Board &board) {
+             board.port(1).ipv6Route(0, "2001:db8:1::", 64, "fd96::1"); }), 0x1E000A4D,
          {heading6, toSix0, s1Address, sixEth1, end6, end}},
     Step{"Route1BeforeRoute2", 0, 7, routes6, also(gateway6(0, 0, "fd00:11::9"), destination6(0, 1, "2001:db8:1::")), 0x1E000A57,
          {heading6, toSixRoute, s1GwRoute, sixEth1, end6, end}},
@@ -313,8 +220,8 @@ INSTANTIATE_TEST_SUITE_P(Standby, RouteSteps, Values(
     Step{"Route2UnderBitOfRoute1", 1, 7, 0x08, destination4(2, 1, "10.9.0.0"), 0x1E000A4A, {b2, bondEnd, standbyEnd}},
     Step{"Route1BeforeRoute2", 1, 7, routes4, also(gateway4(2, 0, "10.9.0.7"), destination4(2, 1, "10.9.0.0")),
          0x1E000A55, {bg1, bondEnd, standbyEnd}},
-    Step{"DestinationBeforeGateway", 1, 7, routes4, [](Network &network) {
-             network.port(2).ipv4Route(1, "10.9.0.0", "255.255.255.0", "10.9.0.7"); }, 0x1E000A4A, {b2, bondEnd, standbyEnd}},
+    Step{"DestinationBeforeGateway", 1, 7, routes4, [](Board &board) {
+             board.port(2).ipv4Route(1, "10.9.0.0", "255.255.255.0", "10.9.0.7"); }, 0x1E000A4A, {b2, bondEnd, standbyEnd}},
     Step{"PortSetPlaysNoPart", 1, 0, 0x08, destination4(2, 0, "10.9.0.0"), 0x1E000A49, {b1, bondEnd, standbyEnd}},
     Step{"AnyStandby",   0x80000000U, 7, 0x08, destination4(2, 0, "10.9.0.0"), 0x1E000A49, {b1, bondEnd, standbyEnd}},
     Step{"Ipv6BitsOnly", 1, 7, routes6, also(destination4(2, 0, "10.9.0.0"), wifiEnable(0)), 0, {}},
@@ -332,15 +239,7 @@ class RouteNulls : public fake::FakePlatformTest {};
 
 TEST_F(RouteNulls, AreErrors)
 {
-    const NW_WIFI_ADDR_S wifiRecord{};
-    const NW_LAN_CFG_DB_INFO_S record{};
-    const char *const function = "LIB_NW_CheckIPv4v6RouteSameSegment";
-    EXPECT_EQ(LIB_NW_CheckIPv4v6RouteSameSegment(0, 7, 0xE8, nullptr, &record), 0x81000002U);
-    EXPECT_EQ(LIB_NW_CheckIPv4v6RouteSameSegment(0, 7, 0xE8, &wifiRecord, nullptr), 0x81000002U);
-    EXPECT_EQ(LIB_NW_CheckIPv4v6RouteSameSegment(1, 0, 0, nullptr, nullptr), 0x81000002U);
-    EXPECT_THAT(lines(), ElementsAre(fake::isNullLine("pstWifiInfo", function),
-                                     fake::isNullLine("pstLanAddr", function),
-                                     fake::isNullLine("pstWifiInfo", function)));
+    expectNullsAreErrors(routeSegment, 0xE8, "LIB_NW_CheckIPv4v6RouteSameSegment");
 }
 
 } // namespace

@@ -3,31 +3,16 @@
 // The two whole checks against a second description of them, over many random records.
 #include <iostream>
 
-#include "fake_matchers.hpp"
-#include "guarded.hpp"
-#include "log_text.hpp"
-#include "network_mng/check.h"
 #include "random_records.hpp"
-#include "route_model.hpp"
+#include "segment_check.hpp"
 
 namespace {
 
-using support::Guarded;
-using support::LanRecord;
-using support::Wifi;
+using segment::Board;
+using segment::Selection;
+using segment::WholeCheck;
 
-using Selection = std::uint32_t;
-struct WholeCheck {
-    std::string name;
-    decltype(&LIB_NW_CheckIPv4v6SameSegment) library;
-    decltype(&support::sameSegment) model;
-    Selection selections; // below which every value is drawn
-    std::size_t verdicts; // 0 and every code that the check can answer
-};
-const WholeCheck checks[] = {
-    {"SameSegment", LIB_NW_CheckIPv4v6SameSegment, support::sameSegment, 16, 11},
-    {"RouteSameSegment", LIB_NW_CheckIPv4v6RouteSameSegment, support::routeSegment, 256, 9},
-};
+const WholeCheck checks[] = {segment::sameSegment, segment::routeSegment};
 
 constexpr std::uint32_t seeds = 32;
 constexpr std::size_t recordsOfSeed = 16250; // 520000 for each check
@@ -68,33 +53,19 @@ bool spoke(const std::vector<std::string> &texts)
 }
 
 struct Draw {
-    std::uint32_t standby;
-    std::uint32_t portSet;
     Selection selection;
-    Wifi wifi;
-    LanRecord record;
+    Board board;
 };
 
-Draw draw(support::RandomRecords &random, Selection selections)
+Draw draw(support::RandomRecords &random, std::uint32_t selections)
 {
     Draw drawn;
-    random.fill(drawn.record);
-    drawn.wifi = {random.pick(support::flags), random.pick(support::addresses4)};
-    drawn.standby = random.below(8) == 0 ? random.below(3) : 0;
-    drawn.portSet = random.below(2) == 0 ? 7 : random.below(16);
-    drawn.selection = random.below(selections);
+    random.fill(drawn.board.record);
+    drawn.board.wifi = {random.pick(support::flags), random.pick(support::addresses4)};
+    drawn.selection.standby = random.below(8) == 0 ? random.below(3) : 0;
+    drawn.selection.portSet = random.below(2) == 0 ? 7 : random.below(16);
+    drawn.selection.kinds = random.below(selections);
     return drawn;
-}
-
-std::uint32_t ask(const WholeCheck &check, const Draw &drawn, const Guarded &wifi,
-                  const Guarded &record)
-{
-    wifi.data()[0] = drawn.wifi.enable;
-    std::ranges::copy(drawn.wifi.address, wifi.data() + 1);
-    std::ranges::copy(drawn.record.bytes(), record.data());
-    fake::platform().reset();
-    return check.library(drawn.standby, drawn.portSet, drawn.selection, wifi.as<NW_WIFI_ADDR_S>(),
-                         record.as<NW_LAN_CFG_DB_INFO_S>());
 }
 
 class SegmentModel : public ::testing::TestWithParam<std::tuple<WholeCheck, std::uint32_t>> {};
@@ -103,15 +74,16 @@ TEST_P(SegmentModel, AnswersAndSpeaksAsTheModelDoes)
 {
     const auto &[check, seed] = GetParam();
     support::RandomRecords random(seed);
-    const Guarded record(support::kLanRecordSize);
-    const Guarded wifi(5);
+    const segment::Question question;
     Figures figures;
 
     for (std::size_t round = 0; round < recordsOfSeed; ++round) {
         Draw drawn = draw(random, check.selections);
-        const std::uint32_t result = ask(check, drawn, wifi, record);
-        const auto expected =
-            check.model(drawn.standby, drawn.portSet, drawn.selection, drawn.wifi, drawn.record);
+        auto &[selection, board] = drawn;
+        fake::platform().reset();
+        const std::uint32_t result = question.ask(check, selection, board);
+        const auto expected = check.model(selection.standby, selection.portSet, selection.kinds,
+                                          board.wifi, board.record);
 
         ASSERT_EQ(result, expected.result) << "round " << round;
         if (!spoke(expected.lines)) {

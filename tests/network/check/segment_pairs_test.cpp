@@ -1,35 +1,21 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
 // Two addresses, or an address and a port's routes, in one segment: answers and lines.
-#include <functional>
-
-#include "fake_matchers.hpp"
-#include "guarded.hpp"
-#include "lan_record.hpp"
-#include "log_text.hpp"
 #include "nw_segment.h"
+#include "segment_check.hpp"
 
 namespace {
 
+using segment::Entry;
+using support::bitLine;
 using support::debugLines;
 using support::Guarded;
 using support::ipv4;
 using support::ipv6;
 using support::Lines;
+using support::sumLine;
 using ::testing::ElementsAre;
 using ::testing::Values;
-
-std::string sumLine(int sum1, int sum2, int byte)
-{
-    return fake::formatted(
-        "NW_CheckDoubleIPv4SameSegment: uiAddrZereo1:%d. uiAddrZereo2:%d iCnt:%d", sum1, sum2,
-        byte);
-}
-
-std::string bitLine(int value1, int value2, int left)
-{
-    return fake::formatted("addr1:%d    addr2:%d    Prefix:%d", value1, value2, left);
-}
 
 struct Ipv4Pair {
     std::string name;
@@ -177,14 +163,12 @@ const std::string inRoute4 = "Ipv4 address is in the same segment with route";
 
 TEST_P(Ipv4Routes, AreComparedInOrder)
 {
-    const Guarded entry(support::kPortEntrySize);
-    support::PortEntry port(entry.bytes());
-    GetParam().script(port);
+    Entry entry;
+    GetParam().script(entry.port);
     const Guarded address(ipv4("10.1.2.3")), mask(ownMask);
 
-    EXPECT_EQ(
-        NW_CheckIpv4SameSegIpwithRoute(address.data(), mask.data(), entry.as<NW_LAN_CFG_PORT_S>()),
-        GetParam().expected);
+    EXPECT_EQ(NW_CheckIpv4SameSegIpwithRoute(address.data(), mask.data(), entry.get()),
+              GetParam().expected);
     EXPECT_EQ(support::loggedLines(), debugLines(GetParam().lines));
 }
 
@@ -224,13 +208,11 @@ const std::string inRoute6 = "Ipv6 address is in the same segment with route";
 // The address 2000::1 under a prefix of 12 bits.
 TEST_P(Ipv6Routes, AreComparedInOrder)
 {
-    const Guarded entry(support::kPortEntrySize);
-    support::PortEntry port(entry.bytes());
-    GetParam().script(port);
+    Entry entry;
+    GetParam().script(entry.port);
     const Guarded address(ipv6("2000::1"));
 
-    EXPECT_EQ(NW_CheckIpv6SameSegIpwithRoute(address.data(), 12, entry.as<NW_LAN_CFG_PORT_S>()),
-              GetParam().expected);
+    EXPECT_EQ(NW_CheckIpv6SameSegIpwithRoute(address.data(), 12, entry.get()), GetParam().expected);
     EXPECT_EQ(support::loggedLines(), debugLines(GetParam().lines));
 }
 

@@ -2,12 +2,16 @@
 // SPDX-License-Identifier: Apache-2.0
 // The gateway's address on a real link: the kernel's ARP cache and another host. Runs in the
 // sandbox; a silent gateway costs its two waits of 2 seconds.
+#include <arpa/inet.h>
 #include <fcntl.h>
 #include <linux/capability.h>
+#include <linux/if_packet.h>
+#include <net/if.h>
 #include <poll.h>
 #include <sys/syscall.h>
 
 #include "fake_matchers.hpp"
+#include "files.hpp"
 #include "guarded.hpp"
 #include "lan_record.hpp"
 #include "log_text.hpp"
@@ -102,7 +106,7 @@ class GatewayOnTheWire : public fake::FakePlatformTest {
 protected:
     GatewayOnTheWire() : free_(support::lowestFreeDescriptor())
     {
-        support::run("ip address add " + ownAddress + "/24 dev near0");
+        support::shell("ip address add " + ownAddress + "/24 dev near0");
         support::put(lan.bytes(), entry + support::at::ipv4Addr, support::ipv4(ownAddress));
         support::put(lan.bytes(), entry + support::at::ipv4Gateway, support::ipv4(gateway));
         ifc = Bytes(84);
@@ -149,8 +153,8 @@ protected:
 
 TEST_F(GatewayOnTheWire, PermanentCacheEntryIsTaken)
 {
-    support::run("ip neigh replace 10.60.0.7 lladdr 02:00:00:00:00:07 dev near0");
-    support::run("ip neigh replace " + gateway + " lladdr 02:00:00:00:00:ab dev near0");
+    support::shell("ip neigh replace 10.60.0.7 lladdr 02:00:00:00:00:07 dev near0");
+    support::shell("ip neigh replace " + gateway + " lladdr 02:00:00:00:00:ab dev near0");
     EXPECT_EQ(ask(), "02:00:00:00:00:ab");
     EXPECT_EQ(support::loggedLines().back(), found);
     EXPECT_LT(duration, 1s);
@@ -159,26 +163,23 @@ TEST_F(GatewayOnTheWire, PermanentCacheEntryIsTaken)
 TEST_F(GatewayOnTheWire, CacheEntryOfTrafficIsTaken)
 {
     peer.own(gateway + "/24");
-    support::run("bash -c 'echo hello >/dev/udp/" + gateway + "/9'");
-    for (int round = 0; round < 50; ++round) {
-        if (std::system(("ip neigh show " + gateway + " dev near0 | grep -q " + peerMac).c_str()) ==
-            0) {
-            break;
-        }
-        std::this_thread::sleep_for(100ms);
-    }
+    support::shell("bash -c 'echo hello >/dev/udp/" + gateway + "/9'");
+    EXPECT_TRUE(support::eventually([&] {
+        return support::run("ip neigh show " + gateway + " dev near0 | grep " + peerMac).status ==
+               0;
+    }));
     EXPECT_EQ(ask(), peerMac);
     EXPECT_EQ(support::loggedLines().back(), found);
 }
 
 TEST_F(GatewayOnTheWire, CacheEntryOfAnotherDeviceIsNot)
 {
-    support::run("ip link add other0 type veth peer name other1 && ip link set other0 up");
-    support::run("ip neigh replace " + gateway + " lladdr 02:00:00:00:00:ab dev other0");
+    support::shell("ip link add other0 type veth peer name other1 && ip link set other0 up");
+    support::shell("ip neigh replace " + gateway + " lladdr 02:00:00:00:00:ab dev other0");
     peer.own(gateway + "/24");
     EXPECT_EQ(ask(), peerMac);
     EXPECT_EQ(linesOfTheProbe(), probing + success + success);
-    support::run("ip link del other0");
+    support::shell("ip link del other0");
 }
 
 // Programs that other threads start meanwhile inherit neither the cache file nor the socket.
@@ -266,7 +267,7 @@ TEST_F(GatewayOnTheWire, UnknownInterfaceCannotBeBound)
 
 TEST_F(GatewayOnTheWire, NothingIsSentWhileTheLinkIsDown)
 {
-    support::run("ip link set near0 down");
+    support::shell("ip link set near0 down");
     EXPECT_EQ(ask(), untouched);
     EXPECT_EQ(linesOfTheProbe(), probing + Lines(2, errorLine("Send message failed.")));
 }

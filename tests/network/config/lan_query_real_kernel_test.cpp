@@ -12,6 +12,7 @@
 #include "fake_matchers.hpp"
 #include "guarded.hpp"
 #include "network_mng/lan.h"
+#include "process.hpp"
 #include "query_model.hpp"
 
 namespace {
@@ -26,19 +27,9 @@ const char *const takenAddress = "2001:db8:20::f";
 const char *const newAddress = "2001:db8:20::2";
 const char *const absentAddress = "2001:db8:20::99";
 
-void run(const std::string &command)
-{
-    ASSERT_EQ(std::system(command.c_str()), 0) << command;
-}
-
-bool succeeds(const std::string &command)
-{
-    return std::system((command + " >/dev/null").c_str()) == 0;
-}
-
 void addAddress(const std::string &device, const std::string &address, const std::string &options)
 {
-    run("ip -6 address add " + address + "/64 dev " + device + " " + options);
+    support::shell("ip -6 address add " + address + "/64 dev " + device + " " + options);
 }
 
 // Probes of a new address, one a second.
@@ -51,8 +42,8 @@ class LanQueryRealKernel : public fake::FakePlatformTest {
 protected:
     static void SetUpTestSuite()
     {
-        run("ip link set peer1 up");
-        run("ip link set eth1 up");
+        support::shell("ip link set peer1 up");
+        support::shell("ip link set eth1 up");
         addAddress("peer1", takenAddress, "nodad");
         addAddress("eth1", linkLocal, "nodad");
         addAddress("eth1", validAddress, "nodad");
@@ -64,12 +55,11 @@ protected:
 
     static void waitUntilTaken()
     {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-        while (!succeeds("ip -6 -o address show dev eth1 dadfailed | grep " +
-                         std::string(takenAddress))) {
-            ASSERT_LT(std::chrono::steady_clock::now(), end) << "the kernel found no duplicate";
-            std::this_thread::sleep_for(std::chrono::milliseconds(100));
-        }
+        ASSERT_TRUE(support::eventually([] {
+            return support::run("ip -6 -o address show dev eth1 dadfailed | grep " +
+                                std::string(takenAddress))
+                       .status == 0;
+        })) << "the kernel found no duplicate";
     }
 
     Board board()
@@ -120,7 +110,7 @@ TEST_F(LanQueryRealKernel, FollowsAnAddressThatTheKernelDrops)
 {
     const Board asked = board();
     const std::size_t states = query::offsetOf("astIpv6AddrState");
-    run("ip -6 address del " + std::string(validAddress) + "/64 dev eth1");
+    support::shell("ip -6 address del " + std::string(validAddress) + "/64 dev eth1");
     EXPECT_EQ(ask(asked)[states + 4], 1U);
     addAddress("eth1", validAddress, "nodad");
     EXPECT_EQ(ask(asked)[states + 4], 3U);

@@ -6,8 +6,8 @@
 #include <sys/stat.h>
 
 #include "fake_matchers.hpp"
+#include "files.hpp"
 #include "network_mng/discovery.h"
-#include "system.hpp"
 
 namespace {
 

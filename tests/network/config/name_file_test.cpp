@@ -10,11 +10,11 @@
 #include <sys/stat.h>
 
 #include "fake_matchers.hpp"
+#include "files.hpp"
 #include "guarded.hpp"
 #include "libc_symbol.hpp"
 #include "log_text.hpp"
 #include "network_mng/discovery.h"
-#include "system.hpp"
 
 namespace {
 

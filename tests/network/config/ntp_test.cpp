@@ -5,11 +5,11 @@
 #include <sys/un.h>
 
 #include "fake_matchers.hpp"
+#include "files.hpp"
 #include "guarded.hpp"
 #include "lan_record.hpp"
 #include "log_text.hpp"
 #include "network_mng/discovery.h"
-#include "system.hpp"
 
 namespace {
 

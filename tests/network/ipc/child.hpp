@@ -7,34 +7,24 @@
 #include <chrono>
 #include <functional>
 #include <string>
-#include <sys/types.h>
 #include <vector>
 
 #include "fake_platform.hpp"
+#include "process.hpp"
 
 namespace ipc {
 
 /* "81000001: (10, 0, 4) Msgrcv failed, iRet:-1\n": a result and the lines behind it. */
 std::string outcome(std::uint32_t result, const std::vector<fake::LogLine> &lines);
 
-/* Ends with its function, after half a minute, or with this object, whichever is first. */
-class Child {
+class Child : public support::Child {
 public:
     explicit Child(const std::function<std::string()> &run);
-    Child(const Child &) = delete;
-    Child &operator=(const Child &) = delete;
-    ~Child();
 
     /* Whether it ends within this time. */
     bool endsWithin(std::chrono::milliseconds time);
     /* What its function answered, once it has ended; "ended by signal 9" when it did not answer. */
     std::string report();
-
-private:
-    pid_t pid_;
-    int pipe_;
-    int status_ = 0;
-    bool ended_ = false;
 };
 
 } // namespace ipc

@@ -61,11 +61,6 @@ std::optional<std::uint32_t> call(std::uint32_t service, std::uint32_t function,
     return result;
 }
 
-e2e::CommandResult nwctl(const std::string &arguments)
-{
-    return e2e::run(NW_BINARY_DIR "/nwctl " + arguments);
-}
-
 void ChassisTest::SetUp()
 {
     for (const char *file : {"chassis.json", "ipmi.json"}) {
@@ -77,8 +72,7 @@ void ChassisTest::SetUp()
 void ChassisTest::start()
 {
     daemon.reset();
-    daemon = std::make_unique<e2e::Manager>(std::vector<std::string>{"nwchassisd"},
-                                            NW_RPC_SERVICE_CHASSIS);
+    daemon = e2e::startDaemon("nwchassisd", NW_RPC_SERVICE_CHASSIS);
 }
 
 int ChassisTest::stop()

@@ -10,12 +10,12 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "manager.hpp"
 #include "network_mng/rpc.h"
-#include "shell.hpp"
+#include "programs.hpp"
 
 namespace chassis_test {
 
+using e2e::nwctl;
 using nlohmann::json;
 using Bytes = std::vector<std::uint8_t>;
 
@@ -30,8 +30,6 @@ Bytes request(std::uint8_t command, const Bytes &payload = {});
 std::optional<std::uint32_t> call(std::uint32_t service, std::uint32_t function,
                                   const Bytes &bytes);
 
-e2e::CommandResult nwctl(const std::string &arguments);
-
 class ChassisTest : public ::testing::Test {
 protected:
     void SetUp() override;
@@ -40,7 +38,7 @@ protected:
     /* SIGTERM; answers the exit status. */
     int stop();
 
-    std::unique_ptr<e2e::Manager> daemon;
+    std::unique_ptr<e2e::Process> daemon;
 };
 
 } // namespace chassis_test

@@ -20,8 +20,7 @@ protected:
     void startSink()
     {
         sink.reset();
-        sink = std::make_unique<e2e::Manager>(std::vector<std::string>{"nwchassisd", "--ipmi"},
-                                              NW_RPC_SERVICE_IPMI);
+        sink = e2e::startDaemon("nwchassisd --ipmi", NW_RPC_SERVICE_IPMI);
     }
 
     static NW_RESULT send(std::uint8_t command, const Bytes &payload)
@@ -30,7 +29,7 @@ protected:
         return NW_SendIpmiRpc(bytes.data(), 5000);
     }
 
-    std::unique_ptr<e2e::Manager> sink;
+    std::unique_ptr<e2e::Process> sink;
 };
 
 TEST_F(IpmiSink, RecordsRequests)

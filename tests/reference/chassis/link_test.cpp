@@ -46,7 +46,7 @@ TEST_F(Link, IsUpWhileTheManagerRuns)
 TEST_F(Link, IsDownAfterAnInterrupt)
 {
     start();
-    daemon->sendSignal(SIGINT);
+    daemon->signal(SIGINT);
 
     EXPECT_TRUE(e2e::eventually([] { return state() == 0; }));
 }

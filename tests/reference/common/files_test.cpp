@@ -228,7 +228,7 @@ TEST_F(ReplaceFile, KilledWriterLeavesOneOrTheOtherAndNothingLasting)
             }
         });
         std::this_thread::sleep_for(std::chrono::milliseconds(3));
-        kill(writer.pid(), SIGKILL);
+        writer.signal(SIGKILL);
         writer.wait();
         const std::string text = bmc::readFile(file(), 9000);
         EXPECT_EQ(std::string(9000, text[0]), text);

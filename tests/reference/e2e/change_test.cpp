@@ -64,7 +64,7 @@ TEST_F(Change, SurvivesARestartOfTheManager)
               NW_OK);
 
     stopManager();
-    outputOf("ip address flush dev eth1");
+    shell("ip address flush dev eth1");
     startManager();
 
     EXPECT_THAT(kernelAddresses("eth1"), ElementsAre("192.168.20.7/24", "2001:db8:20::7/56"));
@@ -87,14 +87,14 @@ TEST_F(Change, OfTheGatewayBecomesTheDefaultRoute)
 {
     ASSERT_EQ(changeEth1().ipv4Gateway("192.168.20.254").send(), NW_OK);
 
-    EXPECT_THAT(outputOf("ip route show default dev eth1"), HasSubstr("via 192.168.20.254"));
+    EXPECT_THAT(shell("ip route show default dev eth1"), HasSubstr("via 192.168.20.254"));
     EXPECT_STREQ(queryPort("eth1").szIpv4Gateway, "192.168.20.254");
 }
 
 TEST_F(Change, OfLanEnableTakesTheLinkDownAndUp)
 {
     const auto flags = [] {
-        return nlohmann::json::parse(outputOf("ip -json link show dev eth1"))[0]["flags"];
+        return nlohmann::json::parse(shell("ip -json link show dev eth1"))[0]["flags"];
     };
     ASSERT_THAT(flags(), Contains("UP"));
 

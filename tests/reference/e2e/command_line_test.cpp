@@ -16,7 +16,7 @@ using CommandLine = System;
 
 TEST_F(CommandLine, ShowsThePort)
 {
-    const CommandResult result = nwctl("lan show eth1");
+    const Outcome result = nwctl("lan show eth1");
 
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.output, HasSubstr("192.168.20.2"));
@@ -26,7 +26,7 @@ TEST_F(CommandLine, ShowsThePort)
 
 TEST_F(CommandLine, ShowsEveryPortOfTheModeAsOneDocument)
 {
-    const CommandResult result = nwctl("--json lan show");
+    const Outcome result = nwctl("--json lan show");
     ASSERT_EQ(result.status, 0);
     const json document = json::parse(result.output);
 
@@ -40,7 +40,7 @@ TEST_F(CommandLine, ShowsEveryPortOfTheModeAsOneDocument)
 
 TEST_F(CommandLine, AnswerThatCannotBeWrittenIsAFailure)
 {
-    const CommandResult result = nwctl("lan show >/dev/full");
+    const Outcome result = nwctl("lan show >/dev/full");
 
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.errors, HasSubstr("could not be written"));
@@ -53,14 +53,14 @@ TEST_F(CommandLine, ClosedDescriptorsAreNotTakenForTheDatabase)
     nwctl("lan show bond0 <&- 2>&- >/dev/null");
     nwctl("lan show <&- >&- 2>&-");
 
-    const CommandResult result = nwctl("lan show eth1");
+    const Outcome result = nwctl("lan show eth1");
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.output, HasSubstr("192.168.20.2"));
 }
 
 TEST_F(CommandLine, ChangesThePortAndSaysSo)
 {
-    const CommandResult result = nwctl("lan set eth1 --ipv4 192.168.20.7/25");
+    const Outcome result = nwctl("lan set eth1 --ipv4 192.168.20.7/25");
 
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.output, "LAN settings configured successfully for shared port, "
@@ -91,7 +91,7 @@ TEST_P(RefusedCommand, ChangesNothingAndSaysWhy)
     const Bytes record = storedLanRecord();
     const std::vector<std::string> addresses = kernelAddresses("eth1");
 
-    const CommandResult result = nwctl(GetParam().arguments);
+    const Outcome result = nwctl(GetParam().arguments);
 
     EXPECT_EQ(result.status, GetParam().status);
     EXPECT_THAT(result.output + result.errors, HasSubstr(GetParam().output));
@@ -102,7 +102,7 @@ TEST_P(RefusedCommand, ChangesNothingAndSaysWhy)
 
 TEST_P(RefusedCommand, AnswersADocumentToo)
 {
-    const CommandResult result = nwctl(std::string("--json ") + GetParam().arguments);
+    const Outcome result = nwctl(std::string("--json ") + GetParam().arguments);
 
     EXPECT_EQ(result.status, GetParam().status);
     const json error = json::parse(result.output).at("error");
@@ -130,7 +130,7 @@ TEST_F(CommandLine, TellsThatTheManagerIsMissing)
 {
     stopManager();
 
-    const CommandResult result = nwctl("lan set eth1 --ipv4 192.168.20.7/24");
+    const Outcome result = nwctl("lan set eth1 --ipv4 192.168.20.7/24");
 
     EXPECT_EQ(result.status, 5);
     EXPECT_THAT(result.output, HasSubstr("Failed to configure LAN settings for dedicated port."));
@@ -139,8 +139,8 @@ TEST_F(CommandLine, TellsThatTheManagerIsMissing)
 
 TEST_F(CommandLine, TellsThatTheBusIsMissing)
 {
-    const CommandResult result = run("DBUS_SYSTEM_BUS_ADDRESS=unix:path=/run/nowhere " NW_BINARY_DIR
-                                     "/nwctl --json lan set eth1 --ipv4 192.168.20.7/24");
+    const Outcome result = run("DBUS_SYSTEM_BUS_ADDRESS=unix:path=/run/nowhere " NW_BINARY_DIR
+                               "/nwctl --json lan set eth1 --ipv4 192.168.20.7/24");
 
     EXPECT_EQ(result.status, 5);
     const json error = json::parse(result.output).at("error");
@@ -150,8 +150,7 @@ TEST_F(CommandLine, TellsThatTheBusIsMissing)
 
 TEST_F(CommandLine, TellsThatThereIsNoConfiguration)
 {
-    const CommandResult result =
-        run("BMC_STATE_DIR=/run/nowhere " NW_BINARY_DIR "/nwctl lan show eth1");
+    const Outcome result = run("BMC_STATE_DIR=/run/nowhere " NW_BINARY_DIR "/nwctl lan show eth1");
 
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output, "");

@@ -9,6 +9,8 @@
 
 namespace e2e {
 
+using support::FarHost;
+
 using nlohmann::json;
 using ::testing::AnyOf;
 using ::testing::HasSubstr;
@@ -28,7 +30,7 @@ TEST_F(Probe, RefusesAnAddressThatAnotherHostHas)
 {
     const Bytes record = storedLanRecord();
 
-    const CommandResult result = nwctl("lan set eth1 --ipv4 192.168.20.50/24");
+    const Outcome result = nwctl("lan set eth1 --ipv4 192.168.20.50/24");
     EXPECT_EQ(result.status, 3);
     EXPECT_EQ(result.output, "");
     EXPECT_EQ(result.errors, "nwctl: --ipv4 '192.168.20.50': another host on the network of eth1 "
@@ -44,7 +46,7 @@ TEST_F(Probe, RefusesAnAddressThatAnotherHostHas)
 
 TEST_F(Probe, LetsAFreeAddressPass)
 {
-    const CommandResult result = nwctl("lan set eth1 --ipv4 192.168.20.51/24");
+    const Outcome result = nwctl("lan set eth1 --ipv4 192.168.20.51/24");
 
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.errors, "");
@@ -77,7 +79,7 @@ TEST_F(Probe, IsLeftOutForThePresentAddress)
 
 TEST_F(Probe, SaysSoWithoutItsTool)
 {
-    const CommandResult result =
+    const Outcome result =
         run("PATH=/nowhere " NW_BINARY_DIR "/nwctl lan set eth1 --ipv4 192.168.20.50/24");
 
     EXPECT_EQ(result.status, managerRefuses);
@@ -90,7 +92,7 @@ protected:
     void SetUp() override
     {
         System::SetUp();
-        outputOf(NW_BINARY_DIR "/nwctl lan set eth1 --ipv4-gateway 192.168.20.1");
+        shell(NW_BINARY_DIR "/nwctl lan set eth1 --ipv4-gateway 192.168.20.1");
     }
 };
 
@@ -99,7 +101,7 @@ TEST_F(GatewayMac, IsTheAnsweringHosts)
     const FarHost host("peer1");
     host.own("192.168.20.1/24");
 
-    const CommandResult result = nwctl("gateway-mac eth1");
+    const Outcome result = nwctl("gateway-mac eth1");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.output, host.mac() + "\n");
 
@@ -112,7 +114,7 @@ TEST_F(GatewayMac, IsTheAnsweringHosts)
 /* Takes about four seconds: the library asks twice. */
 TEST_F(GatewayMac, OfASilentGatewayIsNotFound)
 {
-    const CommandResult result = nwctl("gateway-mac eth1");
+    const Outcome result = nwctl("gateway-mac eth1");
 
     EXPECT_EQ(result.status, 6);
     EXPECT_EQ(result.output, "");
@@ -121,7 +123,7 @@ TEST_F(GatewayMac, OfASilentGatewayIsNotFound)
 
 TEST_F(GatewayMac, NeedsAGateway)
 {
-    const CommandResult result = nwctl("--json gateway-mac eth0");
+    const Outcome result = nwctl("--json gateway-mac eth0");
 
     EXPECT_EQ(result.status, 6);
     EXPECT_EQ(json::parse(result.output)["error"]["reason"], "the port has no IPv4 gateway");
@@ -132,12 +134,12 @@ protected:
     void SetUp() override
     {
         System::SetUp();
-        outputOf("rm -rf /run/systemd/netif && mkdir -p /run/systemd/netif/dhcp");
+        shell("rm -rf /run/systemd/netif && mkdir -p /run/systemd/netif/dhcp");
     }
 
     static void lease(const std::string &file, const std::string &text)
     {
-        outputOf("printf '" + text + "' > /run/systemd/netif/dhcp/" + file);
+        shell("printf '" + text + "' > /run/systemd/netif/dhcp/" + file);
     }
 };
 
@@ -159,7 +161,7 @@ TEST_F(Ntp, OfAStaticAddressAreNotAskedFor)
 {
     lease("eth1.ntpv4", "NTP=192.0.2.5\\n");
 
-    const CommandResult result = nwctl("ntp eth1");
+    const Outcome result = nwctl("ntp eth1");
     EXPECT_EQ(result.status, 6);
     EXPECT_EQ(result.errors, "nwctl: PORT 'eth1': DHCP gave the port no NTP server\n");
 }
@@ -169,12 +171,12 @@ class Resolve : public System {
 protected:
     static void SetUpTestSuite()
     {
-        outputOf("printf '127.0.0.1 localhost\\n192.0.2.5 time.example\\n192.0.2.6 time.example\\n"
-                 "2001:db8::7 six.example\\n' > /run/hosts && mount --bind /run/hosts /etc/hosts");
+        shell("printf '127.0.0.1 localhost\\n192.0.2.5 time.example\\n192.0.2.6 time.example\\n"
+              "2001:db8::7 six.example\\n' > /run/hosts && mount --bind /run/hosts /etc/hosts");
     }
     static void TearDownTestSuite()
     {
-        outputOf("umount /etc/hosts");
+        shell("umount /etc/hosts");
     }
 };
 
@@ -189,13 +191,13 @@ TEST_F(Resolve, KeepsToThePreferredAddress)
 
 TEST_F(Resolve, TellsWhatItDoesNotKnow)
 {
-    const CommandResult unknown = nwctl("resolve no.such.name.invalid");
+    const Outcome unknown = nwctl("resolve no.such.name.invalid");
     EXPECT_EQ(unknown.status, 6);
     EXPECT_EQ(unknown.output, "");
     EXPECT_THAT(unknown.errors,
                 HasSubstr("nwctl: NAME 'no.such.name.invalid': the name has no address\n"));
 
-    const CommandResult misused = nwctl("resolve time.example --prefer here");
+    const Outcome misused = nwctl("resolve time.example --prefer here");
     EXPECT_EQ(misused.status, 2);
     EXPECT_THAT(misused.errors, HasSubstr("--prefer 'here': neither an IPv4 nor an IPv6 address"));
 }
@@ -205,14 +207,14 @@ class BmcName : public ::testing::Test {
 protected:
     static void SetUpTestSuite()
     {
-        outputOf("mkdir -p /run/root && cd / && for entry in *; do "
-                 "if [ -L $entry ]; then cp -d $entry /run/root/; "
-                 "elif [ -d $entry ] && [ $entry != conf ]; then "
-                 "mkdir -p /run/root/$entry && mount --rbind /$entry /run/root/$entry; fi; done; "
-                 "mkdir -p /run/root/conf/network");
+        shell("mkdir -p /run/root && cd / && for entry in *; do "
+              "if [ -L $entry ]; then cp -d $entry /run/root/; "
+              "elif [ -d $entry ] && [ $entry != conf ]; then "
+              "mkdir -p /run/root/$entry && mount --rbind /$entry /run/root/$entry; fi; done; "
+              "mkdir -p /run/root/conf/network");
     }
 
-    static CommandResult name(const std::string &arguments)
+    static Outcome name(const std::string &arguments)
     {
         return run("chroot /run/root " NW_BINARY_DIR "/nwctl " + arguments);
     }
@@ -221,12 +223,12 @@ protected:
 
 TEST_F(BmcName, IsReadAndChanged)
 {
-    outputOf(std::string("echo bmc-with-a-long-name > ") + file);
+    shell(std::string("echo bmc-with-a-long-name > ") + file);
     EXPECT_EQ(name("bmc-name").output, "bmc-with-a-long-name\n");
 
     EXPECT_EQ(name("bmc-name rack-7").output, "rack-7\n");
     EXPECT_EQ(json::parse(name("--json bmc-name").output), (json{{"name", "rack-7"}}));
-    EXPECT_EQ(outputOf(std::string("head -n 1 ") + file), "rack-7\n");
+    EXPECT_EQ(shell(std::string("head -n 1 ") + file), "rack-7\n");
 
     const std::string longest(63, 'x');
     EXPECT_EQ(name("bmc-name " + longest).output, longest + "\n");
@@ -234,7 +236,7 @@ TEST_F(BmcName, IsReadAndChanged)
 
 TEST_F(BmcName, IsOnlyToldByADryRun)
 {
-    outputOf(std::string("echo bmc > ") + file);
+    shell(std::string("echo bmc > ") + file);
 
     EXPECT_EQ(name("bmc-name rack-7 --dry-run").output,
               "Dry run, nothing was written. Would change the BMC's name:\n  bmc-name: bmc -> "
@@ -253,7 +255,7 @@ TEST_F(BmcName, IsOnlyToldByADryRun)
 
 TEST_F(BmcName, RefusesWhatIsNoName)
 {
-    outputOf(std::string("echo bmc > ") + file);
+    shell(std::string("echo bmc > ") + file);
     for (const std::string &bad : {std::string("a_b"), std::string("''"), std::string(64, 'x')}) {
         EXPECT_EQ(name("bmc-name " + bad).status, 3) << bad;
     }
@@ -262,10 +264,10 @@ TEST_F(BmcName, RefusesWhatIsNoName)
 
 TEST_F(BmcName, NamesTheMissingFile)
 {
-    outputOf(std::string("rm -f ") + file);
+    shell(std::string("rm -f ") + file);
 
     for (const char *arguments : {"bmc-name", "bmc-name rack-7"}) {
-        const CommandResult result = name(arguments);
+        const Outcome result = name(arguments);
         EXPECT_EQ(result.status, 1);
         EXPECT_EQ(result.output, "");
         EXPECT_THAT(result.errors, HasSubstr("/conf/network/hostname"));

@@ -84,7 +84,7 @@ TEST_F(Failure, QueryNeedsNoManager)
 
 TEST_F(Failure, ManagerDiesWhileTheCallerWaits)
 {
-    manager().sendSignal(SIGSTOP);
+    manager().signal(SIGSTOP);
     Pending result = std::async(std::launch::async, [] {
         return changeEth1().ipv4("192.168.20.7", "255.255.255.0").send();
     });
@@ -132,8 +132,8 @@ TEST_F(Failure, LostAddressesAndAStaleStatusAreMendedAtTheStart)
     const std::vector<std::string> before = kernelAddresses("eth1");
     manager().kill();
     ASSERT_EQ(NW_LMDB_Put_NetStatus(1), NW_OK);
-    outputOf("ip address flush dev eth1");
-    outputOf("ip link set eth1 down");
+    shell("ip address flush dev eth1");
+    shell("ip link set eth1 down");
 
     startManager();
 
@@ -152,8 +152,8 @@ TEST_F(Failure, BusGoneAndBack)
     expectTransportFailure();
 
     manager().kill();
-    outputOf("rm /run/dbus/pid");
-    outputOf("dbus-daemon --config-file=/run/dbus/system.conf --nosyslog --fork");
+    shell("rm /run/dbus/pid");
+    shell("dbus-daemon --config-file=/run/dbus/system.conf --nosyslog --fork");
     startManager();
     expectServingAndConsistent();
 }

@@ -17,15 +17,15 @@ protected:
         stopManager();
         startManager();
         stopManager();
-        outputOf("ip address flush dev eth1 scope global");
-        outputOf("ip address flush dev peer1 scope global");
-        outputOf("ip link set eth1 up");
+        shell("ip address flush dev eth1 scope global");
+        shell("ip address flush dev peer1 scope global");
+        shell("ip link set eth1 up");
     }
 
     void TearDown() override
     {
-        outputOf("ip address flush dev peer1 scope global");
-        outputOf("ip link set peer1 up");
+        shell("ip address flush dev peer1 scope global");
+        shell("ip link set peer1 up");
     }
 
     static std::string kernelLinkLocal()
@@ -42,25 +42,25 @@ protected:
 
 TEST_F(LiveState, Valid)
 {
-    outputOf("ip -6 address add 2001:db8:20::2/64 dev eth1 nodad");
+    shell("ip -6 address add 2001:db8:20::2/64 dev eth1 nodad");
 
     EXPECT_EQ(state(), NW_IPV6_ADDR_VALID);
 }
 
 TEST_F(LiveState, TentativeWithoutCarrierUntilTheLinkIsThere)
 {
-    outputOf("ip link set peer1 down");
-    outputOf("ip -6 address add 2001:db8:20::2/64 dev eth1");
+    shell("ip link set peer1 down");
+    shell("ip -6 address add 2001:db8:20::2/64 dev eth1");
     EXPECT_EQ(state(), NW_IPV6_ADDR_TENTATIVE);
 
-    outputOf("ip link set peer1 up");
+    shell("ip link set peer1 up");
     EXPECT_TRUE(eventually([] { return state() == NW_IPV6_ADDR_VALID; }));
 }
 
 TEST_F(LiveState, DuplicateOfTheOtherEnd)
 {
-    outputOf("ip -6 address add 2001:db8:20::2/64 dev peer1 nodad");
-    outputOf("ip -6 address add 2001:db8:20::2/64 dev eth1");
+    shell("ip -6 address add 2001:db8:20::2/64 dev peer1 nodad");
+    shell("ip -6 address add 2001:db8:20::2/64 dev eth1");
 
     EXPECT_TRUE(eventually([] { return state() == NW_IPV6_ADDR_DAD_FAILED; }));
     EXPECT_TRUE(
@@ -74,7 +74,7 @@ TEST_F(LiveState, AddressThatTheKernelLacksStaysTentative)
 
 TEST_F(LiveState, SameAddressOnAnotherInterfaceDoesNotCount)
 {
-    outputOf("ip -6 address add 2001:db8:20::2/64 dev peer1 nodad");
+    shell("ip -6 address add 2001:db8:20::2/64 dev peer1 nodad");
 
     EXPECT_EQ(state(), NW_IPV6_ADDR_TENTATIVE);
 }

@@ -28,9 +28,8 @@ struct Picture {
 
 Picture takePicture()
 {
-    return {storedLanRecord(),
-            outputOf("ip address show dev eth1 | grep -o 'inet6\\? [^ ]*' | sort"),
-            outputOf("ip route show dev eth1; ip -6 route show dev eth1")};
+    return {storedLanRecord(), shell("ip address show dev eth1 | grep -o 'inet6\\? [^ ]*' | sort"),
+            shell("ip route show dev eth1; ip -6 route show dev eth1")};
 }
 
 TEST_P(Refusal, LeavesEverythingAsItWas)
@@ -81,7 +80,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, Refusal, ::testing::ValuesIn(rows),
  * are done. */
 TEST_F(System, RefusalOfTheKernelTakesBackWhatWasApplied)
 {
-    outputOf("ip -6 address add 2001:db8:20::7/64 dev eth1 nodad");
+    shell("ip -6 address add 2001:db8:20::7/64 dev eth1 nodad");
     const Picture before = takePicture();
     LanChange change = changeEth1();
 

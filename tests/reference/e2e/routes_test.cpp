@@ -9,6 +9,10 @@
 
 namespace e2e {
 
+using support::canConnect;
+using support::FarHost;
+using support::hasCaller;
+
 using nlohmann::json;
 using ::testing::HasSubstr;
 
@@ -78,7 +82,7 @@ TEST_F(Routes, OutliveTheManager)
 {
     ASSERT_EQ(nwctl("lan set eth1 --ipv4-route1 10.1.0.0/16,192.168.20.9").status, 0);
     manager().kill();
-    outputOf("ip route flush proto 124");
+    shell("ip route flush proto 124");
     const int listener = right.listenOn(beyondV4, port);
     EXPECT_FALSE(canConnect(beyondV4, port));
 
@@ -90,8 +94,8 @@ TEST_F(Routes, OutliveTheManager)
 
 TEST_F(Routes, AreShownAndChecked)
 {
-    const CommandResult set = nwctl("lan set eth1 --ipv4-route1 10.1.0.0/16,192.168.20.9 "
-                                    "--ipv6-route1 2001:db8:a::/48,2001:db8:20::9");
+    const Outcome set = nwctl("lan set eth1 --ipv4-route1 10.1.0.0/16,192.168.20.9 "
+                              "--ipv6-route1 2001:db8:a::/48,2001:db8:20::9");
     ASSERT_EQ(set.status, 0) << set.errors;
     EXPECT_THAT(set.output, HasSubstr("10.1.0.0"));
 
@@ -100,14 +104,14 @@ TEST_F(Routes, AreShownAndChecked)
     EXPECT_EQ(shown["ipv4"]["routes"][0]["gateway"], "192.168.20.9");
     EXPECT_EQ(shown["ipv6"]["routes"][0]["prefix"], 48);
 
-    const CommandResult good = nwctl("check routes eth1");
+    const Outcome good = nwctl("check routes eth1");
     EXPECT_EQ(good.status, 0);
     EXPECT_EQ(good.output, "eth1: addresses: no conflict\neth1: routes: no conflict\n");
 
     /* A conflict that is stored already: the wireless interface joins the route's network. */
-    outputOf(R"(echo '{"enabled": true, "ipv4": "10.1.5.5"}' > $BMC_STATE_DIR/wireless.json)");
-    const CommandResult bad = nwctl("check routes eth1");
-    outputOf("rm $BMC_STATE_DIR/wireless.json");
+    shell(R"(echo '{"enabled": true, "ipv4": "10.1.5.5"}' > $BMC_STATE_DIR/wireless.json)");
+    const Outcome bad = nwctl("check routes eth1");
+    shell("rm $BMC_STATE_DIR/wireless.json");
     EXPECT_EQ(bad.status, 3);
     EXPECT_THAT(bad.output, HasSubstr("eth1: routes: 0x1e000a49 (NW_ERR_IPV4_ROUTE1)"));
 }
@@ -130,9 +134,9 @@ class RefusedRoute : public System, public ::testing::WithParamInterface<Conflic
 TEST_P(RefusedRoute, IsRefusedOnBothSides)
 {
     const Bytes record = storedLanRecord();
-    const std::string routes = outputOf("ip route; ip -6 route");
+    const std::string routes = shell("ip route; ip -6 route");
     for (const auto &[suffix, status] : {std::pair{"", 3}, std::pair{" --no-check", 4}}) {
-        const CommandResult result =
+        const Outcome result =
             nwctl(std::string("--json lan set ") + GetParam().arguments + suffix);
         EXPECT_EQ(result.status, status);
         const json error = json::parse(result.output)["error"];
@@ -140,7 +144,7 @@ TEST_P(RefusedRoute, IsRefusedOnBothSides)
         EXPECT_EQ(error["code"], GetParam().code);
     }
     EXPECT_EQ(storedLanRecord(), record);
-    EXPECT_EQ(outputOf("ip route; ip -6 route"), routes);
+    EXPECT_EQ(shell("ip route; ip -6 route"), routes);
 }
 
 const Conflict conflicts[] = {

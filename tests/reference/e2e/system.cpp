@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include <arpa/inet.h>
+#include <nlohmann/json.hpp>
 
 namespace e2e {
 
@@ -45,6 +46,20 @@ bool isSet(const std::uint8_t (&address)[size])
 }
 
 } // namespace
+
+std::vector<std::string> kernelAddresses(const std::string &interface)
+{
+    const auto links = nlohmann::json::parse(shell("ip -json address show dev " + interface));
+    std::vector<std::string> addresses;
+    for (const auto &address : links.at(0).at("addr_info")) {
+        if (address.at("scope") != "link") {
+            addresses.push_back(address.at("local").get<std::string>() + "/" +
+                                std::to_string(address.at("prefixlen").get<int>()));
+        }
+    }
+    std::sort(addresses.begin(), addresses.end());
+    return addresses;
+}
 
 Bytes storedLanRecord()
 {
@@ -90,16 +105,11 @@ NW_ETHER_INS_INFO_S queryPort(const std::string &interface)
     return info;
 }
 
-CommandResult nwctl(const std::string &arguments)
-{
-    return run(NW_BINARY_DIR "/nwctl " + arguments);
-}
-
 void System::SetUp()
 {
-    outputOf(NW_BINARY_DIR "/nwmanagerd --init " NW_CONFIG_FILE " --force");
+    shell(NW_BINARY_DIR "/nwmanagerd --init " NW_CONFIG_FILE " --force");
     for (const std::string interface : {"eth0", "eth1", "bond0"}) {
-        outputOf("ip address flush dev " + interface + " scope global");
+        shell("ip address flush dev " + interface + " scope global");
     }
     startManager();
 }
@@ -107,7 +117,7 @@ void System::SetUp()
 void System::startManager()
 {
     manager_.reset();
-    manager_ = std::make_unique<Manager>();
+    manager_ = startDaemon();
 }
 
 void System::stopManager()

@@ -10,12 +10,14 @@
 #include <gtest/gtest.h>
 
 #include "lan_change.hpp"
-#include "manager.hpp"
-#include "shell.hpp"
+#include "programs.hpp"
 
 namespace e2e {
 
 using Bytes = std::vector<std::uint8_t>;
+
+/* The kernel's addresses of an interface as "ADDRESS/LENGTH", sorted, link-local ones left out. */
+std::vector<std::string> kernelAddresses(const std::string &interface);
 
 /* The stored LAN record, byte for byte; throws when it cannot be read. */
 Bytes storedLanRecord();
@@ -29,8 +31,6 @@ bool changeIsInProgress();
 /* What the library tells about a port; throws when it tells nothing. */
 NW_ETHER_INS_INFO_S queryPort(const std::string &interface);
 
-CommandResult nwctl(const std::string &arguments);
-
 class System : public ::testing::Test {
 protected:
     /* Stores the initial configuration, takes what an earlier test left from the interfaces and
@@ -38,7 +38,7 @@ protected:
     void SetUp() override;
 
     void startManager();
-    Manager &manager()
+    Process &manager()
     {
         return *manager_;
     }
@@ -46,7 +46,7 @@ protected:
     void stopManager();
 
 private:
-    std::unique_ptr<Manager> manager_;
+    std::unique_ptr<Process> manager_;
 };
 
 /* A change to make, and to name the port that has it. */

@@ -178,13 +178,13 @@ TEST_F(Arp, SuspensionFollowsTheWatchdog)
     EXPECT_TRUE(far.isAnswered("192.168.20.2"));
 
     runWatchdog(true);
-    EXPECT_TRUE(waitUntil([&] { return !far.isAnswered("192.168.20.2"); }));
+    EXPECT_TRUE(eventually([&] { return !far.isAnswered("192.168.20.2"); }));
     stopManager();
     startManager();
     EXPECT_FALSE(far.isAnswered("192.168.20.2"));
 
     runWatchdog(false);
-    EXPECT_TRUE(waitUntil([&] { return far.isAnswered("192.168.20.2"); }));
+    EXPECT_TRUE(eventually([&] { return far.isAnswered("192.168.20.2"); }));
 }
 
 TEST_F(Arp, ControlSwitchesResponses)

@@ -240,14 +240,9 @@ TEST_F(CombinedSet, TwoSettersAtOnce)
         }
         return 0;
     };
-    const pid_t child = fork();
-    if (child == 0) {
-        _exit(setters(1));
-    }
+    support::Child other([&] { EXPECT_EQ(setters(1), 0); });
     EXPECT_EQ(setters(0), 0);
-    int status = -1;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_EQ(status, 0);
+    EXPECT_EQ(other.wait(), 0);
     EXPECT_EQ(stored().dns.astPort[0].aucIpv4DnsServer[0][3], rounds);
     EXPECT_EQ(stored().dns.astPort[1].aucIpv4DnsServer[0][3], rounds);
 }

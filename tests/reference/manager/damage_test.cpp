@@ -203,7 +203,7 @@ TEST_F(Damage, OfBothIsAsIfThereHadBeenNoConfiguration)
     fs::remove(state() / "config-db.backup");
     const Outcome outcome = runManager({});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.error.find("there is no configuration"), std::string::npos) << outcome.error;
+    EXPECT_NE(outcome.errors.find("there is no configuration"), std::string::npos) << outcome.errors;
 }
 
 } // namespace nwtest

@@ -72,7 +72,7 @@ protected:
                          std::vector<std::string>{"BMC_LOG_LEVEL=6", "BMC_LOG_TARGET=stderr",
                                                   "LD_PRELOAD=" FAILING_CALLS_LIBRARY,
                                                   "ASAN_OPTIONS=verify_asan_link_order=0"});
-        ASSERT_TRUE(waitUntil([] { return call(LanRequest().bytes()).has_value(); }))
+        ASSERT_TRUE(eventually([] { return call(LanRequest().bytes()).has_value(); }))
             << manager_->errorText();
     }
 
@@ -146,7 +146,7 @@ TEST_F(Fault, NothingWorksAnyMore)
         calls_->received.left = 0;
         if (response->uiResult == notRestored) {
             EXPECT_EQ(storedHost(), 9U);
-            EXPECT_TRUE(waitUntil([] { return kernelAddresses("eth1") == addressesFor(9); }))
+            EXPECT_TRUE(eventually([] { return kernelAddresses("eth1") == addressesFor(9); }))
                 << shell("ip address show dev eth1") << manager_->errorText();
         }
         expectAnswer(changeTo(7), NW_OK, 1);
@@ -192,8 +192,7 @@ protected:
     /* In a process of its own, which may open the database beside this one. */
     static void forgetJournal()
     {
-        const pid_t child = fork();
-        if (child == 0) {
+        support::inChild([] {
             const std::string path = std::string(std::getenv("BMC_STATE_DIR")) + "/config-db";
             MDB_env *environment = nullptr;
             MDB_txn *transaction = nullptr;
@@ -207,11 +206,8 @@ protected:
                 MDB_val key{sizeof(bytes), bytes};
                 mdb_del(transaction, database, &key, nullptr);
             }
-            _exit(mdb_txn_commit(transaction));
-        }
-        int status = -1;
-        waitpid(child, &status, 0);
-        EXPECT_EQ(status, 0);
+            EXPECT_EQ(mdb_txn_commit(transaction), 0);
+        });
     }
 
     static bmc::settings::Configuration withHost(std::uint8_t host)
@@ -259,8 +255,8 @@ TEST_F(FirstJournalTest, LaterFormatIsNotMissed)
     store.put(bmc::manager::journalHeadRecord, {3, 1});
     const Outcome outcome = runManager({});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.error.find("the journal has the format 3"), std::string::npos)
-        << outcome.error;
+    EXPECT_NE(outcome.errors.find("the journal has the format 3"), std::string::npos)
+        << outcome.errors;
     store.put(bmc::manager::journalHeadRecord, {2, 0});
     startManager();
 }
@@ -277,7 +273,7 @@ TEST_F(FirstJournalTest, RenamedPortBlocksNothing)
     expectAnswer(requestOf(NW_CMD_SET_LAN_REVERSE, set), NW_OK);
     EXPECT_EQ(kernelAddresses("eth1"), Addresses{"192.168.10.2/24"});
     shell("ip link set gone0 name eth0");
-    EXPECT_TRUE(waitUntil([] { return kernelAddresses("eth0") == addressesFor(9); }));
+    EXPECT_TRUE(eventually([] { return kernelAddresses("eth0") == addressesFor(9); }));
 }
 
 } // namespace nwtest

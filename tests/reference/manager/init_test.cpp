@@ -90,9 +90,9 @@ TEST_F(Init, ErrorsNameThePlaceAndChangeNothing)
         SCOPED_TRACE(row.name);
         const Outcome outcome = init(row.text);
         EXPECT_EQ(outcome.status, 1);
-        EXPECT_NE(outcome.error.find("nwmanagerd: " + configPath + ": " + row.error),
+        EXPECT_NE(outcome.errors.find("nwmanagerd: " + configPath + ": " + row.error),
                   std::string::npos)
-            << outcome.error;
+            << outcome.errors;
         EXPECT_TRUE(isSame(before, stored()));
     }
 }
@@ -102,7 +102,7 @@ TEST_F(Init, ReplacesOnlyWhenForced)
     const Configuration before = stored();
     const Outcome outcome = init(everyRecord("1"), {});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.error.find("--force"), std::string::npos) << outcome.error;
+    EXPECT_NE(outcome.errors.find("--force"), std::string::npos) << outcome.errors;
     EXPECT_TRUE(isSame(before, stored()));
     EXPECT_EQ(init(everyRecord("1")).status, 0);
     EXPECT_FALSE(isSame(before, stored()));
@@ -120,7 +120,7 @@ TEST_F(Init, AFileThatCannotBeReadIsNamedOnce)
     for (const auto &[file, reason] : files) {
         const Outcome outcome = runManager({"--init", file});
         EXPECT_EQ(outcome.status, 1) << file;
-        EXPECT_EQ(outcome.error, std::string("nwmanagerd: ") + reason + "\n");
+        EXPECT_EQ(outcome.errors, std::string("nwmanagerd: ") + reason + "\n");
     }
 }
 

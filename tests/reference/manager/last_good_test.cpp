@@ -41,7 +41,7 @@ protected:
         manager_.emplace(
             std::vector<std::string>{NWMANAGERD},
             std::vector<std::string>{state(), "BMC_LOG_LEVEL=6", "BMC_LOG_TARGET=stderr"});
-        const bool isReady = waitUntil(
+        const bool isReady = eventually(
             [this] { return !manager_->isRunning() || call(LanRequest().bytes()).has_value(); });
         ASSERT_TRUE(isReady && manager_->isRunning()) << manager_->errorText();
     }

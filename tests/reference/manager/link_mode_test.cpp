@@ -149,8 +149,8 @@ TEST_F(Restart, ComesAfterItsDelay)
     shell("ip address flush dev eth1");
     expectAnswer(restart(1), NW_OK);
     EXPECT_TRUE(kernelAddresses("eth1").empty());
-    EXPECT_TRUE(waitUntil([] { return kernelAddresses("eth1").size() == 2; }));
-    EXPECT_TRUE(waitUntil(
+    EXPECT_TRUE(eventually([] { return kernelAddresses("eth1").size() == 2; }));
+    EXPECT_TRUE(eventually(
         [this] { return manager_->errorText().find("restart: done") != std::string::npos; }));
 }
 
@@ -170,7 +170,7 @@ TEST_F(Restart, MissingPortIsLeftOut)
     EXPECT_EQ(storedStatus(), 0);
 
     shell("ip link add eth0 type veth peer name peer0 && ip link set peer0 up");
-    EXPECT_TRUE(waitUntil([] { return kernelAddresses("eth0").size() == 1; }));
+    EXPECT_TRUE(eventually([] { return kernelAddresses("eth0").size() == 1; }));
 }
 
 TEST_F(Restart, KernelRefusalIsToldAndStopsNothingElse)
@@ -208,8 +208,8 @@ TEST_F(Restart, TheLaterTakesThePlaceOfTheEarlier)
     expectAnswer(restart(1), NW_OK);
     expectAnswer(restart(0), NW_OK);
     shell("ip address flush dev eth1");
-    EXPECT_FALSE(waitUntil([] { return !kernelAddresses("eth1").empty(); },
-                           std::chrono::milliseconds(2000)));
+    EXPECT_FALSE(eventually([] { return !kernelAddresses("eth1").empty(); },
+                            std::chrono::milliseconds(2000)));
 }
 
 } // namespace nwtest

@@ -3,17 +3,12 @@
 #include "manager_system.hpp"
 
 #include <algorithm>
-#include <array>
-#include <csignal>
 #include <cstring>
 #include <fstream>
 #include <sstream>
-#include <thread>
 
 #include <arpa/inet.h>
-#include <fcntl.h>
 #include <nlohmann/json.hpp>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include "bmc_platform.h"
@@ -25,44 +20,6 @@ namespace {
 
 using nlohmann::json;
 
-std::string newErrorFile()
-{
-    std::string path = "/run/stderr-XXXXXX";
-    close(mkstemp(path.data()));
-    return path;
-}
-
-std::string contentOf(const std::string &path)
-{
-    std::stringstream content;
-    content << std::ifstream(path).rdbuf();
-    return content.str();
-}
-
-[[noreturn]] void become(const std::vector<std::string> &command,
-                         const std::vector<std::string> &environment, const std::string &errorFile)
-{
-    std::vector<std::string> words = command;
-    std::vector<char *> arguments;
-    for (std::string &word : words) {
-        arguments.push_back(word.data());
-    }
-    arguments.push_back(nullptr);
-
-    std::vector<std::string> variables = environment;
-    for (std::string &variable : variables) {
-        putenv(variable.data());
-    }
-    dup2(open(errorFile.c_str(), O_WRONLY | O_TRUNC), STDERR_FILENO);
-    execvp(arguments[0], arguments.data());
-    _exit(127);
-}
-
-int statusOf(int waited)
-{
-    return WIFEXITED(waited) ? WEXITSTATUS(waited) : 128 + WTERMSIG(waited);
-}
-
 /* Members of the tool's answer about one interface. */
 json ipJson(const std::string &arguments)
 {
@@ -72,83 +29,12 @@ json ipJson(const std::string &arguments)
 
 } // namespace
 
-Process::Process(const std::vector<std::string> &command,
-                 const std::vector<std::string> &environment)
-    : errorFile_(newErrorFile())
-{
-    process_ = fork();
-    if (process_ == 0) {
-        become(command, environment, errorFile_);
-    }
-}
-
-Process::~Process()
-{
-    if (isRunning()) {
-        signal(SIGKILL);
-        wait();
-    }
-    unlink(errorFile_.c_str());
-}
-
-void Process::signal(int number) const
-{
-    kill(process_, number);
-}
-
-bool Process::isRunning()
-{
-    int waited = 0;
-    if (!status_ && waitpid(process_, &waited, WNOHANG) == process_) {
-        status_ = statusOf(waited);
-    }
-    return !status_;
-}
-
-int Process::wait()
-{
-    const bool ended = waitUntil([this] { return !isRunning(); });
-    EXPECT_TRUE(ended) << "the process doesn't end";
-    return status_.value_or(-1);
-}
-
-std::string Process::errorText() const
-{
-    return contentOf(errorFile_);
-}
-
 Outcome runManager(const std::vector<std::string> &arguments,
                    const std::vector<std::string> &environment)
 {
     std::vector<std::string> command{NWMANAGERD};
     command.insert(command.end(), arguments.begin(), arguments.end());
-    Process process(command, environment);
-    const int status = process.wait();
-    return {status, process.errorText()};
-}
-
-std::string shell(const std::string &command)
-{
-    std::FILE *pipe = popen(command.c_str(), "r");
-    std::string output;
-    std::array<char, 4096> piece;
-    for (std::size_t got; (got = fread(piece.data(), 1, piece.size(), pipe)) > 0;) {
-        output.append(piece.data(), got);
-    }
-    EXPECT_EQ(pclose(pipe), 0) << command;
-    return output;
-}
-
-bool waitUntil(const std::function<bool()> &holds, std::chrono::milliseconds limit)
-{
-    const auto end = std::chrono::steady_clock::now() + limit;
-    while (!holds()) {
-        if (std::chrono::steady_clock::now() > end) {
-            return false;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
-    return true;
+    return support::runProgram(command, environment);
 }
 
 LanRequest &LanRequest::select(unsigned port, std::uint32_t word0, std::uint32_t word1)
@@ -322,7 +208,7 @@ void ManagerTest::configure(const std::string &json)
     const std::string path = "/run/config.json";
     std::ofstream(path) << json;
     const Outcome outcome = runManager({"--init", path, "--force"});
-    ASSERT_EQ(outcome.status, 0) << outcome.error;
+    ASSERT_EQ(outcome.status, 0) << outcome.errors;
 }
 
 void ManagerTest::startManager()
@@ -330,15 +216,14 @@ void ManagerTest::startManager()
     manager_.emplace(std::vector<std::string>{NWMANAGERD},
                      std::vector<std::string>{"BMC_LOG_LEVEL=6", "BMC_LOG_TARGET=stderr"});
     /* A request that selects nothing changes nothing. */
-    const bool isReady = waitUntil(
+    const bool isReady = eventually(
         [this] { return !manager_->isRunning() || call(LanRequest().bytes()).has_value(); });
     ASSERT_TRUE(isReady && manager_->isRunning()) << manager_->errorText();
 }
 
 void ManagerTest::stopManager()
 {
-    manager_->signal(SIGTERM);
-    EXPECT_EQ(manager_->wait(), 0) << manager_->errorText();
+    EXPECT_EQ(manager_->stop(), 0) << manager_->errorText();
 }
 
 } // namespace nwtest

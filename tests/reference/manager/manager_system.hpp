@@ -3,58 +3,29 @@
 /* A running manager for tests, and independent views of what it changed. */
 #pragma once
 
-#include <chrono>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <span>
 #include <string>
 #include <vector>
-
-#include <sys/types.h>
 
 #include <gtest/gtest.h>
 
 #include "network_mng/lan.h"
 #include "network_mng/rpc.h"
 #include "network_mng/store.h"
+#include "process.hpp"
 
 namespace nwtest {
 
-/* A process whose stderr is kept. Killed when the object goes. */
-class Process {
-public:
-    Process(const std::vector<std::string> &command,
-            const std::vector<std::string> &environment = {});
-    ~Process();
-    Process(const Process &) = delete;
-    Process &operator=(const Process &) = delete;
+using support::eventually;
+using support::Outcome;
+using support::Process;
+using support::shell;
 
-    void signal(int number) const;
-    bool isRunning();
-    /* Exit status, or 128 and the signal's number; fails the test after five seconds. */
-    int wait();
-    std::string errorText() const;
-
-private:
-    pid_t process_;
-    std::string errorFile_;
-    std::optional<int> status_;
-};
-
-/* Exit status and stderr of a command that ends by itself. */
-struct Outcome {
-    int status;
-    std::string error;
-};
+/* The manager, with what it ends with. */
 Outcome runManager(const std::vector<std::string> &arguments,
                    const std::vector<std::string> &environment = {});
-
-/* Standard output of a shell command, which must succeed. */
-std::string shell(const std::string &command);
-
-bool waitUntil(const std::function<bool()> &holds,
-               std::chrono::milliseconds limit = std::chrono::seconds(5));
 
 /* A request of command 3, put together field by field. */
 class LanRequest {

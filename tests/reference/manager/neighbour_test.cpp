@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
 /* An IPv4 address that a neighbour has is not taken, whichever way it comes in. */
+#include "far_host.hpp"
 #include "requests.hpp"
 
 namespace nwtest {
@@ -10,20 +11,11 @@ namespace {
 constexpr std::uint32_t addressTaken = 0x1E000022;
 
 /* A system of its own at the far end of a port's wire. */
-class Neighbour {
-public:
-    Neighbour(const std::string &interface, const std::string &address)
+struct Neighbour : support::FarHost {
+    Neighbour(const std::string &interface, const std::string &address) : FarHost(interface)
     {
-        shell("mkdir -p /run/netns && ip netns add neighbour && ip link set " + interface +
-              " netns neighbour && ip -n neighbour link set " + interface +
-              " up && ip -n neighbour address add " + address + "/24 dev " + interface);
+        own(address + "/24");
     }
-    ~Neighbour()
-    {
-        shell("ip netns del neighbour");
-    }
-    Neighbour(const Neighbour &) = delete;
-    Neighbour &operator=(const Neighbour &) = delete;
 };
 
 LanRequest addressSet(const std::string &address)

@@ -48,7 +48,7 @@ public:
     ~SmallDisk()
     {
         setenv("BMC_STATE_DIR", "/run/bmc", 1);
-        shell("umount -l /run/small");
+        support::run("umount -l /run/small");
     }
 
     SmallDisk(const SmallDisk &) = delete;
@@ -386,7 +386,7 @@ TEST_F(Recovery, StatusSaysWhenAChangeIsUnderWay)
             call(ipv4Change(1, step % 2 == 0 ? "192.168.20.3" : "192.168.20.2").bytes());
         }
     });
-    EXPECT_TRUE(waitUntil([] { return storedStatus() == 1; }));
+    EXPECT_TRUE(eventually([] { return storedStatus() == 1; }));
     isOver = true;
     sender.join();
     EXPECT_EQ(storedStatus(), 0);

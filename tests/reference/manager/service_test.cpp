@@ -31,7 +31,7 @@ public:
         std::filesystem::remove("/run/policy-bus");
         daemon_.emplace(std::vector<std::string>{"dbus-daemon", "--config-file=/run/bus.conf",
                                                  "--nofork", "--nosyslog"});
-        EXPECT_TRUE(waitUntil([] { return std::filesystem::exists("/run/policy-bus"); }))
+        EXPECT_TRUE(eventually([] { return std::filesystem::exists("/run/policy-bus"); }))
             << daemon_->errorText();
     }
 
@@ -91,7 +91,7 @@ TEST_F(Service, SecondManagerIsRefused)
     startManager();
     const Outcome outcome = runManager({});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.error.find("another nwmanagerd works on "), std::string::npos);
+    EXPECT_NE(outcome.errors.find("another nwmanagerd works on "), std::string::npos);
     EXPECT_EQ(runManager({"--init", "/run/config.json", "--force"}).status, 1);
     stopManager();
 }
@@ -101,8 +101,8 @@ TEST_F(Service, NameOwnedByAnother)
     const auto other = sdbus::createSystemBusConnection(serviceName);
     const Outcome outcome = runManager({});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.error.find("cannot own the bus name " + serviceName), std::string::npos)
-        << outcome.error;
+    EXPECT_NE(outcome.errors.find("cannot own the bus name " + serviceName), std::string::npos)
+        << outcome.errors;
 }
 
 /* The stored configuration holds without a bus, which is served once it is there. */
@@ -110,13 +110,13 @@ TEST_F(Service, WaitsForTheBus)
 {
     std::filesystem::remove("/run/policy-bus");
     Process manager({NWMANAGERD}, {PolicyBus::address});
-    EXPECT_TRUE(waitUntil([] { return !kernelAddresses("eth0").empty(); })) << manager.errorText();
+    EXPECT_TRUE(eventually([] { return !kernelAddresses("eth0").empty(); })) << manager.errorText();
     EXPECT_TRUE(manager.isRunning());
     EXPECT_NE(manager.errorText().find("the bus is waited for"), std::string::npos)
         << manager.errorText() << kernelSnapshot();
 
     PolicyBus bus("root");
-    EXPECT_TRUE(waitUntil([&] { return isOwned(PolicyBus::address); })) << manager.errorText();
+    EXPECT_TRUE(eventually([&] { return isOwned(PolicyBus::address); })) << manager.errorText();
     manager.signal(SIGTERM);
     EXPECT_EQ(manager.wait(), 0) << manager.errorText();
 }
@@ -125,13 +125,13 @@ TEST_F(Service, BusThatComesAgainIsServed)
 {
     std::optional<PolicyBus> bus("root");
     Process manager({NWMANAGERD}, {PolicyBus::address});
-    ASSERT_TRUE(waitUntil([&] { return isOwned(PolicyBus::address); })) << manager.errorText();
+    ASSERT_TRUE(eventually([&] { return isOwned(PolicyBus::address); })) << manager.errorText();
 
     bus->kill();
     bus.reset();
     bus.emplace("root");
 
-    EXPECT_TRUE(waitUntil([&] { return isOwned(PolicyBus::address); })) << manager.errorText();
+    EXPECT_TRUE(eventually([&] { return isOwned(PolicyBus::address); })) << manager.errorText();
     manager.signal(SIGTERM);
     EXPECT_EQ(manager.wait(), 0) << manager.errorText();
 }
@@ -140,7 +140,7 @@ TEST_F(Service, SignalEndsTheWaitForTheBus)
 {
     std::filesystem::remove("/run/policy-bus");
     Process manager({NWMANAGERD}, {PolicyBus::address});
-    EXPECT_TRUE(waitUntil([] { return !kernelAddresses("eth0").empty(); })) << manager.errorText();
+    EXPECT_TRUE(eventually([] { return !kernelAddresses("eth0").empty(); })) << manager.errorText();
     manager.signal(SIGTERM);
     EXPECT_EQ(manager.wait(), 0) << manager.errorText();
 }
@@ -159,7 +159,7 @@ TEST_F(Service, SecondManagerOnTheBusTouchesNothing)
     const Outcome outcome = runManager({}, {elsewhere});
 
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.error.find("cannot own the bus name"), std::string::npos) << outcome.error;
+    EXPECT_NE(outcome.errors.find("cannot own the bus name"), std::string::npos) << outcome.errors;
     EXPECT_EQ(before, kernelSnapshot());
 }
 
@@ -167,12 +167,12 @@ TEST_F(Service, SecondManagerOnTheBusTouchesNothing)
 TEST_F(Service, BrokenPipeOfTheLogDoesNotEndIt)
 {
     shell("sh -c '(" NWMANAGERD " & echo $! > /run/pid) 2>&1 | true'");
-    ASSERT_TRUE(waitUntil([&] { return isOwned(""); }));
+    ASSERT_TRUE(eventually([&] { return isOwned(""); }));
     for (int round = 0; round < 3; round++) {
         EXPECT_TRUE(call(std::vector<std::uint8_t>(7)).has_value());
     }
     shell("kill -TERM $(cat /run/pid)");
-    EXPECT_TRUE(waitUntil([&] { return !isOwned(""); }));
+    EXPECT_TRUE(eventually([&] { return !isOwned(""); }));
 }
 
 /* The test is root: where the policy names another administrator, root is anybody. */
@@ -181,7 +181,7 @@ TEST_F(Service, PolicyDeniesTheNameToOthers)
     PolicyBus bus("nobody");
     const Outcome outcome = runManager({}, {PolicyBus::address});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.error.find("cannot own the bus name"), std::string::npos) << outcome.error;
+    EXPECT_NE(outcome.errors.find("cannot own the bus name"), std::string::npos) << outcome.errors;
 }
 
 TEST_F(Service, NoConfiguration)
@@ -189,7 +189,8 @@ TEST_F(Service, NoConfiguration)
     const std::string elsewhere = "BMC_STATE_DIR=/run/empty-" + std::to_string(getpid());
     const Outcome outcome = runManager({}, {elsewhere});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.error.find("run nwmanagerd --init FILE"), std::string::npos) << outcome.error;
+    EXPECT_NE(outcome.errors.find("run nwmanagerd --init FILE"), std::string::npos)
+        << outcome.errors;
 }
 
 TEST_F(Service, Options)

@@ -34,7 +34,7 @@ protected:
         return msgget(ftok(NW_HEARTBEAT_KEY_FILE, 5), IPC_CREAT | 0600);
     }
 
-    static e2e::CommandResult send(const std::string &options = "")
+    static e2e::Outcome send(const std::string &options = "")
     {
         return nwctl("heartbeat send 5 01020304050607fF " + options);
     }

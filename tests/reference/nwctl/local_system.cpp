@@ -35,27 +35,14 @@ void coverWithTmpfs(const char *directory)
 
 } // namespace
 
-void startBeside(const std::string &name, const std::string &arguments)
+Beside::Beside(const std::string &arguments)
+    : Process(support::inShell("exec " + e2e::nwctlLine(arguments)))
 {
-    const std::string path = "/run/" + name;
-    e2e::outputOf("rm -f " + path + ".*; { " NW_BINARY_DIR "/nwctl " + arguments + " >" + path +
-                  ".out 2>" + path + ".err; echo $? >" + path + ".new; mv " + path + ".new " +
-                  path + ".status; } & :");
 }
 
-bool hasEnded(const std::string &name)
+bool Beside::endsWithin(std::chrono::milliseconds time)
 {
-    return std::filesystem::exists("/run/" + name + ".status");
-}
-
-e2e::CommandResult resultBeside(const std::string &name)
-{
-    if (!e2e::eventually([&] { return hasEnded(name); })) {
-        throw std::runtime_error(name + " doesn't end");
-    }
-    const std::string path = "/run/" + name;
-    return {std::stoi(e2e::outputOf("cat " + path + ".status")),
-            e2e::outputOf("cat " + path + ".out"), e2e::outputOf("cat " + path + ".err")};
+    return e2e::eventually([this] { return !isRunning(); }, time);
 }
 
 std::string exampleOf(const std::string &command)

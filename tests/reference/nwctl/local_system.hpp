@@ -9,22 +9,20 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "shell.hpp"
+#include "programs.hpp"
 
 namespace local_test {
 
+using e2e::nwctl;
 using nlohmann::json;
 
-inline e2e::CommandResult nwctl(const std::string &arguments)
-{
-    return e2e::run(NW_BINARY_DIR "/nwctl " + arguments);
-}
+/* A command line that takes longer beside the test. */
+class Beside : public e2e::Process {
+public:
+    explicit Beside(const std::string &arguments);
 
-/* Runs a command line that takes longer beside the test; its status and output are files of the
- * name beneath /run. */
-void startBeside(const std::string &name, const std::string &arguments);
-bool hasEnded(const std::string &name);
-e2e::CommandResult resultBeside(const std::string &name);
+    bool endsWithin(std::chrono::milliseconds time);
+};
 
 /* The example of a command's help. */
 std::string exampleOf(const std::string &command);

@@ -121,13 +121,12 @@ TEST_F(Queue, CarriesTextsOfUpTo255Bytes)
 
 TEST_F(Queue, ReceiverWaitsForTheSender)
 {
-    startBeside("receiver", "queue receive /run/queue 7 --timeout 30");
-    EXPECT_FALSE(
-        e2e::eventually([] { return hasEnded("receiver"); }, std::chrono::milliseconds(300)));
+    Beside receiver("queue receive /run/queue 7 --timeout 30");
+    EXPECT_FALSE(receiver.endsWithin(std::chrono::milliseconds(300)));
 
     ASSERT_EQ(nwctl("queue send /run/queue 7 --type 9 late").status, 0);
 
-    const auto received = resultBeside("receiver");
+    const auto received = receiver.outcome();
     EXPECT_EQ(received.status, 0);
     EXPECT_EQ(received.output, "type 9\ntext late\n");
 }
@@ -136,13 +135,12 @@ TEST_F(Queue, SenderWaitsForRoom)
 {
     fill();
     const auto before = state().msg_qnum;
-    startBeside("sender", "queue send /run/queue 7 --timeout 30 x");
-    EXPECT_FALSE(
-        e2e::eventually([] { return hasEnded("sender"); }, std::chrono::milliseconds(300)));
+    Beside sender("queue send /run/queue 7 --timeout 30 x");
+    EXPECT_FALSE(sender.endsWithin(std::chrono::milliseconds(300)));
 
     ASSERT_EQ(nwctl("queue receive /run/queue 7").status, 0);
 
-    EXPECT_EQ(resultBeside("sender").status, 0);
+    EXPECT_EQ(sender.wait(), 0);
     EXPECT_EQ(state().msg_qnum, before);
 }
 
@@ -160,13 +158,12 @@ TEST_F(Queue, WaitsNoLongerThanTheLimit)
 
 TEST_F(Queue, TellsTheReceiverThatItWasReplaced)
 {
-    startBeside("receiver", "queue receive /run/queue 7 --timeout 30");
-    ASSERT_FALSE(
-        e2e::eventually([] { return hasEnded("receiver"); }, std::chrono::milliseconds(300)));
+    Beside receiver("queue receive /run/queue 7 --timeout 30");
+    ASSERT_FALSE(receiver.endsWithin(std::chrono::milliseconds(300)));
 
     ASSERT_EQ(nwctl("queue create /run/queue 7").status, 0);
 
-    const auto received = resultBeside("receiver");
+    const auto received = receiver.outcome();
     EXPECT_EQ(received.output, "");
     /* Between the removal and the creation there is none: either is what it may have seen. */
     EXPECT_THAT(received.status, testing::AnyOf(1, 3));

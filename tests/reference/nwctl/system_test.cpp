@@ -12,15 +12,11 @@
 namespace nwctl {
 namespace {
 
-using e2e::CommandResult;
+using e2e::nwctl;
+using e2e::Outcome;
 using nlohmann::json;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
-
-CommandResult nwctl(const std::string &arguments)
-{
-    return e2e::run(NW_BINARY_DIR "/nwctl " + arguments);
-}
 
 /* What a showing command tells at the place. */
 json shown(const std::string &command, const char *place)
@@ -46,7 +42,7 @@ TEST_P(Settings, AreChangedToldAndShown)
     ASSERT_EQ(nwctl(row.before).status, 0);
     ASSERT_NE(shown(row.show, row.place), row.value) << "nothing would change";
 
-    const CommandResult result = nwctl(row.set);
+    const Outcome result = nwctl(row.set);
 
     EXPECT_EQ(result.status, 0) << result.errors;
     EXPECT_EQ(result.output, row.output);
@@ -58,7 +54,7 @@ TEST_P(Settings, AreLeftAloneByADryRun)
     const Row &row = GetParam();
     const json before = shown(row.show, row.place);
 
-    const CommandResult result = nwctl(std::string(row.set) + " --dry-run");
+    const Outcome result = nwctl(std::string(row.set) + " --dry-run");
 
     EXPECT_EQ(result.status, 0) << result.errors;
     EXPECT_THAT(result.output, StartsWith("Dry run, nothing was sent."));
@@ -69,7 +65,7 @@ TEST_P(Settings, AreNoSuccessWithoutTheManager)
 {
     stopManager();
 
-    const CommandResult result = nwctl(GetParam().set);
+    const Outcome result = nwctl(GetParam().set);
 
     EXPECT_THAT(result.status, ::testing::AnyOf(4, 5));
     EXPECT_THAT(result.output, ::testing::Not(HasSubstr("successfully")));
@@ -136,7 +132,7 @@ TEST_F(Commands, RestartIsDoneOrNoSuccess)
     EXPECT_EQ(nwctl("restart").status, 0);
 
     stopManager();
-    const CommandResult result = nwctl("restart --json");
+    const Outcome result = nwctl("restart --json");
 
     EXPECT_EQ(result.status, 5);
     EXPECT_EQ(json::parse(result.output)["error"]["code"], "0x81000013");
@@ -145,7 +141,7 @@ TEST_F(Commands, RestartIsDoneOrNoSuccess)
 /* A virtual interface has no PHY to set. */
 TEST_F(Commands, AutoNegotiationIsRefusedWithItsReason)
 {
-    const CommandResult result = nwctl("an set eth0 --auto off --speed 100");
+    const Outcome result = nwctl("an set eth0 --auto off --speed 100");
 
     EXPECT_EQ(result.status, 4);
     EXPECT_EQ(result.output, "Failed to configure PHY negotiation.\n");
@@ -163,12 +159,12 @@ TEST_F(Commands, NcsiIsRefusedWithoutItsKernelInterface)
 
 class File : public Commands {
 protected:
-    CommandResult apply(const std::string &document) const
+    Outcome apply(const std::string &document) const
     {
         const std::filesystem::path file =
             std::filesystem::path(::testing::TempDir()) / "nwctl-system.json";
         std::ofstream(file) << document;
-        const CommandResult result = nwctl("apply " + file.string());
+        const Outcome result = nwctl("apply " + file.string());
         std::filesystem::remove(file);
         return result;
     }
@@ -176,7 +172,7 @@ protected:
 
 TEST_F(File, ChangesEveryPart)
 {
-    const CommandResult result = apply(R"({"mode": "separate",
+    const Outcome result = apply(R"({"mode": "separate",
         "lan": {"eth0": {"ipv4": "192.168.30.7/24"}, "eth1": {"arp-interval": 9}},
         "dns": {"eth0": {"ipv4-mode": "manual", "ipv4-server1": "192.168.30.53"}}})");
 
@@ -194,7 +190,7 @@ TEST_F(File, ChangesNothingWhenOnePartIsRefused)
 {
     const e2e::Bytes record = e2e::storedLanRecord();
 
-    const CommandResult result = apply(R"({"lan": {"eth0": {"ipv4": "192.168.30.7/24"}},
+    const Outcome result = apply(R"({"lan": {"eth0": {"ipv4": "192.168.30.7/24"}},
         "an": {"eth0": {"auto": false, "speed": "100"}}})"); /* there is no PHY to set */
 
     EXPECT_EQ(result.status, 4);
@@ -204,7 +200,7 @@ TEST_F(File, ChangesNothingWhenOnePartIsRefused)
 
 TEST_F(File, WithWhatIsExportedChangesNothing)
 {
-    const CommandResult result = apply(nwctl("export").output);
+    const Outcome result = apply(nwctl("export").output);
 
     EXPECT_EQ(result.status, 0) << result.errors;
     EXPECT_EQ(result.output,
@@ -220,7 +216,7 @@ TEST_F(File, IsNoSuccessWithoutTheManager)
 
 TEST_F(Commands, StatusIsOneScreen)
 {
-    const CommandResult result = nwctl("status");
+    const Outcome result = nwctl("status");
 
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.output, StartsWith("  Mode          separate\n"

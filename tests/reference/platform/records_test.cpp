@@ -111,7 +111,7 @@ TEST_F(Records, ReadersAndKillsSeeAllOrNone)
             }
         });
         std::this_thread::sleep_for(std::chrono::milliseconds(10 + round));
-        kill(writer.pid(), SIGKILL);
+        writer.signal(SIGKILL);
         writer.wait();
         inChild([] {
             const bmc::Snapshot snapshot;

@@ -5,8 +5,6 @@
 #include <array>
 #include <fstream>
 
-#include <fcntl.h>
-#include <signal.h>
 #include <unistd.h>
 
 #include "rpc/rpc_protocol.hpp"
@@ -51,20 +49,17 @@ void PrivateBus::stop()
 
 void PrivateBus::start()
 {
-    m_daemon = std::make_unique<Child>([this] {
-        const std::string option = "--config-file=" + (m_directory.path() / "bus.conf").string();
-        const int remarks = open("/dev/null", O_WRONLY);
-        dup2(remarks, STDERR_FILENO);
-        execlp("dbus-daemon", "dbus-daemon", option.c_str(), "--nofork", "--nosyslog", nullptr);
-    });
-    eventually(busAnswers);
+    m_daemon = std::make_unique<support::Process>(std::vector<std::string>{
+        "dbus-daemon", "--config-file=" + (m_directory.path() / "bus.conf").string(), "--nofork",
+        "--nosyslog"});
+    EXPECT_TRUE(eventually(busAnswers));
 }
 
 PrivateBus::~PrivateBus() = default;
 
 void PrivateBus::signal(int number) const
 {
-    EXPECT_EQ(0, kill(m_daemon->pid(), number));
+    m_daemon->signal(number);
 }
 
 void PrivateBus::writeConfiguration() const

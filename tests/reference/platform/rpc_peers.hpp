@@ -38,7 +38,7 @@ private:
     void writeConfiguration() const;
 
     TemporaryDirectory m_directory;
-    std::unique_ptr<Child> m_daemon;
+    std::unique_ptr<support::Process> m_daemon;
     Environment m_address{"DBUS_SYSTEM_BUS_ADDRESS",
                           "unix:path=" + (m_directory.path() / "socket").string()};
 };
@@ -52,9 +52,9 @@ class Peer {
 public:
     Peer(std::uint32_t service, Handler handler, std::string signature = "ay");
 
-    pid_t pid() const
+    void signal(int number) const
     {
-        return m_process->pid();
+        m_process->signal(number);
     }
 
 private:

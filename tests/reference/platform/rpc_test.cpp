@@ -243,7 +243,7 @@ TEST_F(Rpc, MissingServiceIsNotStarted)
                                           "io.networkmng.Service99", "/io/networkmng/Rpc");
     auto call = proxy->createMethodCall("io.networkmng.Rpc1", "Call");
     EXPECT_THROW(proxy->callMethod(call, 300ms), sdbus::Error);
-    bmc::test::eventually([&] { return std::filesystem::exists(bus.startedFile()); });
+    EXPECT_TRUE(bmc::test::eventually([&] { return std::filesystem::exists(bus.startedFile()); }));
 }
 
 TEST_F(Rpc, SilentPeerIsWaitedForAsLongAsTheTimeOutSays)
@@ -267,7 +267,7 @@ TEST_F(Rpc, PeerThatDiesDuringTheCallIsNoticedAtOnce)
     const Peer peer(service, stayBusy);
     std::jthread killer([&] {
         std::this_thread::sleep_for(100ms);
-        kill(peer.pid(), SIGKILL);
+        peer.signal(SIGKILL);
     });
     EXPECT_LT(expectFailure().duration, 3s);
 }

@@ -9,26 +9,16 @@
 #include <string_view>
 
 #include <gtest/gtest.h>
-#include <sys/types.h>
+
+#include "files.hpp"
+#include "process.hpp"
 
 namespace bmc::test {
 
-/* A directory that goes away with its owner. */
-class TemporaryDirectory {
-public:
-    TemporaryDirectory();
-    TemporaryDirectory(const TemporaryDirectory &) = delete;
-    TemporaryDirectory &operator=(const TemporaryDirectory &) = delete;
-    ~TemporaryDirectory();
-
-    const std::filesystem::path &path() const
-    {
-        return m_path;
-    }
-
-private:
-    std::filesystem::path m_path;
-};
+using support::Child;
+using support::eventually;
+using support::inChild;
+using support::TemporaryDirectory;
 
 /* Sets an environment variable, or unsets it for null, until the end of the scope. */
 class Environment {
@@ -62,32 +52,5 @@ private:
 
 /* What the function writes to standard error. */
 std::string stderrOf(const std::function<void()> &function);
-
-/* A forked child that runs the function and ends with status 0 unless an expectation in it failed.
- * It is killed after a while, whatever it does, and at the latest with its owner. */
-class Child {
-public:
-    explicit Child(const std::function<void()> &function);
-    Child(const Child &) = delete;
-    Child &operator=(const Child &) = delete;
-    ~Child();
-
-    pid_t pid() const
-    {
-        return m_pid;
-    }
-
-    /* Exit status as waitpid gives it. */
-    int wait();
-
-private:
-    pid_t m_pid;
-};
-
-/* Runs the function in a child and expects it to succeed there. */
-void inChild(const std::function<void()> &function);
-
-/* Expects the condition to become true within a few seconds. */
-void eventually(const std::function<bool()> &condition);
 
 } // namespace bmc::test

@@ -1,15 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-#include "route_model.hpp"
-
 #include <algorithm>
+
+#include "whole_check_model.hpp"
 
 namespace support {
 
 namespace {
-
-const std::uint8_t bits24[] = {255, 255, 255, 0};
-const std::uint8_t bits32[] = {255, 255, 255, 255};
 
 // What one of a port's two routes is selected by and answered with.
 struct Kind {
@@ -21,94 +18,71 @@ struct Kind {
 const Kind kinds4[] = {{0x08, 0x1E000A49, 0x1E000A55, "1"}, {0x20, 0x1E000A4A, 0x1E000A56, "2"}};
 const Kind kinds6[] = {{0x40, 0x1E000A4D, 0x1E000A57, "1"}, {0x80, 0x1E000A4E, 0x1E000A58, "2"}};
 
-class RouteCheck {
+class RouteCheck : WholeCheckModel {
 public:
     RouteCheck(std::uint32_t portSet, std::uint32_t routeSet, const Wifi &wifi, LanRecord &record)
-        : portSet_(portSet), routeSet_(routeSet), wifi_(wifi), record_(record)
+        : WholeCheckModel(wifi, record), portSet_(portSet), routeSet_(routeSet)
     {
     }
 
     SegmentVerdict normal()
     {
-        hears("Check route segment in normal mode.");
+        say("Check route segment in normal mode.");
         if (((routeSet_ & 0x28U) != 0 && normal4()) || ((routeSet_ & 0xC0U) != 0 && normal6())) {
-            hears("Route address is in the same segment when normal mode");
+            say("Route address is in the same segment when normal mode");
         }
         return verdict_;
     }
 
     SegmentVerdict standby()
     {
-        hears("Check route segment in standby mode.");
+        say("Check route segment in standby mode.");
         if ((routeSet_ & 0x28U) == 0) {
             return verdict_;
         }
-        if (entry(2, at::ipv4Enable)[0] == 0 || wifi_.enable == 0) {
-            hears("There is only one net port that ipv4 is enabled.");
+        if (byte(2, at::ipv4Enable) == 0 || wifi_.enable == 0) {
+            say("There is only one net port that ipv4 is enabled.");
             return verdict_;
         }
         if (bondMeetsWifi()) {
-            hears("Ipv4 route address is in the same segment when mode is standby.");
-            hears("Route address is in the same segment when standby mode");
+            say("Ipv4 route address is in the same segment when mode is standby.");
+            say("Route address is in the same segment when standby mode");
         }
         return verdict_;
     }
 
 private:
-    bool hears(const std::string &line)
-    {
-        verdict_.lines.push_back(line);
-        return true;
-    }
-    bool ends(std::uint32_t code, const std::string &line)
-    {
-        verdict_.result = code;
-        return hears(line);
-    }
-    const std::uint8_t *entry(std::size_t port, std::size_t offset)
-    {
-        return record_.bytes().data() + 4 + kPortEntrySize * port + offset;
-    }
-    bool shares(Ipv4Net first, Ipv4Net second)
-    {
-        return sameIpv4Segment(first, second, verdict_.lines);
-    }
-    bool shares(Ipv6Net first, Ipv6Net second)
-    {
-        return sameIpv6Segment(first, second, verdict_.lines);
-    }
-
     bool meetsAddress4(Ipv4Net route, std::size_t other)
     {
-        return shares(route, {entry(other, at::ipv4Addr), entry(other, at::ipv4Mask)}) &&
-               hears("Ipv4 static route is in the same segment with ipv4 address when mode is "
-                     "normal.");
+        return same(route, {entry(other, at::ipv4Addr), entry(other, at::ipv4Mask)}) &&
+               say("Ipv4 static route is in the same segment with ipv4 address when mode is "
+                   "normal.");
     }
     bool meetsRoutes4(Ipv4Net route, std::size_t other)
     {
         for (std::size_t index = 0; index < 2; ++index) {
             const std::uint8_t *bytes = entry(other, at::ipv4Route[index]);
-            if (bytes[0] == 1 && shares(route, {bytes + 1, bytes + 5})) {
-                return hears("Ipv4 static route is in the same segment with other port route" +
-                             kinds4[index].number + ".");
+            if (bytes[0] == 1 && same(route, {bytes + 1, bytes + 5})) {
+                return say("Ipv4 static route is in the same segment with other port route" +
+                           kinds4[index].number + ".");
             }
         }
         return false;
     }
     bool meetsAddresses6(Ipv6Net route, std::size_t other)
     {
-        const unsigned count = entry(other, at::ipv6Count)[0];
+        const unsigned count = byte(other, at::ipv6Count);
         if (count == 255) {
             return false;
         }
         // The static address and at most sixteen further ones stand one behind the other, and so do
         // their prefix lengths.
         for (unsigned index = 0; index <= std::min(count, 16U); ++index) {
-            if (shares(route, {entry(other, at::ipv6Addr + 16 * index),
-                               entry(other, at::ipv6Prefix + index)[0]})) {
-                return hears("Ipv6 static route is in the same segment with ipv6 address when mode "
-                             "is normal, index[" +
-                             std::to_string(index) + "].");
+            if (same(route, {entry(other, at::ipv6Addr + 16 * index),
+                             byte(other, at::ipv6Prefix + index)})) {
+                return say("Ipv6 static route is in the same segment with ipv6 address when mode "
+                           "is normal, index[" +
+                           std::to_string(index) + "].");
             }
         }
         return false;
@@ -117,9 +91,9 @@ private:
     {
         for (const std::size_t offset : at::ipv6Route) {
             const std::uint8_t *bytes = entry(other, offset);
-            if (bytes[0] == 1 && shares(route, {bytes + 1, bytes[17]})) {
-                return hears("Ipv6 static route is in the same segment with other route when mode "
-                             "is normal.");
+            if (bytes[0] == 1 && same(route, {bytes + 1, bytes[17]})) {
+                return say("Ipv6 static route is in the same segment with other route when mode "
+                           "is normal.");
             }
         }
         return false;
@@ -144,16 +118,16 @@ private:
         return anyRoute(kinds4, at::ipv4Route, port, [&](const Kind &kind, const auto *bytes) {
             const std::string head = "Ipv4 static route" + kind.number;
             if (meetsAddress4({bytes + 1, bytes + 5}, other)) {
-                return ends(kind.destinationCode, head + " is in the same segment with ipv4 "
-                                                         "address when mode is normal.");
+                return found(kind.destinationCode, {head + " is in the same segment with ipv4 "
+                                                           "address when mode is normal."});
             }
-            if (meetsAddress4({bytes + 9, bits32}, other)) {
-                return ends(kind.gatewayCode, head + " gateway is in the same segment with ipv4 "
-                                                     "address when mode is normal.");
+            if (meetsAddress4(host(bytes + 9), other)) {
+                return found(kind.gatewayCode, {head + " gateway is in the same segment with ipv4 "
+                                                       "address when mode is normal."});
             }
             return meetsRoutes4({bytes + 1, bytes + 5}, other) &&
-                   ends(kind.destinationCode,
-                        head + " is in the same segment with other route when mode is normal.");
+                   found(kind.destinationCode,
+                         {head + " is in the same segment with other route when mode is normal."});
         });
     }
     bool meetsWifi(std::size_t port)
@@ -161,11 +135,11 @@ private:
         return anyRoute(kinds4, at::ipv4Route, port, [&](const Kind &kind, const auto *bytes) {
             const std::string head = "Ipv4 static route" + kind.number;
             const std::string tail = " is in the same segment with wifi when mode is normal.";
-            if (shares(Ipv4Net{bytes + 1, bytes + 5}, {wifi_.address.data(), bits24})) {
-                return ends(kind.destinationCode, head + tail);
+            if (same(Ipv4Net{bytes + 1, bytes + 5}, wifi24())) {
+                return found(kind.destinationCode, {head + tail});
             }
-            return shares(Ipv4Net{bytes + 9, bits32}, {wifi_.address.data(), bits32}) &&
-                   ends(kind.gatewayCode, head + " gateway" + tail);
+            return same(host(bytes + 9), host(wifi_.address.data())) &&
+                   found(kind.gatewayCode, {head + " gateway" + tail});
         });
     }
     bool meetsPort6(std::size_t port, std::size_t other)
@@ -179,47 +153,47 @@ private:
             const Ipv6Net destination{bytes + 1, bytes[17]};
             const Ipv6Net gateway{bytes + 18, 128};
             if (meetsAddresses6(destination, other)) {
-                return ends(kind.destinationCode, head + withAddress);
+                return found(kind.destinationCode, {head + withAddress});
             }
             if (meetsRoutes6(destination, other)) {
-                return ends(kind.destinationCode, head + withRoute);
+                return found(kind.destinationCode, {head + withRoute});
             }
             if (meetsAddresses6(gateway, other)) {
-                return ends(kind.gatewayCode, head + " gateway" + withAddress);
+                return found(kind.gatewayCode, {head + " gateway" + withAddress});
             }
             return meetsRoutes6(gateway, other) &&
-                   ends(kind.gatewayCode, head + " gateway" + withRoute);
+                   found(kind.gatewayCode, {head + " gateway" + withRoute});
         });
     }
 
     bool normal4()
     {
-        hears("Check ipv4 route segment.");
+        say("Check ipv4 route segment.");
         const bool wifi = wifi_.enable == 1;
         for (std::size_t port = 0; port < 2; ++port) {
             const std::size_t other = 1 - port;
             if ((portSet_ & (1U << port)) == 0) {
                 continue;
             }
-            if ((entry(other, at::ipv4Enable)[0] == 1 && meetsPort4(port, other) &&
-                 hears("Route address is in the same segment with eth" + std::to_string(other) +
-                       " when normal mode")) ||
+            if ((byte(other, at::ipv4Enable) == 1 && meetsPort4(port, other) &&
+                 say("Route address is in the same segment with eth" + std::to_string(other) +
+                     " when normal mode")) ||
                 (wifi && meetsWifi(port) &&
-                 hears("Route address is in the same segment with wifi when normal mode"))) {
-                return hears("Ipv4 static route is in the same segment when mode is normal.");
+                 say("Route address is in the same segment with wifi when normal mode"))) {
+                return say("Ipv4 static route is in the same segment when mode is normal.");
             }
         }
         return false;
     }
     bool normal6()
     {
-        hears("Check ipv6 route segment.");
+        say("Check ipv6 route segment.");
         for (std::size_t port = 0; port < 2; ++port) {
             const std::size_t other = 1 - port;
-            if (entry(other, at::ipv6Enable)[0] == 1 && meetsPort6(port, other)) {
-                hears("IPv6 route address is in the same segment with eth" + std::to_string(other) +
-                      " when normal mode");
-                return hears("Ipv6 static route is in the same segment when mode is normal.");
+            if (byte(other, at::ipv6Enable) == 1 && meetsPort6(port, other)) {
+                say("IPv6 route address is in the same segment with eth" + std::to_string(other) +
+                    " when normal mode");
+                return say("Ipv6 static route is in the same segment when mode is normal.");
             }
         }
         return false;
@@ -231,15 +205,15 @@ private:
             const std::uint8_t *bytes = entry(2, at::ipv4Route[index]);
             const Kind &kind = kinds4[index];
             const std::string head = "The IPv4 static route" + kind.number;
-            const Ipv4Net wifi{wifi_.address.data(), bits24};
             if (bytes[0] != 1) {
                 continue;
             }
-            if (shares({bytes + 1, bytes + 5}, wifi)) {
-                return ends(kind.destinationCode, head + " is in the same segment with wifi.");
+            if (same(Ipv4Net{bytes + 1, bytes + 5}, wifi24())) {
+                return found(kind.destinationCode, {head + " is in the same segment with wifi."});
             }
-            if (shares({bytes + 9, bits32}, wifi)) {
-                return ends(kind.gatewayCode, head + " gateway is in the same segment with wifi.");
+            if (same(host(bytes + 9), wifi24())) {
+                return found(kind.gatewayCode,
+                             {head + " gateway is in the same segment with wifi."});
             }
         }
         return false;
@@ -247,9 +221,6 @@ private:
 
     std::uint32_t portSet_;
     std::uint32_t routeSet_;
-    const Wifi &wifi_;
-    LanRecord &record_;
-    SegmentVerdict verdict_;
 };
 
 } // namespace

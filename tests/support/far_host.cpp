@@ -8,15 +8,18 @@
 
 #include <arpa/inet.h>
 #include <fcntl.h>
+#include <linux/if_ether.h>
+#include <linux/if_packet.h>
+#include <net/if.h>
 #include <netinet/in.h>
 #include <poll.h>
 #include <sched.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include "shell.hpp"
+#include "process.hpp"
 
-namespace e2e {
+namespace support {
 
 namespace {
 
@@ -47,25 +50,31 @@ struct SocketAddress {
     }
 };
 
-/* Enters the host's namespace for good: for a thread that ends with its work. */
-int openListener(const std::string &space, const SocketAddress &address)
+int openListener(const SocketAddress &address)
 {
-    const int handle = ::open(("/run/netns/" + space).c_str(), O_RDONLY | O_CLOEXEC);
-    const bool isThere = ::setns(handle, CLONE_NEWNET) == 0;
-    ::close(handle);
-    const int listener =
-        isThere ? ::socket(address.storage.ss_family, SOCK_STREAM | SOCK_CLOEXEC, 0) : -1;
+    const int listener = ::socket(address.storage.ss_family, SOCK_STREAM | SOCK_CLOEXEC, 0);
     const bool isReady =
         ::bind(listener, address.get(), address.length) == 0 && ::listen(listener, 4) == 0;
     return isReady ? listener : -1;
+}
+
+int openArpSocket(const std::string &interface)
+{
+    const int opened = ::socket(AF_PACKET, SOCK_DGRAM | SOCK_CLOEXEC, htons(ETH_P_ARP));
+    sockaddr_ll address{};
+    address.sll_family = AF_PACKET;
+    address.sll_protocol = htons(ETH_P_ARP);
+    address.sll_ifindex = static_cast<int>(::if_nametoindex(interface.c_str()));
+    const bool isBound =
+        ::bind(opened, reinterpret_cast<const sockaddr *>(&address), sizeof(address)) == 0;
+    return isBound ? opened : -1;
 }
 
 } // namespace
 
 FarHost::FarHost(std::string interface) : interface_(std::move(interface))
 {
-    outputOf("ip netns add " + interface_ + " && ip link set " + interface_ + " netns " +
-             interface_);
+    shell("ip netns add " + interface_ + " && ip link set " + interface_ + " netns " + interface_);
     command("link set lo up");
     command("link set " + interface_ + " up");
 }
@@ -78,7 +87,7 @@ FarHost::~FarHost()
 
 void FarHost::command(const std::string &words) const
 {
-    outputOf("ip -n " + interface_ + " " + words);
+    shell("ip -n " + interface_ + " " + words);
 }
 
 void FarHost::own(const std::string &address) const
@@ -92,20 +101,41 @@ void FarHost::ownBehind(const std::string &address) const
     command("address add " + address + " dev lo");
 }
 
+void FarHost::disown() const
+{
+    command("address flush dev " + interface_);
+}
+
 std::string FarHost::mac() const
 {
-    return outputOf("ip -n " + interface_ + " -o link show " + interface_ +
-                    " | sed 's/.*ether \\([^ ]*\\).*/\\1/' | tr -d '\\n'");
+    return shell("ip -n " + interface_ + " -o link show " + interface_ +
+                 " | sed 's/.*ether \\([^ ]*\\).*/\\1/' | tr -d '\\n'");
 }
 
 int FarHost::listenOn(const std::string &address, std::uint16_t port) const
 {
-    int listener = -1;
-    std::thread([&] { listener = openListener(interface_, {address, port}); }).join();
-    if (listener < 0) {
-        throw std::runtime_error("nothing listens on " + address);
+    return openThere([&] { return openListener({address, port}); });
+}
+
+int FarHost::arpSocket() const
+{
+    return openThere([this] { return openArpSocket(interface_); });
+}
+
+// A thread's network namespace is its own.
+int FarHost::openThere(const std::function<int()> &open) const
+{
+    int opened = -1;
+    std::thread([&] {
+        const int space = ::open(("/run/netns/" + interface_).c_str(), O_RDONLY | O_CLOEXEC);
+        const bool isThere = ::setns(space, CLONE_NEWNET) == 0;
+        ::close(space);
+        opened = isThere ? open() : -1;
+    }).join();
+    if (opened < 0) {
+        throw std::runtime_error("no socket on the host behind " + interface_);
     }
-    return listener;
+    return opened;
 }
 
 bool canConnect(const std::string &address, std::uint16_t port)
@@ -130,4 +160,4 @@ bool hasCaller(int listener)
     return true;
 }
 
-} // namespace e2e
+} // namespace support

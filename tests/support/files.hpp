@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-// Files, commands and descriptors that tests on a real system need.
+// Files and descriptors that tests on a real system need.
 #pragma once
 
 #include <chrono>
@@ -15,14 +15,6 @@
 #include <unistd.h>
 
 namespace support {
-
-// Runs a command line; its failure ends the test.
-inline void run(const std::string &command)
-{
-    if (std::system(command.c_str()) != 0) {
-        throw std::runtime_error("failed: " + command);
-    }
-}
 
 inline void writeFile(const std::filesystem::path &path, const std::string &content)
 {
