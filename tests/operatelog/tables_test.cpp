@@ -78,7 +78,7 @@ TEST(SuccessTable, HoldsEveryRowInOrder)
         EXPECT_EQ(row.uiBitMask, expected.mask);
         EXPECT_EQ(row.uiPerPort, 0U);
         EXPECT_EQ(row.uiExcludeMask, expected.exclude);
-        EXPECT_EQ(row.pfnParamFormat, expected.formatter);
+        EXPECT_TRUE(row.pfnParamFormat == expected.formatter);
         EXPECT_EQ(row.uiParamOffset, expected.offset);
         EXPECT_EQ(fake::bytesOf(row.acDesc), padded(expected.text, 128));
     }

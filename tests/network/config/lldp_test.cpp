@@ -233,7 +233,7 @@ TEST_P(LldpSwitches, ReportAFailedChangeOnce)
 {
     for (const auto &[answer, result] : refusals) {
         platform.clearCalls();
-        platform.answerRpc([&answer](const fake::Call &) { return answer; });
+        platform.answerRpc([&reply = answer](const fake::Call &) { return reply; });
         Context context(setters::poison);
 
         EXPECT_EQ(GetParam().call(1, context.get()), GetParam().passesOn ? result : 0x81000001U);

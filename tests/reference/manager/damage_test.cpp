@@ -203,7 +203,8 @@ TEST_F(Damage, OfBothIsAsIfThereHadBeenNoConfiguration)
     fs::remove(state() / "config-db.backup");
     const Outcome outcome = runManager({});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.errors.find("there is no configuration"), std::string::npos) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("there is no configuration"), std::string::npos)
+        << outcome.errors;
 }
 
 } // namespace nwtest
