@@ -74,7 +74,7 @@ Verdict checkHost(const std::string &text)
         return {false, "longer than " + std::to_string(longest) + " characters"};
     }
     if (LIB_NW_CheckHostName(text.c_str()) == 0) {
-        return {false, "a host name is made of letters, digits and inner hyphens"};
+        return {false, settings::nameRule};
     }
     return {true, "host name"};
 }
@@ -82,8 +82,7 @@ Verdict checkHost(const std::string &text)
 Verdict checkDomain(const std::string &text)
 {
     if (LIB_NW_DomainValidityCheck(text.c_str()) == 0) {
-        return {false, "a domain is made of two labels or more, with points between them: letters, "
-                       "digits and inner hyphens, 63 characters a label, 255 in all"};
+        return {false, settings::domainRule};
     }
     return {true, text.empty() ? "no domain" : "domain"};
 }

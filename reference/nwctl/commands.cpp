@@ -89,7 +89,7 @@ Parameter portParameter(Parameter::Kind kind, const std::string &remark)
 {
     /* Completion offers what stands in front of the index. */
     return {kind, "PORT",
-            "Port: " + portRoles() + usualInterfaces +
+            "Port: " + bmc::settings::portRoles() + usualInterfaces +
                 ", its index 0, 1, 2, or channel:N for the port of a LAN channel" + remark};
 }
 

@@ -10,6 +10,7 @@
 #include "network_mng/settings.h"
 #include "nwctl/sending.hpp"
 #include "settings/manager_bytes.hpp"
+#include "settings/requests.hpp"
 
 namespace nwctl {
 
@@ -59,8 +60,8 @@ NW_RESULT askForRestart(std::uint32_t delay)
 
 Sending prepareRestart(const Arguments &arguments)
 {
-    constexpr unsigned delayMax = 3600;
-    const unsigned delay = numberIn("SECONDS", arguments.value("SECONDS", "0"), 0, delayMax);
+    const unsigned delay =
+        numberIn("SECONDS", arguments.value("SECONDS", "0"), 0, settings::longestRestartDelay);
     Sending sending{.what = "network restart", .commands = {NW_CMD_RESTART}};
     sending.given = arguments.given("SECONDS");
     sending.deed =
@@ -132,9 +133,7 @@ Json suspensionChanges(const Configuration &present, bool isSuspended)
     for (unsigned port = 0; port < NW_PORT_COUNT; ++port) {
         NW_LAN_CFG_PORT_S entry = present.lan.astPort[port];
         const std::uint8_t before = settings::suspendedArp(entry);
-        settings::ArpBytes bytes = settings::arpOf(entry);
-        bytes.isResumed = isSuspended ? 0 : 1;
-        settings::putArp(entry, bytes);
+        settings::resumeArp(entry, !isSuspended);
         const std::uint8_t after = settings::suspendedArp(entry);
         if (before != after) {
             changes.push_back({{settings::changePlaceKey,
@@ -202,7 +201,9 @@ void addRequestCommands(std::vector<Command> &commands)
     const Parameter dryRun = dryRunFlag();
     const settings::Setting &suspend = *settings::findSetting(Section::lan, "arp-suspend");
     const Parameter shareLink{Kind::required, "MODE", settings::listed(shareLinkWords)};
-    const Parameter seconds{Kind::optional, "SECONDS", "delay, 0 to 3600; 0 without it"};
+    const Parameter seconds{Kind::optional, "SECONDS",
+                            "delay, 0 to " + std::to_string(settings::longestRestartDelay) +
+                                "; 0 without it"};
     const Parameter resumed{Kind::optional, "WHAT", "resume or suspend; resume without it"};
     const Parameter suspended{Kind::repeated, suspendOption, settings::helpOf(suspend),
                               settings::valueNameOf(suspend)};

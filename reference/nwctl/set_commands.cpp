@@ -212,11 +212,11 @@ void addReceive(const Arguments &arguments, Sending &sending)
     };
 }
 
-void requireFreeAddress(const Sending &sending, const Arguments &arguments, Session &session)
+void requireFreeAddress(const Sending &sending, Session &session)
 {
     const NW_IFC_STATE_DB_INFO_S interfaces = readInterfaces();
     const std::optional<Probe> probe = probeAddress(sending.changes.front().front(), interfaces);
-    if (!probe || arguments.has("--no-probe")) {
+    if (!probe) {
         return;
     }
     if (probe->result == ProbeResult::noTool) {
@@ -237,7 +237,7 @@ void checkLan(const SetCommand &row, const Sending &sending, const Arguments &ar
         requireNoOverlap(readConfiguration(), sending);
     }
     if (std::string_view(row.group) == "lan" && !arguments.has("--no-probe")) {
-        requireFreeAddress(sending, arguments, session);
+        requireFreeAddress(sending, session);
     }
 }
 

@@ -130,21 +130,8 @@ unsigned findPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &t
         return port;
     }
 
-    std::string names;
-    for (unsigned index = 0; index < NW_PORT_COUNT; ++index) {
-        names += bmc::settings::nameOf(interfaces, index) + ", ";
-    }
     throw Failure(Exit::usage, "PORT", text,
-                  "no such port, expected " + names + portRoles() + "0, 1, 2 or channel:N");
-}
-
-std::string portRoles()
-{
-    std::string roles;
-    for (unsigned port = 0; port < NW_PORT_COUNT; ++port) {
-        roles += std::string(bmc::settings::roleOf(port)) + ", ";
-    }
-    return roles;
+                  "no such port, expected " + bmc::settings::expectedPorts(interfaces));
 }
 
 NamedPort namedPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &text)

@@ -24,7 +24,8 @@ struct NamedPort {
     std::string name;
 };
 
-/* The same, on one copy of all records: what it shows was true at one moment. */
+/* What a command does, and the same on one copy of all records: what it shows was true at one
+ * moment. */
 using Run = std::function<void(const Arguments &arguments, Session &session)>;
 Run inSnapshot(Run run);
 
@@ -42,8 +43,6 @@ Configuration readConfiguration();
  * "0" to "2", or of an IPMI LAN channel ("channel:1"). Throws Failure: usage, refused for a channel
  * without a port. */
 unsigned findPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &text);
-/* "dedicated, shared, bond, " */
-std::string portRoles();
 /* The same as findPort, with the port's name. */
 NamedPort namedPort(const NW_IFC_STATE_DB_INFO_S &interfaces, const std::string &text);
 /* Port and index in the order in which they are shown. */

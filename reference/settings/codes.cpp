@@ -48,7 +48,7 @@ constexpr Code rows[] = {
     MANAGER(badVlanId, "NW_MANAGER_BAD_VLAN_ID",              INVALID_DATA,    none,                          "VLAN ID above 4094"),
     MANAGER(badVlanPriority, "NW_MANAGER_BAD_VLAN_PRIORITY",  INVALID_DATA,    none,                          "VLAN priority above 7"),
     MANAGER(systemFailed, "NW_MANAGER_SYSTEM_FAILED",         UNSPECIFIED,     none,                          "the system refused the change; nothing was changed"),
-    MANAGER(badArpFlags, "NW_MANAGER_BAD_ARP_FLAGS",          INVALID_DATA,    none,                          "an ARP setting has bits other than 0 and 1"),
+    MANAGER(badArpFlags, "NW_MANAGER_BAD_ARP_FLAGS",          INVALID_DATA,    none,                          "an ARP setting has bits other than 0 and 1, or an ARP interval is above 255"),
     MANAGER(badHostName, "NW_MANAGER_BAD_HOST_NAME",          INVALID_DATA,    none,                          "not a name of 1 to 63 letters, digits and inner hyphens"),
     MANAGER(badHostNameMode, "NW_MANAGER_BAD_HOST_NAME_MODE", INVALID_DATA,    none,                          "the host name mode is unknown, or a name is given in automatic mode"),
     MANAGER(badDnsServer, "NW_MANAGER_BAD_DNS_SERVER",        INVALID_DATA,    none,                          "not an address that a DNS server can have"),

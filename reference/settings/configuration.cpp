@@ -125,4 +125,23 @@ unsigned findPort(const NW_IFC_STATE_DB_INFO_S &state, std::string_view text)
     return named;
 }
 
+std::string portRoles()
+{
+    std::string list;
+    for (const std::string_view role : roles) {
+        list += std::string(role) + ", ";
+    }
+    return list;
+}
+
+std::string expectedPorts(const NW_IFC_STATE_DB_INFO_S &state)
+{
+    std::string names;
+    for (unsigned port = 0; port < NW_PORT_COUNT; ++port) {
+        const std::string name = nameOf(state, port);
+        names += name.empty() ? "" : name + ", ";
+    }
+    return names + portRoles() + (names.empty() ? "0, 1 or 2" : "0, 1, 2 or channel:N");
+}
+
 } // namespace bmc::settings

@@ -71,5 +71,9 @@ std::string titleOf(const NW_IFC_STATE_DB_INFO_S &state, unsigned port);
 /* The port that a text names: its role, its index, the name of its interface, or "channel:N", the
  * port served that has the LAN channel; NW_PORT_COUNT when there is none. */
 unsigned findPort(const NW_IFC_STATE_DB_INFO_S &state, std::string_view text);
+/* "dedicated, shared, bond, " */
+std::string portRoles();
+/* All texts that name a port, for whoever gave another one. */
+std::string expectedPorts(const NW_IFC_STATE_DB_INFO_S &state);
 
 } // namespace bmc::settings

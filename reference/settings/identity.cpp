@@ -59,14 +59,7 @@ unsigned portOf(const Node &ports, const std::string &key, const NW_IFC_STATE_DB
 {
     const unsigned port = findPort(state, key);
     if (port == NW_PORT_COUNT) {
-        std::string names;
-        for (unsigned each = 0; each < NW_PORT_COUNT; ++each) {
-            const std::string name = settings::nameOf(state, each);
-            names += name.empty() ? "" : name + ", ";
-        }
-        refuse(memberOf(ports, key), "no such port, expected " + names +
-                                         "dedicated, shared, bond, 0, 1" +
-                                         (names.empty() ? " or 2" : ", 2 or channel:N"));
+        refuse(memberOf(ports, key), "no such port, expected " + expectedPorts(state));
     }
     return port;
 }

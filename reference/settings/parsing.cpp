@@ -215,7 +215,7 @@ Fields parseName(const Text &text)
     std::ranges::copy(text.text, bytes.begin() + (isCounted ? 1 : 0));
     const bool isWhole = text.text.find('\0') == std::string_view::npos;
     if (!isWhole || !partOf(text, 0).isValid(bytes.data())) {
-        refuseFor(text, "a host name is made of letters, digits and inner hyphens");
+        refuseFor(text, nameRule);
     }
     return {{&partOf(text, 0), bytes}};
 }
@@ -228,9 +228,7 @@ Fields parseDomain(const Text &text)
     const bool isWhole =
         text.text.size() < part.requestSize && text.text.find('\0') == std::string_view::npos;
     if (!isWhole || !part.isValid(bytes.data())) {
-        refuseFor(text,
-                  "a domain is made of two labels or more, with points between them: letters, "
-                  "digits and inner hyphens, 63 characters a label, 255 in all");
+        refuseFor(text, domainRule);
     }
     return {{&part, bytes}};
 }

@@ -107,11 +107,6 @@ std::uint32_t partsIn(std::uint32_t command, std::span<const std::uint8_t> paylo
 
 } // namespace
 
-bool isSettingsCommand(std::uint32_t command)
-{
-    return std::ranges::find(pieces, command, &Piece::command) != std::end(pieces);
-}
-
 Change changeIn(std::uint32_t command, std::span<const std::uint8_t> payload)
 {
     const std::uint32_t parts = partsIn(command, payload);

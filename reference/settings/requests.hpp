@@ -10,11 +10,12 @@
 
 namespace bmc::settings {
 
-/* Does the command (NW_COMMAND_E) ask for settings? */
-bool isSettingsCommand(std::uint32_t command);
+/* Seconds by which NW_CMD_RESTART may be put off. */
+inline constexpr unsigned longestRestartDelay = 3600;
 
-/* What the payload of such a command asks for: an edit for each port whose change bits are not all
- * clear. Throws Refusal for a combined set with parts that there are not. */
+/* What the payload of a command (NW_COMMAND_E) that is about settings asks for: an edit for each
+ * port whose change bits are not all clear. Throws Refusal for a combined set with parts that there
+ * are not. */
 Change changeIn(std::uint32_t command, std::span<const std::uint8_t> payload);
 
 /* The payload by which the section's own command asks for the section's part of the change. */

@@ -15,9 +15,6 @@ namespace bmc::manager {
 
 namespace {
 
-/* Longest delay of a restart. */
-constexpr std::uint32_t longestDelay = 3600;
-
 struct Command {
     std::uint8_t code;
     const char *name;
@@ -28,7 +25,7 @@ struct Command {
 void restart(Engine &engine, Payload payload, NW_RPC_RESPONSE_S &)
 {
     const auto seconds = contentOf<std::uint32_t>(payload);
-    require(seconds <= longestDelay, Result::badDelay, "restart");
+    require(seconds <= settings::longestRestartDelay, Result::badDelay, "restart");
     if (seconds == 0) {
         engine.restart();
     } else {

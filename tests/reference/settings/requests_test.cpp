@@ -67,15 +67,6 @@ TEST(Requests, APayloadIsTheChangeThatItWasMadeOf)
     }
 }
 
-TEST(Requests, EveryCommandWithSettingsIsKnownAndNoOther)
-{
-    for (std::uint32_t command = 0; command < 256; ++command) {
-        const bool expected = command == NW_CMD_SET_ALL ||
-                              std::ranges::find(rows, command, &Row::command) != std::end(rows);
-        EXPECT_EQ(isSettingsCommand(command), expected) << command;
-    }
-}
-
 TEST(Requests, FieldsAreWhereTheRecordsHaveThem)
 {
     NW_LAN_SET_REQ_S lan{};

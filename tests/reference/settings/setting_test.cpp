@@ -94,6 +94,46 @@ TEST(Settings, TellRangeAndUnitWithTheirHelp)
     EXPECT_EQ(helpOf(*findSetting(Section::an, "duplex")), "duplex");
 }
 
+bool takes(const Part &part, std::uint32_t value)
+{
+    std::vector<std::uint8_t> bytes(part.requestSize);
+    for (std::size_t index = 0; index < bytes.size(); ++index) {
+        bytes[index] = static_cast<std::uint8_t>(value >> (8 * index));
+    }
+    return part.isValid(bytes.data());
+}
+
+void expectRange(const Setting &setting, const Part &part)
+{
+    const Kind &kind = *setting.kind;
+    const std::uint64_t largest = (std::uint64_t{1} << (8 * part.requestSize)) - 1;
+    EXPECT_TRUE(takes(part, kind.least)) << setting.key;
+    EXPECT_TRUE(takes(part, kind.most)) << setting.key;
+    EXPECT_TRUE(kind.most == largest || !takes(part, kind.most + 1)) << setting.key;
+}
+
+/* 0 may also stand for what was never set. */
+void expectWords(const Setting &setting, const Part &part)
+{
+    for (std::uint32_t value = 0; value < 256; ++value) {
+        const bool isWord = !wordOf(setting.kind->words, value).empty();
+        EXPECT_TRUE(takes(part, value) == isWord || value == 0) << setting.key << " " << value;
+    }
+}
+
+/* People are told the range and the words that a request may have. */
+TEST(Settings, TakeTheValuesThatTheyTell)
+{
+    for (const Setting &setting : settings()) {
+        const Shape shape = setting.kind->shape;
+        if (!setting.kind->words.empty()) {
+            expectWords(setting, setting.parts[0]);
+        } else if (shape == Shape::number || shape == Shape::switchedNumber) {
+            expectRange(setting, setting.parts[shape == Shape::number ? 0 : 1]);
+        }
+    }
+}
+
 TEST(Settings, TellTheirValuesAsTheyAreWritten)
 {
     for (const Setting &setting : settings()) {
