@@ -98,18 +98,33 @@ Configuration foreseen(const settings::Reading &reading, const Configuration &pr
     }
 }
 
-void print(const std::string &heading, const Json &changes, const std::vector<std::string> &notes,
-           bool isDryRun, Session &session)
+/* Of an answer, the heading and what JSON has in its place. */
+Rows headingOf(const Json &changes, bool isMended)
+{
+    if (!changes.empty()) {
+        return {line("Changed:"), hidden("mended", isMended)};
+    }
+    return {line(isMended
+                     ? "Nothing stored has changed, but kernel or system were not so and have been "
+                       "made so again:"
+                     : "Nothing has changed: the stored configuration is as the document says."),
+            hidden("mended", isMended)};
+}
+
+Rows dryRunHeadingOf(const Json &changes)
+{
+    return {hidden("dryRun", true),
+            line(std::string("Dry run, nothing was sent. Would change") +
+                 (changes.empty() ? " nothing: the stored configuration is as the document says."
+                                  : ":"))};
+}
+
+void print(Rows rows, const Json &changes, const std::vector<std::string> &notes, Session &session)
 {
     List lines;
     for (const std::string &note : notes) {
         lines.rows.push_back({.value = note, .text = "Note: " + note});
     }
-    Rows rows;
-    if (isDryRun) {
-        rows.push_back(hidden("dryRun", true));
-    }
-    rows.push_back(line(heading));
     rows.push_back(changesRow(changes));
     rows.push_back({.key = "notes", .value = std::move(lines)});
     session.answer(rows);
@@ -140,10 +155,8 @@ void printAnswer(const std::string &text, Session &session)
         const Json answer = Json::parse(text);
         requireDone(answer);
         const Json &changes = answer.at(manager1::changesKey);
-        print(changes.empty()
-                  ? "Nothing has changed: the stored configuration is as the document says."
-                  : "Changed:",
-              changes, answer.at(manager1::notesKey), false, session);
+        print(headingOf(changes, answer.value(manager1::mendedKey, false)), changes,
+              answer.at(manager1::notesKey), session);
     } catch (const Json::exception &) {
         failAnswer();
     }
@@ -160,11 +173,8 @@ void apply(const Arguments &arguments, Session &session)
         if (arguments.has("--dry-run")) {
             const Json changes =
                 settings::changesOf(settings::differences(present, after), present.state);
-            print(std::string("Dry run, nothing was sent. Would change") +
-                      (changes.empty()
-                           ? " nothing: the stored configuration is as the document says."
-                           : ":"),
-                  changes, settings::notesOf(reading, present, after), true, session);
+            print(dryRunHeadingOf(changes), changes, settings::notesOf(reading, present, after),
+                  session);
             return;
         }
     }

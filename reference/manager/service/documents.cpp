@@ -22,6 +22,7 @@ struct Attempt {
     settings::Reading reading{};
     std::vector<settings::Difference> differences{};
     Json changes = Json::array();
+    bool isMended = false; /* what was stored was not so in kernel or system */
     std::vector<std::string> notes;
 };
 
@@ -46,6 +47,7 @@ std::string refused(const char *method, std::uint32_t code, const std::string &p
                    {keys::reasonKey, reason},
                    {keys::settingKey, place},
                    {keys::changesKey, Json::array()},
+                   {keys::mendedKey, attempt.isMended},
                    {keys::notesKey, attempt.notes}});
 }
 
@@ -74,6 +76,7 @@ std::string carryOut(Engine &engine, const char *method, const std::string &docu
                    {keys::reasonKey, nullptr},
                    {keys::settingKey, nullptr},
                    {keys::changesKey, attempt.changes},
+                   {keys::mendedKey, attempt.isMended},
                    {keys::notesKey, attempt.notes}});
 }
 
@@ -88,6 +91,7 @@ std::string applyDocument(Engine &engine, const std::string &document)
 {
     return carryOut(engine, "apply", document, [&](const Change &change, Attempt &attempt) {
         for (const Step &step : engine.change(change)) {
+            attempt.isMended = true;
             attempt.notes.push_back("was not as stored, made so again: " +
                                     bmc::manager::textOf(step));
         }

@@ -248,12 +248,15 @@ TEST_F(Manager1, WhatIsStoredIsMadeSoAgain)
     const Json answer = apply(documentText());
     EXPECT_EQ(answer[names::resultKey], NW_OK) << answer;
     EXPECT_EQ(answer[names::changesKey], Json::array());
+    EXPECT_EQ(answer[names::mendedKey], true);
     EXPECT_NE(answer[names::notesKey].dump().find(
                   "was not as stored, made so again: eth1: add address 192.168.20.2/24"),
               std::string::npos)
         << answer;
     EXPECT_EQ(kernelAddresses("eth1"), (Addresses{"192.168.20.2/24", "2001:db8:20::2/64"}));
-    EXPECT_EQ(apply(documentText())[names::notesKey], Json::array());
+    const Json again = apply(documentText());
+    EXPECT_EQ(again[names::mendedKey], false);
+    EXPECT_EQ(again[names::notesKey], Json::array());
 }
 
 TEST_F(Manager1, WhatIsStoredIsMadeSoBesideAMissingInterface)

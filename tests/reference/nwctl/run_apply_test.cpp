@@ -110,6 +110,20 @@ TEST_F(Apply, SaysThatNothingHasChanged)
               "Nothing has changed: the stored configuration is as the document says.\n");
 }
 
+TEST_F(Apply, SaysThatWhatIsStoredWasMadeSoAgain)
+{
+    answerAsked(R"({"result": 0, "reason": null, "setting": null, "changes": [], "mended": true,
+        "notes": ["was not as stored, made so again: eth1: add address 192.168.20.2/24"]})");
+
+    EXPECT_EQ(apply(everything).out,
+              "Nothing stored has changed, but kernel or system were not so and have been made so "
+              "again:\n"
+              "Note: was not as stored, made so again: eth1: add address 192.168.20.2/24\n");
+    EXPECT_EQ(apply(everything, {"--json"}).json()["mended"], true);
+    answerAsked(noChange);
+    EXPECT_EQ(apply(everything, {"--json"}).json()["mended"], false);
+}
+
 TEST_F(Apply, ShowsTheManagersRefusal)
 {
     answerAsked(R"({"result": 503316481, "reason": "eth1: the cable is red",
