@@ -14,6 +14,7 @@
 #include "platform/records.hpp"
 #include "rpc/manager1.hpp"
 #include "settings/document.hpp"
+#include "settings/foresight.hpp"
 #include "settings/wireless.hpp"
 
 namespace nwctl {
@@ -87,10 +88,18 @@ std::string valueAt(const settings::Reading &reading, const std::string &place)
     return found == reading.given.end() ? "" : found->text;
 }
 
-Configuration foreseen(const settings::Reading &reading, const Configuration &present)
+/* The configuration that the document leads to. Where the kernel won't be asked by the change
+ * itself, what it is certain to refuse is refused here. */
+Configuration foreseen(const settings::Reading &reading, const Configuration &present,
+                       bool isDryRun)
 {
     try {
-        return settings::edited(present, reading.change, settings::knownWireless());
+        const Configuration after =
+            settings::edited(present, reading.change, settings::knownWireless());
+        if (isDryRun) {
+            settings::requireGateways(present, after, settings::knownOnLink());
+        }
+        return after;
     } catch (const settings::Refusal &refusal) {
         const std::string place = settings::placeOf(refusal, reading);
         throw Failure(Exit::refused, place, valueAt(reading, place), reasonOf(refusal),
@@ -169,8 +178,9 @@ void apply(const Arguments &arguments, Session &session)
         const bmc::Snapshot snapshot;
         const Configuration present = readConfiguration();
         const settings::Reading reading = readingOf(text, present);
-        const Configuration after = foreseen(reading, present);
-        if (arguments.has("--dry-run")) {
+        const bool isDryRun = arguments.has("--dry-run");
+        const Configuration after = foreseen(reading, present, isDryRun);
+        if (isDryRun) {
             const Json changes =
                 settings::changesOf(settings::differences(present, after), present.state);
             print(dryRunHeadingOf(changes), changes, settings::notesOf(reading, present, after),

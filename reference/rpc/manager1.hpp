@@ -4,7 +4,7 @@
  * documents, whole or in part, all or nothing.
  *
  *   method Apply(in s document, out s answer)    makes the change
- *   method Check(in s document, out s answer)    makes every check and changes nothing
+ *   method Check(in s document, out s answer)    foresees what Apply would do and changes nothing
  *
  *   answer = { "result": CODE, "reason": text, "setting": place or null,
  *              "changes": [change…], "mended": flag, "notes": [text…] }

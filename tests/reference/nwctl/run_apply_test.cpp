@@ -191,6 +191,19 @@ TEST_F(Apply, DryRunNotesWhatHasNoEffect)
                           "separate\n"));
 }
 
+TEST_F(Apply, DryRunForeseesWhatTheKernelRefuses)
+{
+    const char *document = R"({"lan": {"eth1": {"ipv6-gateway": "2001:db8:20::2"}}})";
+
+    const auto failure = apply(document, {"--dry-run", "--json"}).json()["error"];
+
+    EXPECT_EQ(failure["status"], 3);
+    EXPECT_EQ(failure["option"], "lan.eth1.ipv6-gateway");
+    EXPECT_EQ(failure["name"], "NW_MANAGER_KERNEL_REFUSED");
+    answerAsked(noChange);
+    EXPECT_EQ(apply(document).status, Exit::success);
+}
+
 TEST_F(Apply, ChecksAllPortsTogetherBeforeItAsks)
 {
     answerAsked(noChange);
