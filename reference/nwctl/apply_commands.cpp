@@ -14,6 +14,7 @@
 #include "platform/records.hpp"
 #include "rpc/manager1.hpp"
 #include "settings/document.hpp"
+#include "settings/foresight.hpp"
 #include "settings/wireless.hpp"
 
 namespace nwctl {
@@ -87,10 +88,18 @@ std::string valueAt(const settings::Reading &reading, const std::string &place)
     return found == reading.given.end() ? "" : found->text;
 }
 
-Configuration foreseen(const settings::Reading &reading, const Configuration &present)
+/* The configuration that the document leads to. Where the kernel won't be asked by the change
+ * itself, what it is certain to refuse is refused here. */
+Configuration foreseen(const settings::Reading &reading, const Configuration &present,
+                       bool isDryRun)
 {
     try {
-        return settings::edited(present, reading.change, settings::knownWireless());
+        const Configuration after =
+            settings::edited(present, reading.change, settings::knownWireless());
+        if (isDryRun) {
+            settings::requireGateways(present, after, settings::knownOnLink());
+        }
+        return after;
     } catch (const settings::Refusal &refusal) {
         const std::string place = settings::placeOf(refusal, reading);
         throw Failure(Exit::refused, place, valueAt(reading, place), reasonOf(refusal),
@@ -98,18 +107,33 @@ Configuration foreseen(const settings::Reading &reading, const Configuration &pr
     }
 }
 
-void print(const std::string &heading, const Json &changes, const std::vector<std::string> &notes,
-           bool isDryRun, Session &session)
+/* Of an answer, the heading and what JSON has in its place. */
+Rows headingOf(const Json &changes, bool isMended)
+{
+    if (!changes.empty()) {
+        return {line("Changed:"), hidden("mended", isMended)};
+    }
+    return {line(isMended
+                     ? "Nothing stored has changed, but kernel or system were not so and have been "
+                       "made so again:"
+                     : "Nothing has changed: the stored configuration is as the document says."),
+            hidden("mended", isMended)};
+}
+
+Rows dryRunHeadingOf(const Json &changes)
+{
+    return {hidden("dryRun", true),
+            line(std::string("Dry run, nothing was sent. Would change") +
+                 (changes.empty() ? " nothing: the stored configuration is as the document says."
+                                  : ":"))};
+}
+
+void print(Rows rows, const Json &changes, const std::vector<std::string> &notes, Session &session)
 {
     List lines;
     for (const std::string &note : notes) {
         lines.rows.push_back({.value = note, .text = "Note: " + note});
     }
-    Rows rows;
-    if (isDryRun) {
-        rows.push_back(hidden("dryRun", true));
-    }
-    rows.push_back(line(heading));
     rows.push_back(changesRow(changes));
     rows.push_back({.key = "notes", .value = std::move(lines)});
     session.answer(rows);
@@ -140,10 +164,8 @@ void printAnswer(const std::string &text, Session &session)
         const Json answer = Json::parse(text);
         requireDone(answer);
         const Json &changes = answer.at(manager1::changesKey);
-        print(changes.empty()
-                  ? "Nothing has changed: the stored configuration is as the document says."
-                  : "Changed:",
-              changes, answer.at(manager1::notesKey), false, session);
+        print(headingOf(changes, answer.value(manager1::mendedKey, false)), changes,
+              answer.at(manager1::notesKey), session);
     } catch (const Json::exception &) {
         failAnswer();
     }
@@ -156,15 +178,13 @@ void apply(const Arguments &arguments, Session &session)
         const bmc::Snapshot snapshot;
         const Configuration present = readConfiguration();
         const settings::Reading reading = readingOf(text, present);
-        const Configuration after = foreseen(reading, present);
-        if (arguments.has("--dry-run")) {
+        const bool isDryRun = arguments.has("--dry-run");
+        const Configuration after = foreseen(reading, present, isDryRun);
+        if (isDryRun) {
             const Json changes =
                 settings::changesOf(settings::differences(present, after), present.state);
-            print(std::string("Dry run, nothing was sent. Would change") +
-                      (changes.empty()
-                           ? " nothing: the stored configuration is as the document says."
-                           : ":"),
-                  changes, settings::notesOf(reading, present, after), true, session);
+            print(dryRunHeadingOf(changes), changes, settings::notesOf(reading, present, after),
+                  session);
             return;
         }
     }

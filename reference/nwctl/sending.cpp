@@ -10,6 +10,7 @@
 #include "common/text.hpp"
 #include "nwctl/manager_client.hpp"
 #include "platform/records.hpp"
+#include "settings/foresight.hpp"
 #include "settings/wireless.hpp"
 
 namespace nwctl {
@@ -228,6 +229,7 @@ Configuration foresee(const Configuration &present, const Sending &sending)
         for (const settings::Change &change : sending.changes) {
             after = settings::edited(after, change, settings::knownWireless());
         }
+        settings::requireGateways(present, after, settings::knownOnLink());
     } catch (const settings::Refusal &refusal) {
         throw refusalOf(sending, refusal);
     }

@@ -2,10 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "settings/detail/checks.hpp"
 
+#include <algorithm>
 #include <cstring>
+#include <limits>
 #include <string>
 
+#include "common/address.hpp"
 #include "network_mng/settings.h"
+#include "settings/detail/parsing.hpp"
 
 namespace bmc::settings {
 
@@ -18,6 +22,41 @@ bool isLabel(const std::string &name)
 {
     return !name.empty() && name.size() <= longestName && name.find('\0') == std::string::npos &&
            LIB_NW_CheckHostName(name.c_str()) != 0;
+}
+
+struct Range {
+    unsigned least;
+    unsigned most;
+};
+
+unsigned largestOf(std::span<const Word> words)
+{
+    return std::ranges::max(words, {}, &Word::value).value;
+}
+
+/* What requests may have of a part that is a number. */
+Range rangeOf(const Setting &setting, const Part &part)
+{
+    const Kind &kind = *setting.kind;
+    switch (kind.shape) {
+    case Shape::flag:
+    case Shape::words:
+    case Shape::heldWords:
+        return {kind.least, largestOf(kind.words)};
+    case Shape::number:
+        return {kind.least, kind.most};
+    case Shape::switchedNumber:
+        return {0, &part == setting.parts.begin() ? 1 : kind.most};
+    case Shape::subnet:
+    case Shape::route:
+        return {0, longestPrefix(kind.family)};
+    case Shape::address:
+    case Shape::name:
+    case Shape::domain:
+    case Shape::header:
+        break;
+    }
+    return {0, std::numeric_limits<unsigned>::max()};
 }
 
 const char *textAt(const std::uint8_t *value)
@@ -37,18 +76,19 @@ bool isAny(const std::uint8_t *)
     return true;
 }
 
-bool isVlanId(const std::uint8_t *value)
+unsigned longestPrefix(int family)
 {
-    constexpr int last = 4094;
-    return (value[0] | value[1] << 8) <= last;
+    return 8 * static_cast<unsigned>(sizeOf(family));
 }
 
-bool isLinkSpeed(const std::uint8_t *value)
+bool isValid(const Setting &setting, const Part &part, const std::uint8_t *value)
 {
-    constexpr std::uint32_t last = 2;
-    std::uint32_t speed = 0;
-    std::memcpy(&speed, value, sizeof(speed));
-    return speed <= last;
+    if (part.isValid != ofKind) {
+        return part.isValid(value);
+    }
+    const Range range = rangeOf(setting, part);
+    const std::uint32_t number = numberIn({value, value + part.requestSize});
+    return number >= range.least && number <= range.most;
 }
 
 bool isAddressV4(const std::uint8_t *value)

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "settings/change.hpp"
+#include "settings/detail/checks.hpp"
 #include "settings/detail/rules.hpp"
 
 namespace bmc::settings {
@@ -48,7 +49,8 @@ bool takesValue(const Edit &edit, const Part &part)
 void checkParts(const Edit &edit, const std::vector<Row> &rows)
 {
     for (const auto &[setting, part] : rows) {
-        if (takesValue(edit, *part) && !part->isValid(edit.request.data() + part->request)) {
+        if (takesValue(edit, *part) &&
+            !isValid(*setting, *part, edit.request.data() + part->request)) {
             Refusal refusal(part->refusal, part->name);
             refusal.blame(edit.section, edit.port, setting);
             throw refusal;

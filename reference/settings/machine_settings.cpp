@@ -27,32 +27,32 @@ constexpr Kind modeKind{.shape = Shape::words, .words = modeWords};
 constexpr Kind hostNameModeKind{.shape = Shape::words, .words = hostNameModeWords};
 constexpr Kind hostNameKind{.shape = Shape::name, .valueName = "NAME", .isCounted = true};
 constexpr Kind nameKind{.shape = Shape::name, .valueName = "NAME"};
-constexpr Kind workModeKind{.shape = Shape::words, .words = workModeWords};
+constexpr Kind workModeKind{.shape = Shape::words, .words = workModeWords, .least = 1};
 constexpr Kind duplexKind{.shape = Shape::words, .words = duplexWords};
 constexpr Kind speedKind{.shape = Shape::words, .words = speedWords, .unit = "Mbit/s"};
 
 #define RECORD(member) PLACE(NW_HOSTNAME_DB_INFO_S, member)
 
 constexpr Setting rows[] = {
-    {Section::mode,       "mode",       {"Mode", "mode"},          "whether the ports work separately or as one bond",   &modeKind,         {part("network port mode", 0, 1, PLACE(NW_NET_MODE_SET_S, ucNetMode), PLACE(NW_IFC_STATE_DB_INFO_S, ucIfcState), isUpTo<1>, Result::badNetMode)}},
-    {Section::switchover, "switchover", {"Switchover", "enabled"}, "whether the numbers of the two ports are exchanged", &switchKind,       {part("switchover", 0, 1, PLACE(NW_LAN_REVERSE_SET_S, ucEnable), switchoverByte, isUpTo<1>, Result::badNetMode)}},
+    {Section::mode,       "mode",       {"Mode", "mode"},          "whether the ports work separately or as one bond",   &modeKind,         {part("network port mode", 0, 1, PLACE(NW_NET_MODE_SET_S, ucNetMode), PLACE(NW_IFC_STATE_DB_INFO_S, ucIfcState), ofKind, Result::badNetMode)}},
+    {Section::switchover, "switchover", {"Switchover", "enabled"}, "whether the numbers of the two ports are exchanged", &switchKind,       {part("switchover", 0, 1, PLACE(NW_LAN_REVERSE_SET_S, ucEnable), switchoverByte, ofKind, Result::badNetMode)}},
 
-    {Section::hostName,   "mode",       {"Mode", "mode"},          "who gives the host name",                            &hostNameModeKind, {part("host name mode", 0, 1, PLACE(NW_HOSTNAME_SET_REQ_S, ucByte4), RECORD(ucHostNameMode), isUpTo<1>, Result::badHostNameMode)}},
+    {Section::hostName,   "mode",       {"Mode", "mode"},          "who gives the host name",                            &hostNameModeKind, {part("host name mode", 0, 1, PLACE(NW_HOSTNAME_SET_REQ_S, ucByte4), RECORD(ucHostNameMode), ofKind, Result::badHostNameMode)}},
     {Section::hostName,   "name",       {"Host name", "name"},     "host name: letters, digits, hyphens",                &hostNameKind,     {part("host name", 0, 2, countedName, RECORD(szBmcHostName), isCountedName, Result::badHostName)}},
     {Section::hostName,   "bmc-name",   {"BMC name", "bmcName"},   "BMC name: letters, digits, hyphens",                 &nameKind,         {part("BMC name", 0, 4, PLACE(NW_HOSTNAME_SET_REQ_S, acTail), RECORD(szBmcName), isName, Result::badHostName)}},
 
-    {Section::lldp,       "state",      {"LLDP", "enabled"},       "the LLDP agent",                                     &switchKind,       {part("LLDP state", 0, 1, PLACE(NW_LLDP_SET_S, ucLldpEnable), PLACE(NW_LLDP_DB_INFO_S, ucLldpEnable), isUpTo<1>, Result::badLldpMode)}},
-    {Section::lldp,       "work-mode",  {"Work mode", "workMode"}, "whether it sends, receives or both",                 &workModeKind,     {part("LLDP work mode", 0, 2, PLACE(NW_LLDP_SET_S, ucLldpWorkMode), PLACE(NW_LLDP_DB_INFO_S, ucLldpWorkMode), isWithin<1, 3>, Result::badLldpMode)}},
+    {Section::lldp,       "state",      {"LLDP", "enabled"},       "the LLDP agent",                                     &switchKind,       {part("LLDP state", 0, 1, PLACE(NW_LLDP_SET_S, ucLldpEnable), PLACE(NW_LLDP_DB_INFO_S, ucLldpEnable), ofKind, Result::badLldpMode)}},
+    {Section::lldp,       "work-mode",  {"Work mode", "workMode"}, "whether it sends, receives or both",                 &workModeKind,     {part("LLDP work mode", 0, 2, PLACE(NW_LLDP_SET_S, ucLldpWorkMode), PLACE(NW_LLDP_DB_INFO_S, ucLldpWorkMode), ofKind, Result::badLldpMode)}},
 };
 #undef RECORD
 
-#define PART(name, bit, from, to, isValid) \
-    {part(name, 0, bit, PLACE(NW_AN_SET_PORT_S, from), PLACE(NW_AN_CFG_PORT_S, to), isValid, Result::badLinkMode)}
+#define PART(name, bit, from, to) \
+    {part(name, 0, bit, PLACE(NW_AN_SET_PORT_S, from), PLACE(NW_AN_CFG_PORT_S, to), ofKind, Result::badLinkMode)}
 
 constexpr Setting linkModeRows[] = {
-    {Section::an, "auto",   {"Negotiation", "auto"}, "auto-negotiation", &switchKind, PART("auto-negotiation", 1, ucAutoNeg, ucAutoNeg, isUpTo<1>)},
-    {Section::an, "duplex", {"Duplex", "duplex"},    "duplex",           &duplexKind, PART("duplex",           4, ucDuplex,  ucDuplex,  isUpTo<1>)},
-    {Section::an, "speed",  {"Speed", "speed"},      "speed",            &speedKind,  PART("speed",            2, uiSpeed,   ucSpeed,   isLinkSpeed)},
+    {Section::an, "auto",   {"Negotiation", "auto"}, "auto-negotiation", &switchKind, PART("auto-negotiation", 1, ucAutoNeg, ucAutoNeg)},
+    {Section::an, "duplex", {"Duplex", "duplex"},    "duplex",           &duplexKind, PART("duplex",           4, ucDuplex,  ucDuplex)},
+    {Section::an, "speed",  {"Speed", "speed"},      "speed",            &speedKind,  PART("speed",            2, uiSpeed,   ucSpeed)},
 };
 #undef PART
 /* clang-format on */

@@ -78,7 +78,7 @@ void vetAddress(const Text &text, const Part &part, const Bytes &address)
     if (text.source == Source::file && isNone) {
         return;
     }
-    if (isNone || !part.isValid(address.data())) {
+    if (isNone || !isValid(*text.setting, part, address.data())) {
         refuseFor(text, whyNotHost(text.setting->kind->family, address.data()));
     }
 }
@@ -150,7 +150,7 @@ Fields parseSingleAddress(const Text &text)
 Fields parsePrefixed(const Text &text, std::string_view prefixed, const std::string &expected)
 {
     const int family = text.setting->kind->family;
-    const unsigned most = 8 * static_cast<unsigned>(sizeOf(family));
+    const unsigned most = longestPrefix(family);
     const auto slash = prefixed.find('/');
     const auto address = addressIn(text, prefixed.substr(0, slash));
     if (!address) {
@@ -214,7 +214,7 @@ Fields parseName(const Text &text)
     bytes[0] = static_cast<std::uint8_t>(text.text.size());
     std::ranges::copy(text.text, bytes.begin() + (isCounted ? 1 : 0));
     const bool isWhole = text.text.find('\0') == std::string_view::npos;
-    if (!isWhole || !partOf(text, 0).isValid(bytes.data())) {
+    if (!isWhole || !isValid(*text.setting, partOf(text, 0), bytes.data())) {
         refuseFor(text, nameRule);
     }
     return {{&partOf(text, 0), bytes}};
@@ -227,7 +227,7 @@ Fields parseDomain(const Text &text)
     std::ranges::copy(text.text, bytes.begin());
     const bool isWhole =
         text.text.size() < part.requestSize && text.text.find('\0') == std::string_view::npos;
-    if (!isWhole || !part.isValid(bytes.data())) {
+    if (!isWhole || !isValid(*text.setting, part, bytes.data())) {
         refuseFor(text, domainRule);
     }
     return {{&part, bytes}};

@@ -65,7 +65,7 @@ struct Kind {
     const char *valueName = nullptr; /* on the command line: "ADDR|off"; null: the words */
     int family = 0;                  /* AF_INET or AF_INET6 of an address */
     std::span<const Word> words{};   /* also of a flag */
-    unsigned least = 0;              /* of a number */
+    unsigned least = 0;              /* of a number, and of words in a request */
     unsigned most = 0;               /* of a number */
     const char *unit = nullptr;      /* of a number or of words */
     const char *unset = nullptr;     /* text for no value at all, which is null in JSON */
@@ -82,7 +82,7 @@ struct Part {
     std::size_t requestSize;
     std::size_t record; /* offset in the section's entry */
     std::size_t size;
-    bool (*isValid)(const std::uint8_t *value); /* looks at the request */
+    bool (*isValid)(const std::uint8_t *value); /* in a request; null: the kind's range holds */
     Result refusal;                             /* when it isn't */
 };
 

@@ -9,6 +9,7 @@
 #include "manager/service/changes.hpp"
 #include "rpc/manager1.hpp"
 #include "settings/document.hpp"
+#include "settings/foresight.hpp"
 
 namespace bmc::manager {
 
@@ -22,6 +23,7 @@ struct Attempt {
     settings::Reading reading{};
     std::vector<settings::Difference> differences{};
     Json changes = Json::array();
+    bool isMended = false; /* what was stored was not so in kernel or system */
     std::vector<std::string> notes;
 };
 
@@ -46,10 +48,11 @@ std::string refused(const char *method, std::uint32_t code, const std::string &p
                    {keys::reasonKey, reason},
                    {keys::settingKey, place},
                    {keys::changesKey, Json::array()},
+                   {keys::mendedKey, attempt.isMended},
                    {keys::notesKey, attempt.notes}});
 }
 
-/* Makes is called with the change once it has passed the checks. */
+/* Make is called with what is stored and the change, once that has passed the checks. */
 template <typename Make>
 std::string carryOut(Engine &engine, const char *method, const std::string &document,
                      const Make &make)
@@ -60,7 +63,7 @@ std::string carryOut(Engine &engine, const char *method, const std::string &docu
         attempt.reading = settings::readDocument(document, present);
         const Configuration after = checked(present, attempt.reading.change);
         describe(attempt, present, after);
-        make(Change{after, scopeOf(attempt.differences, attempt.reading.change)}, attempt);
+        make(present, Change{after, scopeOf(attempt.differences, attempt.reading.change)}, attempt);
     } catch (const settings::DocumentError &error) {
         const auto bad = static_cast<std::uint32_t>(Result::badDocument);
         return refused(method, error.code() != NW_OK ? error.code() : bad, error.place(),
@@ -74,6 +77,7 @@ std::string carryOut(Engine &engine, const char *method, const std::string &docu
                    {keys::reasonKey, nullptr},
                    {keys::settingKey, nullptr},
                    {keys::changesKey, attempt.changes},
+                   {keys::mendedKey, attempt.isMended},
                    {keys::notesKey, attempt.notes}});
 }
 
@@ -81,17 +85,22 @@ std::string carryOut(Engine &engine, const char *method, const std::string &docu
 
 std::string checkDocument(Engine &engine, const std::string &document)
 {
-    return carryOut(engine, "check", document, [](const Change &, Attempt &) {});
+    return carryOut(engine, "check", document,
+                    [](const Configuration &present, const Change &change, Attempt &) {
+                        settings::requireGateways(present, change.after, settings::knownOnLink());
+                    });
 }
 
 std::string applyDocument(Engine &engine, const std::string &document)
 {
-    return carryOut(engine, "apply", document, [&](const Change &change, Attempt &attempt) {
-        for (const Step &step : engine.change(change)) {
-            attempt.notes.push_back("was not as stored, made so again: " +
-                                    bmc::manager::textOf(step));
-        }
-    });
+    return carryOut(engine, "apply", document,
+                    [&](const Configuration &, const Change &change, Attempt &attempt) {
+                        for (const Step &step : engine.change(change)) {
+                            attempt.isMended = true;
+                            attempt.notes.push_back("was not as stored, made so again: " +
+                                                    bmc::manager::textOf(step));
+                        }
+                    });
 }
 
 } // namespace bmc::manager

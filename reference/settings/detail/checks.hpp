@@ -8,29 +8,25 @@
 #include <cstdint>
 
 #include "network_mng/check.h"
+#include "settings/setting.hpp"
 
 namespace bmc::settings {
 
 inline constexpr std::size_t longestName = 63; /* of a label */
 
-template <unsigned least, unsigned most>
-bool isWithin(const std::uint8_t *value)
-{
-    return *value >= least && *value <= most;
-}
+/* In a part's row: what the setting's kind allows. */
+inline constexpr std::nullptr_t ofKind = nullptr;
 
-template <unsigned most>
-bool isUpTo(const std::uint8_t *value)
-{
-    return *value <= most;
-}
+/* May a request have the value for this part of the setting? */
+bool isValid(const Setting &setting, const Part &part, const std::uint8_t *value);
+
+/* Bits of an address. */
+unsigned longestPrefix(int family);
 
 /* All zeros. */
 bool isUnset(const std::uint8_t *value, std::size_t size);
 
 bool isAny(const std::uint8_t *value);
-bool isVlanId(const std::uint8_t *value);
-bool isLinkSpeed(const std::uint8_t *value);
 
 bool isAddressV4(const std::uint8_t *value);
 bool isMaskV4(const std::uint8_t *value);

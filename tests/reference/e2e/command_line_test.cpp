@@ -58,6 +58,19 @@ TEST_F(CommandLine, ClosedDescriptorsAreNotTakenForTheDatabase)
     EXPECT_THAT(result.output, HasSubstr("192.168.20.2"));
 }
 
+TEST_F(CommandLine, ADryRunLooksAtTheKernelsRoutes)
+{
+    const std::string outside = "lan set eth1 --ipv6-gateway 2001:db8:99::1";
+    const Outcome result = nwctl(outside + " --dry-run");
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.errors, HasSubstr("NW_MANAGER_KERNEL_REFUSED"));
+    EXPECT_EQ(nwctl(outside).status, 4);
+
+    shell("ip -6 route add 2001:db8:99::/64 dev eth1");
+    EXPECT_EQ(nwctl(outside + " --dry-run").status, 0);
+    EXPECT_EQ(nwctl(outside).status, 0);
+}
+
 TEST_F(CommandLine, ChangesThePortAndSaysSo)
 {
     const Outcome result = nwctl("lan set eth1 --ipv4 192.168.20.7/25");

@@ -248,12 +248,15 @@ TEST_F(Manager1, WhatIsStoredIsMadeSoAgain)
     const Json answer = apply(documentText());
     EXPECT_EQ(answer[names::resultKey], NW_OK) << answer;
     EXPECT_EQ(answer[names::changesKey], Json::array());
+    EXPECT_EQ(answer[names::mendedKey], true);
     EXPECT_NE(answer[names::notesKey].dump().find(
                   "was not as stored, made so again: eth1: add address 192.168.20.2/24"),
               std::string::npos)
         << answer;
     EXPECT_EQ(kernelAddresses("eth1"), (Addresses{"192.168.20.2/24", "2001:db8:20::2/64"}));
-    EXPECT_EQ(apply(documentText())[names::notesKey], Json::array());
+    const Json again = apply(documentText());
+    EXPECT_EQ(again[names::mendedKey], false);
+    EXPECT_EQ(again[names::notesKey], Json::array());
 }
 
 TEST_F(Manager1, WhatIsStoredIsMadeSoBesideAMissingInterface)
@@ -300,6 +303,46 @@ TEST_F(Manager1, RefusalOfTheKernelNamesSettingItemAndReason)
             EXPECT_NE(reason.find(word), std::string::npos) << reason;
         }
         EXPECT_EQ(reason.find("arp_ignore"), std::string::npos) << reason;
+    }
+}
+
+namespace {
+
+struct ForeseenRow {
+    const char *command;
+    const char *document;
+    bool isRefused;
+};
+
+/* clang-format off */
+const ForeseenRow foreseenRows[] = {
+    {"true", R"({"lan": {"eth1": {"ipv6-gateway": "2001:db8:99::1"}}})", true},
+    {"true", R"({"lan": {"eth1": {"ipv6-gateway": "2001:db8:20::2"}}})", true},
+    {"true", R"({"lan": {"eth1": {"ipv6-route2": "2001:db8:7::/64,2001:db8:99::1"}}})", true},
+    {"true", R"({"lan": {"eth1": {"ipv6-gateway": "fe80::1"}}})", false},
+    {"true", R"({"lan": {"eth1": {"ipv6": "2001:db8:99::2/64", "ipv6-gateway": "2001:db8:99::1"}}})", false},
+    {"true", R"({"lan": {"eth1": {"ipv6": "2001:db8:20::2/64", "ipv6-gateway": "2001:db8:20::1"}}})", false},
+    {"ip -6 address add 2001:db8:99::5/64 dev eth0", R"({"lan": {"eth1": {"ipv6-gateway": "2001:db8:99::1"}}})", true},
+    {"ip -6 address add 2001:db8:98::5/64 dev eth1", R"({"lan": {"eth1": {"ipv6-gateway": "2001:db8:98::1"}}})", false},
+    {"ip -6 route add 2001:db8:97::/64 dev eth1",    R"({"lan": {"eth1": {"ipv6-gateway": "2001:db8:97::1"}}})", false},
+};
+/* clang-format on */
+
+} // namespace
+
+/* The kernel is asked by the change itself. */
+TEST_F(Manager1, CheckForeseesTheGatewaysThatTheKernelRefuses)
+{
+    for (const ForeseenRow &row : foreseenRows) {
+        SCOPED_TRACE(row.document);
+        shell(row.command);
+        const Json foreseen = check(row.document);
+        const Json applied = apply(row.document);
+        const auto code =
+            static_cast<std::uint32_t>(row.isRefused ? Result::kernelRefused : Result::done);
+        EXPECT_EQ(applied[names::resultKey], code) << applied;
+        EXPECT_EQ(foreseen[names::resultKey], code) << foreseen;
+        EXPECT_EQ(foreseen[names::settingKey], applied[names::settingKey]);
     }
 }
 

@@ -110,6 +110,20 @@ TEST_F(Apply, SaysThatNothingHasChanged)
               "Nothing has changed: the stored configuration is as the document says.\n");
 }
 
+TEST_F(Apply, SaysThatWhatIsStoredWasMadeSoAgain)
+{
+    answerAsked(R"({"result": 0, "reason": null, "setting": null, "changes": [], "mended": true,
+        "notes": ["was not as stored, made so again: eth1: add address 192.168.20.2/24"]})");
+
+    EXPECT_EQ(apply(everything).out,
+              "Nothing stored has changed, but kernel or system were not so and have been made so "
+              "again:\n"
+              "Note: was not as stored, made so again: eth1: add address 192.168.20.2/24\n");
+    EXPECT_EQ(apply(everything, {"--json"}).json()["mended"], true);
+    answerAsked(noChange);
+    EXPECT_EQ(apply(everything, {"--json"}).json()["mended"], false);
+}
+
 TEST_F(Apply, ShowsTheManagersRefusal)
 {
     answerAsked(R"({"result": 503316481, "reason": "eth1: the cable is red",
@@ -175,6 +189,19 @@ TEST_F(Apply, DryRunNotesWhatHasNoEffect)
     EXPECT_THAT(apply(R"({"lan": {"bond": {"vlan": 30}}})", {"--dry-run"}).out,
                 HasSubstr("Note: settings of bond0, bond have no effect in network mode "
                           "separate\n"));
+}
+
+TEST_F(Apply, DryRunForeseesWhatTheKernelRefuses)
+{
+    const char *document = R"({"lan": {"eth1": {"ipv6-gateway": "2001:db8:20::2"}}})";
+
+    const auto failure = apply(document, {"--dry-run", "--json"}).json()["error"];
+
+    EXPECT_EQ(failure["status"], 3);
+    EXPECT_EQ(failure["option"], "lan.eth1.ipv6-gateway");
+    EXPECT_EQ(failure["name"], "NW_MANAGER_KERNEL_REFUSED");
+    answerAsked(noChange);
+    EXPECT_EQ(apply(document).status, Exit::success);
 }
 
 TEST_F(Apply, ChecksAllPortsTogetherBeforeItAsks)

@@ -143,6 +143,7 @@ TEST_P(RefusedDryRun, IsWhatTheManagerWouldRefuse)
 const Refused refusedRows[] = {
     {"GatewayOutside", "lan set eth1 --ipv4-gateway 10.9.9.9",     "--ipv4-gateway", "0x1e00000e"},
     {"AddressLeaves",  "lan set eth1 --lan on --ipv4 10.9.9.9/24", "--ipv4",         "0x1e00000e"},
+    {"GatewayIsOwn",   "lan set eth1 --ipv6-gateway 2001:db8:20::2", "--ipv6-gateway", "0x1e000002"},
     {"PortNotServed",  "lan set bond0 --lan on",                   "PORT",           "0x1e000004"},
     {"DnsPortNotServed", "dns set bond0 --ipv4-mode auto",         "PORT",           "0x1e000004"},
     {"NameInAutoMode", "hostname set --mode auto --name x",        "--name",         "0x1e000019"},

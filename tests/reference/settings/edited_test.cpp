@@ -197,6 +197,32 @@ TEST_P(RefusedEdit, NamesCodeSectionPortAndSetting)
 }
 INSTANTIATE_TEST_SUITE_P(Rows, RefusedEdit, ::testing::ValuesIn(rows), fake::RowName());
 
+/* clang-format off */
+const Edit limits[] = {
+    lan(0, {NW_LAN_BIT_IPV4_TYPE, 0},        [](auto &port) { port.ucIpv4Type = 0; }),
+    lan(0, {NW_LAN_BIT_IPV6_TYPE, 0},        [](auto &port) { port.ucIpv6Type = 3; }),
+    lan(0, {NW_LAN_BIT_IPV6_PREFIX, 0},      [](auto &port) { port.ucIpv6Prefix = 128; }),
+    lan(0, {NW_LAN_BIT_IPV6_ROUTE1_PREFIX, 0}, [](auto &port) { port.astIpv6Route[0].ucPrefix = 128; }),
+    lan(0, {NW_LAN_BIT_VLAN_ID, 0},          [](auto &port) { port.usVlanid = 4094; }),
+    lan(0, {NW_LAN_BIT_VLAN_ID, 0},          [](auto &port) { port.usVlanid = 0; }),
+    lan(0, {NW_LAN_BIT_VLAN_PRIORITY, 0},    [](auto &port) { port.ucVlanPriority = 7; }),
+    lan(0, {NW_LAN_BIT_HOP_LIMIT, 0},        [](auto &port) { port.ucHopLimit = 255; }),
+    lan(0, {NW_LAN_BIT_ARP_CONTROL, 0},      [](auto &port) { port.ucArpControl = 3; }),
+    lan(0, {NW_LAN_BIT_ARP_INTERVAL, 0},     [](auto &port) { port.ucArpInterval = 255; }),
+    dns(0, 1,                                [](auto &port) { port.ucIpv4DnsMode = 2; }),
+    lldp(2,                                  [](auto &request) { request.ucLldpWorkMode = 1; }),
+    lldp(2,                                  [](auto &request) { request.ucLldpWorkMode = 3; }),
+    an(0, 2,                                 [](auto &port) { port.uiSpeed = 2; }),
+};
+/* clang-format on */
+
+TEST(Edited, TheEndsOfARangeAreInIt)
+{
+    for (const Edit &edit : limits) {
+        EXPECT_NO_THROW(edited(presentConfiguration(), {edit}, noWireless)) << edit.bits[0];
+    }
+}
+
 TEST(Edited, NothingSelectedChangesNothing)
 {
     const Configuration present = presentConfiguration();
