@@ -191,11 +191,13 @@ void apply(const Arguments &arguments, Session &session)
     printAnswer(askManager(manager1::applyMethod, text), session);
 }
 
-/* A document in every form of answer. */
+/* A document in every form of answer. Stored bytes that are no text are shown as such, which no
+ * name may have. */
 void exportAll(const Arguments &, Session &session)
 {
     constexpr int indentation = 2;
-    session.print(settings::documentOf(readConfiguration()).dump(indentation) + "\n");
+    const Json document = settings::documentOf(readConfiguration());
+    session.print(document.dump(indentation, ' ', false, Json::error_handler_t::replace) + "\n");
 }
 
 } // namespace

@@ -186,6 +186,20 @@ bool mend()
     return true;
 }
 
+void abandon()
+{
+    const bmc::DatabasePaths place = paths();
+    {
+        const std::lock_guard lock(mutex);
+        bmc::require(isDistrusted, "the database is not known to be damaged");
+    }
+    bmc::setAside(place);
+    distrust(false);
+    const Failure told(EBADMSG, place.directory.string() + ": was damaged; it is kept as " +
+                                    place.aside().string());
+    told.report();
+}
+
 RecordWrite checkedWrite(const BMC_RECORD_WRITE_S &record)
 {
     requireRecord(record.uiSize, record.pData);
@@ -263,6 +277,11 @@ int BMC_MendRecords(void)
     bool isMended = false;
     const int code = bmc::guarded([&] { isMended = mend(); });
     return isMended ? BMC_RECORDS_MENDED : code;
+}
+
+int BMC_AbandonRecords(void)
+{
+    return bmc::guarded(abandon);
 }
 
 int BMC_BeginSnapshot(void)

@@ -113,6 +113,12 @@ Condition examine(const DatabasePaths &paths)
     return child > 0 ? conditionOfEnd(status) : Condition::unknown;
 }
 
+void setAside(const DatabasePaths &paths)
+{
+    removeAll(paths.aside());
+    move(paths.directory, paths.aside());
+}
+
 void rebuild(const DatabasePaths &paths, const Records &records, bool keepsOld)
 {
     const std::filesystem::path draft = paths.directory.string() + ".new";
@@ -123,15 +129,13 @@ void rebuild(const DatabasePaths &paths, const Records &records, bool keepsOld)
     }
     RecordStore(draft, paths.backup).put(writes);
 
-    const std::filesystem::path old =
-        keepsOld ? paths.aside() : std::filesystem::path(draft.string() + ".old");
-    removeAll(old);
-    move(paths.directory, old);
+    if (keepsOld) {
+        setAside(paths);
+    } else {
+        removeAll(paths.directory);
+    }
     move(draft, paths.directory);
     syncDirectory(paths.directory.parent_path());
-    if (!keepsOld) {
-        removeAll(old);
-    }
 }
 
 } // namespace bmc

@@ -32,6 +32,9 @@ enum class Condition {
  * is damaged is told in the log. */
 Condition examine(const DatabasePaths &paths);
 
+/* Moves the database aside, in the place of an earlier one. Throws std::system_error. */
+void setAside(const DatabasePaths &paths);
+
 /* Puts a database with the records in the place of the one that is there, which is kept aside where
  * keepsOld says so. When it is killed in between there is none, beside its backup. Throws Failure
  * or std::system_error. */

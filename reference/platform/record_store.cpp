@@ -17,6 +17,7 @@
 #include "platform/backup.hpp"
 #include "platform/failure.hpp"
 #include "platform/lmdb_objects.hpp"
+#include "platform/rehearsal.hpp"
 
 namespace bmc {
 
@@ -306,6 +307,7 @@ void RecordStore::prove() const
         get(key, found);
     }
     requireAllPages(environment_, database_);
+    rehearse(path_);
 }
 
 bool RecordStore::isReplaced() const

@@ -58,6 +58,11 @@ enum { BMC_RECORDS_MENDED = -1 };
  * be replaced is not touched any more by this process, which has the backup's snapshots. */
 int BMC_MendRecords(void);
 
+/* After a BMC_MendRecords that has left a damaged database in its place: that one is kept as
+ * config-db.damaged, and there is none any more. 0, or why it failed. Only for whoever knows that
+ * there is no whole backup either, and has something to write instead. */
+int BMC_AbandonRecords(void);
+
 #pragma GCC visibility pop
 }
 

@@ -82,6 +82,18 @@ void Store::mend() const
     mendRecords();
 }
 
+bool Store::isLost() const
+{
+    return DB_Open() == nullptr && !backupRecords();
+}
+
+void Store::abandon() const
+{
+    if (BMC_AbandonRecords() != 0) {
+        throw DatabaseFailure("put aside");
+    }
+}
+
 void Store::failed(const char *name)
 {
     throw Refusal(Result::databaseFailed, std::string("read ") + name + " record");

@@ -115,6 +115,12 @@ public:
     /* Makes a database that is damaged or missing anew from its backup. */
     void mend() const;
 
+    /* It could not be mended, and there is no backup to do it with. */
+    bool isLost() const;
+
+    /* Puts a lost one aside, so that the next access makes another. Throws Refusal. */
+    void abandon() const;
+
 private:
     static int codeOf(std::uint32_t key, std::uint32_t size, void *content);
     [[noreturn]] static void failed(const char *name);

@@ -31,8 +31,13 @@ void writeFirstConfiguration(std::string_view document, bool isForced)
 {
     const Store store;
     store.mend();
+    const bool isLost = isForced && store.isLost();
+    const Configuration base = isLost ? settings::blankConfiguration() : baseOf(store);
     const Configuration first =
-        settings::firstConfiguration(document, settings::knownWireless(), baseOf(store));
+        settings::firstConfiguration(document, settings::knownWireless(), base);
+    if (isLost) {
+        store.abandon();
+    }
     if (!isForced && (!store.isVacant(ifcStateRecord) || !store.isVacant(lanRecord))) {
         throw Refusal(static_cast<std::uint32_t>(Result::databaseFailed),
                       "the database holds a configuration already; --force replaces it");

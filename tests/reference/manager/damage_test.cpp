@@ -197,6 +197,49 @@ TEST_F(Damage, OfTheBackupIsNoneOfTheDatabase)
     EXPECT_FALSE(fs::exists(aside()));
 }
 
+TEST_F(Damage, OfBothIsReplacedWhenForced)
+{
+    const std::string second = "/run/second.json";
+    std::ofstream(second) << "{}";
+    for (const char *backup : {"nonsense", ""}) {
+        SCOPED_TRACE(backup);
+        restoreDatabase();
+        overwritePage(0, std::string(2 * pageSize, 'x'));
+        fs::remove(state() / "config-db.backup");
+        if (*backup != '\0') {
+            std::ofstream(state() / "config-db.backup") << backup;
+        }
+        EXPECT_EQ(runManager({"--init", EXAMPLE_FILE}).status, 1);
+        EXPECT_EQ(runManager({"--init", second, "--force"}).status, 1);
+        EXPECT_FALSE(fs::exists(aside()));
+
+        const Outcome outcome = runManager({"--init", EXAMPLE_FILE, "--force"});
+        EXPECT_EQ(outcome.status, 0) << outcome.errors;
+        EXPECT_NE(outcome.errors.find(aside().string()), std::string::npos) << outcome.errors;
+        EXPECT_EQ(std::ifstream(aside() / "data.mdb").get(), 'x');
+        shell("ip address flush dev eth0; ip address flush dev eth1");
+        startManager();
+        expectHost(2);
+        expectAnswer(hostRequest(4), 0, 1);
+        expectHost(4);
+        stopManager();
+        fs::remove_all(aside());
+    }
+}
+
+/* It may have room, or leave to write, another time. */
+TEST_F(Damage, BesideABackupIsKeptAlsoWhenForced)
+{
+    overwritePage(0, std::string(2 * pageSize, 'x'));
+    fs::create_directories(state() / "config-db.new");
+    shell("mount -t tmpfs none " + (state() / "config-db.new").string());
+    EXPECT_EQ(runManager({"--init", EXAMPLE_FILE, "--force"}).status, 1);
+    shell("umount " + (state() / "config-db.new").string());
+    EXPECT_FALSE(fs::exists(aside()));
+    EXPECT_EQ(std::ifstream(data()).get(), 'x');
+    expectMended(true);
+}
+
 TEST_F(Damage, OfBothIsAsIfThereHadBeenNoConfiguration)
 {
     fs::remove_all(state() / "config-db");

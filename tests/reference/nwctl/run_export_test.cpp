@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
 /* "export": the stored configuration as the document that "apply" takes. */
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 
@@ -25,6 +26,19 @@ TEST_F(Export, WritesEverythingThatIsStored)
     EXPECT_EQ(document["lan"]["shared"]["ipv4"], "192.168.20.2/24");
     EXPECT_EQ(document["dns"]["shared"]["ipv4-server3"], "192.168.20.54");
     EXPECT_TRUE(document.contains("an"));
+}
+
+/* Stored by somebody else; it can be seen, and nobody takes it back. */
+TEST_F(Export, ShowsBytesThatAreNoText)
+{
+    auto interfaces = samples::interfaces();
+    std::memcpy(interfaces.acIfcName[1], "e\xff", 2);
+    platform.setRecord(NW_KEY_IFC_STATE, interfaces);
+
+    const auto ran = samples::run({"export"});
+
+    EXPECT_EQ(ran.status, Exit::success) << ran.err;
+    EXPECT_EQ(ran.json()["ports"]["shared"]["name"], "e\xEF\xBF\xBDh1");
 }
 
 TEST_F(Export, IsOneDocumentInEitherForm)

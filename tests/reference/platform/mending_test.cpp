@@ -156,6 +156,24 @@ TEST_F(Mending, OfAnyByte)
     }
 }
 
+/* Marks in a page's head that reading passes over and writing believes, which would end whoever
+ * writes: a page that is changed already, and where its records end. */
+TEST_F(Mending, OfWhatOnlyWritingMeets)
+{
+    constexpr std::size_t marks = 10;
+    constexpr std::size_t recordsBegin = 14;
+    store();
+    const std::string whole = bmc::readFile(data(), 16U << 20);
+    for (std::size_t page = 2; page < whole.size() / pageSize; ++page) {
+        for (const std::size_t at : {page * pageSize + marks, page * pageSize + recordsBegin}) {
+            SCOPED_TRACE("byte " + std::to_string(at));
+            std::string changed = whole;
+            changed[at] = static_cast<char>(changed[at] ^ 0x10);
+            expectServiceOf(changed);
+        }
+    }
+}
+
 TEST_F(Mending, OfAFileThatWasCutShort)
 {
     store();
