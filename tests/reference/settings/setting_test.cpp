@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "samples.hpp"
+#include "settings/detail/checks.hpp"
 
 namespace bmc::settings {
 
@@ -94,22 +95,22 @@ TEST(Settings, TellRangeAndUnitWithTheirHelp)
     EXPECT_EQ(helpOf(*findSetting(Section::an, "duplex")), "duplex");
 }
 
-bool takes(const Part &part, std::uint32_t value)
+bool takes(const Setting &setting, const Part &part, std::uint32_t value)
 {
     std::vector<std::uint8_t> bytes(part.requestSize);
     for (std::size_t index = 0; index < bytes.size(); ++index) {
         bytes[index] = static_cast<std::uint8_t>(value >> (8 * index));
     }
-    return part.isValid(bytes.data());
+    return isValid(setting, part, bytes.data());
 }
 
 void expectRange(const Setting &setting, const Part &part)
 {
     const Kind &kind = *setting.kind;
     const std::uint64_t largest = (std::uint64_t{1} << (8 * part.requestSize)) - 1;
-    EXPECT_TRUE(takes(part, kind.least)) << setting.key;
-    EXPECT_TRUE(takes(part, kind.most)) << setting.key;
-    EXPECT_TRUE(kind.most == largest || !takes(part, kind.most + 1)) << setting.key;
+    EXPECT_TRUE(takes(setting, part, kind.least)) << setting.key;
+    EXPECT_TRUE(takes(setting, part, kind.most)) << setting.key;
+    EXPECT_TRUE(kind.most == largest || !takes(setting, part, kind.most + 1)) << setting.key;
 }
 
 /* 0 may also stand for what was never set. */
@@ -117,7 +118,8 @@ void expectWords(const Setting &setting, const Part &part)
 {
     for (std::uint32_t value = 0; value < 256; ++value) {
         const bool isWord = !wordOf(setting.kind->words, value).empty();
-        EXPECT_TRUE(takes(part, value) == isWord || value == 0) << setting.key << " " << value;
+        EXPECT_TRUE(takes(setting, part, value) == isWord || value == 0)
+            << setting.key << " " << value;
     }
 }
 
