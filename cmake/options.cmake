@@ -6,7 +6,9 @@ target_compile_options(nw_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
     -Wcast-qual -Wundef -Wvla $<$<BOOL:${NW_WARNINGS_AS_ERRORS}>:-Werror>
     $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual>
-    -fstack-protector-strong)
+    -fstack-protector-strong
+    # Memory is not worth a fifth of the compiler's time.
+    $<$<CXX_COMPILER_ID:GNU>:--param=ggc-min-heapsize=600000>)
 # Times beyond 2038 and files beyond 2 GiB, also where a word has 32 bits.
 if(CMAKE_SIZEOF_VOID_P EQUAL 4)
     add_compile_definitions(_TIME_BITS=64 _FILE_OFFSET_BITS=64)
