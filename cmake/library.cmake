@@ -28,6 +28,10 @@ function(nw_add_folder name)
         -g # the interface is compared by its debug information, which installation strips
         -fno-exceptions -fno-rtti -fno-threadsafe-statics -ffunction-sections -fdata-sections
         -fno-asynchronous-unwind-tables -fno-unwind-tables)
+    if(NW_SANITIZE)
+        # Its tests make millions of calls.
+        target_compile_options(${name} PRIVATE -O1)
+    endif()
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         # The smaller code of the two register allocators, on ARM.
         target_compile_options(${name} PRIVATE $<$<CONFIG:MinSizeRel>:-fira-algorithm=priority>)

@@ -108,7 +108,7 @@ TEST(FailureTable, HoldsEveryRowInOrder)
         EXPECT_EQ(row.uiBitMask, expected.result);
         EXPECT_EQ(row.uiPerPort, expected.perPort);
         EXPECT_EQ(row.uiExcludeMask, 0U);
-        EXPECT_EQ(row.pfnParamFormat, nullptr);
+        EXPECT_TRUE(row.pfnParamFormat == nullptr);
         EXPECT_EQ(row.uiParamOffset, 0U);
         EXPECT_EQ(fake::bytesOf(row.acDesc), padded(expected.text, 128));
     }
