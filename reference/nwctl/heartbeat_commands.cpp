@@ -4,12 +4,11 @@
 #include "network_mng/message.h"
 #include "nwctl/command.hpp"
 #include "nwctl/guards.hpp"
+#include "nwctl/queue_message.hpp"
 
 namespace nwctl {
 
 namespace {
-
-constexpr unsigned idMax = 255;
 
 /* The library prints why it failed; standard output is the answer's. */
 struct Posted {
@@ -46,9 +45,9 @@ void requireDone(const Posted &posted)
     throw Failure(Exit::internal, "", "", posted.printed, posted.result);
 }
 
-void send(const Arguments &arguments, Session &session)
+void sendHeartbeat(const Arguments &arguments, Session &session)
 {
-    const auto id = static_cast<int>(numberIn("ID", arguments.value("ID"), 1, idMax));
+    const auto id = queueId(arguments.value("ID"));
     const auto payload = bytesIn("BYTES", arguments.value("BYTES"), NW_HEARTBEAT_PAYLOAD_SIZE);
 
     requireDone(post(payload, id, limitIn(arguments)));
@@ -68,7 +67,7 @@ void addHeartbeatCommands(std::vector<Command> &commands)
                         {{Kind::required, "ID", "project id of the heartbeat queue, 1 to 255"},
                          {Kind::required, "BYTES", "8 bytes, two hexadecimal digits each"},
                          limitParameter()},
-                        send});
+                        sendHeartbeat});
 }
 
 } // namespace nwctl

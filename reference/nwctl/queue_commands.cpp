@@ -15,7 +15,6 @@ namespace nwctl {
 
 namespace {
 
-constexpr unsigned idMax = 255; /* the key has eight bits for it */
 constexpr unsigned typeMax = 0x7FFFFFFF;
 
 struct QueueName {
@@ -24,7 +23,7 @@ struct QueueName {
 
     int id() const
     {
-        return static_cast<int>(numberIn("ID", idText, 1, idMax));
+        return queueId(idText);
     }
 };
 
@@ -98,7 +97,7 @@ MessageBytes messageText(const Arguments &arguments)
     return {text.begin(), text.end()};
 }
 
-void send(const Arguments &arguments, Session &session)
+void sendToQueue(const Arguments &arguments, Session &session)
 {
     const QueueName queue = queueIn(arguments);
     const MessageBytes text = messageText(arguments);
@@ -172,7 +171,7 @@ void addQueueCommands(std::vector<Command> &commands)
     /* clang-format off */
     commands.insert(commands.end(), {
         {"queue", "create",  "Make an empty queue; an earlier one goes with its messages", "queue create /etc/hostname 7",              {path, id},                             create},
-        {"queue", "send",    "Send a message; waits while the queue is full",              "queue send /etc/hostname 7 --type 2 hello", {path, id, text, record, type, limit},  send},
+        {"queue", "send",    "Send a message; waits while the queue is full",              "queue send /etc/hostname 7 --type 2 hello", {path, id, text, record, type, limit},  sendToQueue},
         {"queue", "receive", "Take the first message; waits until there is one",           "queue receive /etc/hostname 7 --timeout 5", {path, id, flag("--tlv", "show the message's records"), limit}, receive},
     });
     /* clang-format on */

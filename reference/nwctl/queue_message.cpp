@@ -24,6 +24,11 @@ TlvRecord parseTlv(const std::string &option, const std::string &text)
 
 } // namespace
 
+int queueId(const std::string &text)
+{
+    return static_cast<int>(numberIn("ID", text, 1, 255));
+}
+
 MessageBytes packTlv(const std::string &option, std::span<const std::string> texts)
 {
     MessageBytes area(NW_TLV_AREA_SIZE);

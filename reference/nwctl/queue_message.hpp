@@ -19,6 +19,9 @@ struct TlvRecord {
     MessageBytes value;
 };
 
+/* The number of a queue at its path, for which the key has eight bits. */
+int queueId(const std::string &text);
+
 /* Records of "TYPE:HEX" texts in the order given; option names them in a Failure (usage). */
 MessageBytes packTlv(const std::string &option, std::span<const std::string> texts);
 

@@ -155,20 +155,20 @@ Json headingValue(const Shown &shown, const Setting &setting)
 }
 
 /* A group on its way. */
-struct Group {
+struct ShownGroup {
     bool isOn = true;
     std::string heading;
     Rows rows;
 };
 
-void addSwitch(const Shown &shown, const Setting &setting, Group &group)
+void addSwitch(const Shown &shown, const Setting &setting, ShownGroup &group)
 {
     group.isOn = settings::valueAt(shown.entry, setting) == true;
     group.heading = onOff(group.isOn);
     group.rows.push_back(hidden(setting.show.key, group.isOn));
 }
 
-void addToGroup(const Shown &shown, const Setting &setting, Group &group)
+void addToGroup(const Shown &shown, const Setting &setting, ShownGroup &group)
 {
     Rows told;
     if (setting.show.label == nullptr) {
@@ -185,7 +185,7 @@ void addToGroup(const Shown &shown, const Setting &setting, Group &group)
 
 Row groupRow(const Shown &shown, const settings::ShowGroup &description)
 {
-    Group group;
+    ShownGroup group;
     for (const Setting *setting : shown.settings) {
         if (setting->show.group != &description) {
             continue;

@@ -72,7 +72,7 @@ Row conflictsRow(const std::vector<PortView> &ports)
     return {.label = "Conflicts", .value = std::move(families)};
 }
 
-void show(const Arguments &, Session &session)
+void showStatus(const Arguments &, Session &session)
 {
     const NW_IFC_STATE_DB_INFO_S interfaces = readInterfaces();
     std::vector<PortView> ports;
@@ -134,7 +134,7 @@ void addStatusCommands(std::vector<Command> &commands)
                         "Show mode, ports, lock, NC-SI and conflicts",
                         "status",
                         {},
-                        inSnapshot(show)});
+                        inSnapshot(showStatus)});
     commands.push_back({"lock",
                         "status",
                         "May a network change start now, and if not, why?",

@@ -18,7 +18,7 @@ namespace {
 
 /* As large as a database can be, and room for its records twice. */
 constexpr std::size_t limit = 16U << 20;
-constexpr std::size_t mapSize = 3 * limit;
+constexpr std::size_t rehearsalSize = 3 * limit;
 
 using Contents = std::map<std::string, std::string>;
 
@@ -55,7 +55,7 @@ public:
         const std::string path = "/proc/self/fd/" + std::to_string(file.get());
         check(mdb_env_create(&environment_), "rehearsal");
         try {
-            check(mdb_env_set_mapsize(environment_, mapSize), "rehearsal");
+            check(mdb_env_set_mapsize(environment_, rehearsalSize), "rehearsal");
             check(mdb_env_open(environment_, path.c_str(), flags, 0), "rehearsal");
         } catch (...) {
             mdb_env_close(environment_);

@@ -17,7 +17,7 @@ constexpr Kind domainKind{.shape = Shape::domain, .valueName = "DOMAIN|off", .un
 #define PART(name, bit, member, isValid, refusal) \
     {part(name, 0, bit, PLACE(NW_DNS_PORT_S, member), PLACE(NW_DNS_PORT_S, member), isValid, Result::refusal)}
 
-constexpr Setting rows[] = {
+constexpr Setting dnsRows[] = {
     {Section::dns, "ipv4-mode",    {"IPv4 mode", "ipv4Mode"},       "where the IPv4 DNS settings come from", &modeKind,      PART("IPv4 DNS mode",     0x0001, ucIpv4DnsMode,       ofKind,      badDnsMode)},
     {Section::dns, "ipv4-domain",  {"IPv4 domain", "ipv4Domain"},   "IPv4 DNS domain suffix",                &domainKind,    PART("IPv4 DNS domain",   0x0002, szIpv4DnsDomain,     isDomain,    badDnsDomain)},
     {Section::dns, "ipv4-server1", {"IPv4 servers", "ipv4Servers"}, "first IPv4 DNS server",                 &addressV4Kind, PART("IPv4 DNS server 1", 0x0004, aucIpv4DnsServer[0], isAddressV4, badDnsServer)},
@@ -36,7 +36,7 @@ constexpr Setting rows[] = {
 
 std::span<const Setting> dnsSettings()
 {
-    return rows;
+    return dnsRows;
 }
 
 } // namespace bmc::settings

@@ -67,7 +67,7 @@ constexpr Kind intervalKind{.shape = Shape::number, .valueName = "N", .most = 25
         part("IPv6 route " #number " gateway",       0, NW_LAN_BIT_IPV6_ROUTE##number##_GATEWAY, FROM(astIpv6Route[index].aucGateway), TO(astIpv6Route[index].aucGateway), isGatewayV6, Result::badIpv6Route)}, \
         reach}
 
-constexpr Setting rows[] = {
+constexpr Setting lanRows[] = {
     {Section::lan, "lan",           {"LAN", "lan"},                                 "switch the port",                                     &switchKind,    {PART("LAN enable", LAN_ENABLE, FROM(ucLanEnable), TO(ucLanEnable), ofKind, Result::badFlag)}},
 
     {Section::lan, "ipv4-enabled",  {nullptr, "enabled", &ipv4},                    "switch IPv4",                                         &switchKind,    {PART("IPv4 enable", IPV4_ENABLE, FROM(ucIpv4Enable), TO(ucIpv4Enable), ofKind, Result::badFlag)}, v4},
@@ -118,7 +118,7 @@ constexpr Setting rows[] = {
 
 std::span<const Setting> lanSettings()
 {
-    return rows;
+    return lanRows;
 }
 
 } // namespace bmc::settings

@@ -33,7 +33,7 @@ constexpr Kind speedKind{.shape = Shape::words, .words = speedWords, .unit = "Mb
 
 #define RECORD(member) PLACE(NW_HOSTNAME_DB_INFO_S, member)
 
-constexpr Setting rows[] = {
+constexpr Setting machineRows[] = {
     {Section::mode,       "mode",       {"Mode", "mode"},          "whether the ports work separately or as one bond",   &modeKind,         {part("network port mode", 0, 1, PLACE(NW_NET_MODE_SET_S, ucNetMode), PLACE(NW_IFC_STATE_DB_INFO_S, ucIfcState), ofKind, Result::badNetMode)}},
     {Section::switchover, "switchover", {"Switchover", "enabled"}, "whether the numbers of the two ports are exchanged", &switchKind,       {part("switchover", 0, 1, PLACE(NW_LAN_REVERSE_SET_S, ucEnable), switchoverByte, ofKind, Result::badNetMode)}},
 
@@ -61,7 +61,7 @@ constexpr Setting linkModeRows[] = {
 
 std::span<const Setting> machineSettings()
 {
-    return rows;
+    return machineRows;
 }
 
 std::span<const Setting> linkModeSettings()

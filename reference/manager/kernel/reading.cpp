@@ -278,9 +278,9 @@ void dump(nl_sock *socket, int type, const void *header, std::size_t size, const
     require(nl_recvmsgs(socket, callbacks.get()), what);
 }
 
-Actual readKernel(nl_sock *socket, std::uint8_t routeProtocol)
+Actual readKernel(nl_sock *socket, std::uint8_t ownProtocol)
 {
-    return Reader(socket, routeProtocol).read();
+    return Reader(socket, ownProtocol).read();
 }
 
 } // namespace bmc::manager

@@ -13,6 +13,6 @@ namespace bmc::manager {
 
 /* Links, their addresses, and the routes of the main table that carry the protocol. Throws
  * MachineError. */
-Actual readKernel(nl_sock *socket, std::uint8_t routeProtocol);
+Actual readKernel(nl_sock *socket, std::uint8_t ownProtocol);
 
 } // namespace bmc::manager
