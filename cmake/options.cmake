@@ -23,7 +23,8 @@ target_compile_options(nw_options INTERFACE
 # Code of the tests is compiled fast rather than made fast; what they test is built as it ships.
 define_property(TARGET PROPERTY NW_TEST_CODE INITIALIZE_FROM_VARIABLE NW_TEST_CODE)
 set(nw_is_test_code $<BOOL:$<TARGET_PROPERTY:NW_TEST_CODE>>)
-target_compile_options(nw_options INTERFACE $<${nw_is_test_code}:-O0;-g1>)
+target_compile_options(nw_options INTERFACE
+    $<${nw_is_test_code}:-O0;$<IF:$<CONFIG:Debug>,-g1,-g0>>)
 # The reference system's programs wait for the kernel and the bus: half the optimiser's work does.
 define_property(TARGET PROPERTY NW_REFERENCE_CODE INITIALIZE_FROM_VARIABLE NW_REFERENCE_CODE)
 target_compile_options(nw_options INTERFACE

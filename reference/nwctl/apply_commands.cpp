@@ -130,12 +130,8 @@ Rows dryRunHeadingOf(const Json &changes)
 
 void print(Rows rows, const Json &changes, const std::vector<std::string> &notes, Session &session)
 {
-    List lines;
-    for (const std::string &note : notes) {
-        lines.rows.push_back({.value = note, .text = "Note: " + note});
-    }
     rows.push_back(changesRow(changes));
-    rows.push_back({.key = "notes", .value = std::move(lines)});
+    rows.push_back(notesRow(notes));
     session.answer(rows);
 }
 

@@ -111,6 +111,13 @@ Row linesRow(const std::string &key, const std::vector<std::string> &lines)
     return {.key = key, .value = std::move(list)};
 }
 
+void addNotes(const Sending &sending, Rows &rows)
+{
+    if (!sending.notes.empty()) {
+        rows.push_back(notesRow(sending.notes));
+    }
+}
+
 Rows portRows(const Sending &sending)
 {
     return {hidden("port", sending.port ? Value(sending.port->name) : Value()),
@@ -222,6 +229,15 @@ const char *reasonOf(const settings::Refusal &refusal)
                               : "the network manager would refuse the change";
 }
 
+Row notesRow(const std::vector<std::string> &notes)
+{
+    List lines;
+    for (const std::string &note : notes) {
+        lines.rows.push_back({.value = note, .text = "Note: " + note});
+    }
+    return {.key = "notes", .value = std::move(lines)};
+}
+
 Configuration foresee(const Configuration &present, const Sending &sending)
 {
     Configuration after = present;
@@ -267,6 +283,7 @@ void send(const Sending &sending, Session &session)
     if (sentences.empty() && !sending.complete) {
         rows.push_back(line("Done: " + sending.what + "; the operation log has no sentence."));
     }
+    addNotes(sending, rows);
     session.answer(rows);
 }
 
@@ -280,6 +297,7 @@ void tell(const Sending &sending, Session &session)
     rows.push_back(hidden("commands", sending.commands));
     rows.push_back(hidden("settings", givenList(sending)));
     rows.push_back(changesRow(changes));
+    addNotes(sending, rows);
     session.answer(rows);
 }
 

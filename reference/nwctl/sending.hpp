@@ -24,6 +24,7 @@ struct Sending {
     std::uint32_t module = 0;             /* NW_OPER_LOG_MODULE_E of its log, 0 without one */
     std::optional<NamedPort> port{};      /* none: not the settings of one port */
     Given given{};                        /* what changes, in the user's words */
+    std::vector<std::string> notes{};     /* what is to be known of it */
     /* What becomes of the stored settings, one behind the other; none where nothing is stored. */
     std::vector<bmc::settings::Change> changes{};
     /* The same for what is no setting, as settings::changesOf tells it. */
@@ -63,6 +64,9 @@ Parameter dryRunFlag();
 /* Settings that have changed or would, as settings::changesOf tells them: old and new, a line each;
  * the key "changes". */
 Row changesRow(const bmc::settings::Json &changes);
+
+/* What is to be known beside what has changed; the key "notes". */
+Row notesRow(const std::vector<std::string> &notes);
 
 /* Sentences of a successful LAN change, each fact once: the slots of the static routes repeat
  * fields, so a slot whose every field stands in another one is left out. */

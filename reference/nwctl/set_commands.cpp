@@ -241,6 +241,21 @@ void checkLan(const SetCommand &row, const Sending &sending, const Arguments &ar
     }
 }
 
+std::vector<std::string> notesOf(const SetCommand &row, const Arguments &arguments,
+                                 const NamedPort &port)
+{
+    const std::string title = settings::titleOf(readInterfaces(), port.index);
+    std::vector<std::string> notes;
+    for (const settings::Setting *setting : settings::settingsOf(row.group)) {
+        for (const GivenOption &given : arguments.given(optionOf(row, *setting))) {
+            if (auto note = settings::effectNote(*setting, given.value, title); !note.empty()) {
+                notes.push_back(std::move(note));
+            }
+        }
+    }
+    return notes;
+}
+
 Sending prepare(const SetCommand &row, const Arguments &arguments, Session &session)
 {
     const settings::SectionInfo &info = settings::infoOf(row.section);
@@ -256,6 +271,7 @@ Sending prepare(const SetCommand &row, const Arguments &arguments, Session &sess
     if (info.portCount != 0) {
         sending.port = portFor(info, arguments);
         change.front().port = sending.port->index;
+        sending.notes = notesOf(row, arguments, *sending.port);
     }
     sending.changes = {change};
     sending.send = [change, &setter](NW_OPER_LOG_S &log) { return setter.send(change, log); };

@@ -224,6 +224,12 @@ std::vector<std::string> notesOf(const Reading &reading, const Configuration &be
                             textOf(mode, valueOf(after, mode, 0)));
         }
     }
+    for (const auto &[setting, port, value, changed] : differing) {
+        auto note = effectNote(*setting, textOf(*setting, changed), titleOf(after.state, port));
+        if (!note.empty()) {
+            notes.push_back(std::move(note));
+        }
+    }
     return notes;
 }
 

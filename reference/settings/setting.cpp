@@ -31,19 +31,6 @@ constexpr SectionInfo infos[] = {
 #undef ENTRY
 /* clang-format on */
 
-const std::vector<Setting> &allSettings()
-{
-    static const std::vector<Setting> all = [] {
-        std::vector<Setting> rows;
-        for (const auto group :
-             {machineSettings(), lanSettings(), dnsSettings(), linkModeSettings()}) {
-            rows.insert(rows.end(), group.begin(), group.end());
-        }
-        return rows;
-    }();
-    return all;
-}
-
 } // namespace
 
 std::span<const SectionInfo> sections()
@@ -62,14 +49,22 @@ const SectionInfo *findSection(std::string_view key)
     return found == std::end(infos) ? nullptr : found;
 }
 
-std::span<const Setting> settings()
+std::span<const Setting> allSettings()
 {
-    return allSettings();
+    static const std::vector<Setting> all = [] {
+        std::vector<Setting> rows;
+        for (const auto group :
+             {machineSettings(), lanSettings(), dnsSettings(), linkModeSettings()}) {
+            rows.insert(rows.end(), group.begin(), group.end());
+        }
+        return rows;
+    }();
+    return all;
 }
 
 std::span<const Setting> settingsOf(Section section)
 {
-    const std::span<const Setting> all = settings();
+    const std::span<const Setting> all = allSettings();
     const auto isOfSection = [section](const Setting &setting) {
         return setting.section == section;
     };
@@ -96,7 +91,19 @@ std::string helpOf(const Setting &setting)
     if (kind.unit != nullptr) {
         help += (hasRange ? " units of " : " in ") + std::string(kind.unit);
     }
+    if (setting.use == Use::firstWord) {
+        help += "; only " + std::string(kind.words.front().text) + " has an effect yet";
+    } else if (setting.use == Use::none) {
+        help += "; stored, without effect yet";
+    }
     return help;
+}
+
+std::string effectNote(const Setting &setting, std::string_view value, std::string_view port)
+{
+    const bool isUsed = setting.use == Use::full || (setting.use == Use::firstWord &&
+                                                     value == setting.kind->words.front().text);
+    return isUsed ? "" : setting.key + (" of " + std::string(port)) + " is stored without effect";
 }
 
 std::string_view commandOf(const Setting &setting)
@@ -107,7 +114,7 @@ std::string_view commandOf(const Setting &setting)
 std::vector<const Setting *> settingsOf(std::string_view command)
 {
     std::vector<const Setting *> found;
-    for (const Setting &setting : settings()) {
+    for (const Setting &setting : allSettings()) {
         if (command == commandOf(setting) || command == infoOf(setting.section).key) {
             found.push_back(&setting);
         }

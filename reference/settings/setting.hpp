@@ -142,6 +142,13 @@ struct Show {
     const char *command = nullptr; /* that has it for its own; null: the section's */
 };
 
+/* How much of what can be stored the system makes use of. */
+enum class Use {
+    full,
+    firstWord, /* of the kind's words */
+    none
+};
+
 struct Setting {
     Section section;
     const char *key; /* in files; with "--" in front the option of the section's command */
@@ -151,15 +158,20 @@ struct Setting {
     Parts parts;
     Reach reach{};
     const char *switchKey = nullptr; /* setting that is meant where the value is "on" or "off" */
+    Use use = Use::full;
 };
 
 /* All of them, section by section. */
-std::span<const Setting> settings();
+std::span<const Setting> allSettings();
 std::span<const Setting> settingsOf(Section section);
 const Setting *findSetting(Section section, std::string_view key);
 
-/* What it is for, with range and unit. */
+/* What it is for, with range, unit, and what of it is stored without effect. */
 std::string helpOf(const Setting &setting);
+
+/* "hop-limit of eth1, dedicated port is stored without effect"; empty where the value, as it is
+ * written, has one. */
+std::string effectNote(const Setting &setting, std::string_view value, std::string_view port);
 
 /* The command that shows it, which sets it as well: "lan", "vlan". */
 std::string_view commandOf(const Setting &setting);

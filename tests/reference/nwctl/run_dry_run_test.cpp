@@ -31,7 +31,8 @@ TEST_P(DryRun, TellsOldAndNew)
 const Row rows[] = {
     {"Lan",        "lan set eth1 --ipv4 192.168.20.7/24 --vlan 30", "  lan.shared.ipv4: 192.168.20.2/24 -> 192.168.20.7/24\n  lan.shared.vlan: off -> 30\n"},
     {"Switch",     "lan set 1 --ipv6 off",                          "  lan.shared.ipv6-enabled: on -> off\n"},
-    {"Slaac",      "lan set shared --ipv6-origin slaac",            "  lan.shared.ipv6-origin: static -> slaac\n"},
+    {"Slaac",      "lan set shared --ipv6-origin slaac",            "  lan.shared.ipv6-origin: static -> slaac\n"
+     "Note: ipv6-origin of eth1, shared port is stored without effect\n"},
     {"Route",      "lan set dedicated --ipv4-route2 10.0.0.0/8,192.168.10.9", "  lan.dedicated.ipv4-route2: off -> 10.0.0.0/8,192.168.10.9\n"},
     {"HostName",   "hostname set --bmc-name x",                     "  hostname.bmc-name: rack-7 -> x\n"},
     {"Dns",        "dns set eth1 --ipv4-mode auto --ipv4-server1 off", "  dns.shared.ipv4-mode: manual -> auto\n  dns.shared.ipv4-server1: 192.168.20.53 -> off\n"},

@@ -134,7 +134,10 @@ const Row rows[] = {
     {"LanFurther", "lan set eth1 --hop-limit 64 --traffic-class 8 --ipv4-header 64,2,16",
      {requestOf(3, {{12, {0, 0, 0, 7}}, {lanEntry(1, 17), {64, 2, 16}}, {lanEntry(1, 146), {64, 8}}})},
      "LAN settings configured successfully for shared port, TTL: 0x40, Header Flags: 0x02, Precedence: 0x00, Type Of "
-     "Service: 0x10, Static Hop Limit: 64, Traffic Class: 8.\n", "eth1"},
+     "Service: 0x10, Static Hop Limit: 64, Traffic Class: 8.\n"
+     "Note: ipv4-header of eth1, shared port is stored without effect\n"
+     "Note: hop-limit of eth1, shared port is stored without effect\n"
+     "Note: traffic-class of eth1, shared port is stored without effect\n", "eth1"},
 };
 /* clang-format on */
 INSTANTIATE_TEST_SUITE_P(Rows, SentSettings, ::testing::ValuesIn(rows), fake::RowName());
@@ -176,6 +179,16 @@ TEST_F(Answered, NcsiStaysOffInADryRun)
     EXPECT_EQ(ran.out,
               "Dry run, nothing was sent. Would change NC-SI in the kernel: STATE 'on'.\n");
     EXPECT_EQ(platform.proc("/proc/sys/tollmere/ncsi/Enable"), std::nullopt);
+}
+
+TEST_F(Answered, WhatIsStoredAloneIsTold)
+{
+    const nlohmann::json notes{"ipv6-origin of eth1, shared port is stored without effect"};
+    const std::string line = "lan set eth1 --ipv4-origin static --ipv6-origin dhcp --no-check";
+
+    EXPECT_EQ(samples::runLine(line + " --json").json()["notes"], notes);
+    EXPECT_EQ(samples::runLine(line + " --dry-run --json").json()["notes"], notes);
+    EXPECT_FALSE(samples::runLine("vlan set eth1 --vlan off --json").json().contains("notes"));
 }
 
 TEST_F(Answered, PortOfAChannelIsTakenFromTheMode)

@@ -48,7 +48,7 @@ TEST(Differences, AreToldToProgramsByPlaceAndInterface)
 
 TEST(Places, AreFoundAgain)
 {
-    for (const Setting &setting : settings()) {
+    for (const Setting &setting : allSettings()) {
         EXPECT_EQ(settingAt(placeOf(setting, 1)), &setting) << placeOf(setting, 1);
     }
     for (const char *unknown : {"", "lan", "lan.", "colour", "lan.shared.colour", "colour.mode"}) {

@@ -25,7 +25,7 @@ TEST(Settings, AreFoundBySectionAndKey)
         }
         EXPECT_EQ(info.isScalar, settingsOf(info.section).size() == 1) << info.key;
     }
-    EXPECT_EQ(count, settings().size());
+    EXPECT_EQ(count, allSettings().size());
     EXPECT_EQ(findSetting(Section::lan, "colour"), nullptr);
     EXPECT_EQ(findSection("colour"), nullptr);
 }
@@ -60,7 +60,7 @@ TEST(Settings, PartsAreInsideTheirRecordsAndApart)
 TEST(Settings, HaveAPlaceInShow)
 {
     std::map<std::string, const Kind *> places;
-    for (const Setting &setting : settings()) {
+    for (const Setting &setting : allSettings()) {
         const Show &show = setting.show;
         EXPECT_TRUE(show.group != nullptr || (show.label != nullptr && show.key != nullptr))
             << setting.key;
@@ -126,7 +126,7 @@ void expectWords(const Setting &setting, const Part &part)
 /* People are told the range and the words that a request may have. */
 TEST(Settings, TakeTheValuesThatTheyTell)
 {
-    for (const Setting &setting : settings()) {
+    for (const Setting &setting : allSettings()) {
         const Shape shape = setting.kind->shape;
         if (!setting.kind->words.empty()) {
             expectWords(setting, setting.parts[0]);
@@ -138,7 +138,7 @@ TEST(Settings, TakeTheValuesThatTheyTell)
 
 TEST(Settings, TellTheirValuesAsTheyAreWritten)
 {
-    for (const Setting &setting : settings()) {
+    for (const Setting &setting : allSettings()) {
         const Kind &kind = *setting.kind;
         if (kind.words.empty()) {
             continue;

@@ -123,7 +123,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, EachSetting, ::testing::ValuesIn(rows), fake::Row
 
 TEST(EachSetting, HasARowHere)
 {
-    for (const Setting &setting : settings()) {
+    for (const Setting &setting : allSettings()) {
         const bool isTested = std::ranges::any_of(rows, [&](const Row &row) {
             return row.section == setting.section && std::string_view(row.key) == setting.key;
         });
