@@ -18,9 +18,6 @@ constexpr std::string_view magic = "bmcrecs\n";
 constexpr std::uint32_t version = 1;
 constexpr std::size_t wordSize = sizeof(std::uint32_t);
 
-/* As large as a database can be. */
-constexpr std::size_t limit = 16U << 20;
-
 /* What a byte does to a checksum, CRC-32. */
 constexpr auto checksumRows = [] {
     constexpr std::uint32_t polynomial = 0xEDB88320;
@@ -120,7 +117,7 @@ void writeBackup(const std::filesystem::path &file, const Records &records)
 
 Records readBackup(const std::filesystem::path &file)
 {
-    const std::string bytes = readFile(file, limit);
+    const std::string bytes = readFile(file, databaseSize);
     Reader reader(bytes, file);
     reader.require(reader.take(magic.size()) == magic, "is no copy of records");
     reader.require(reader.takeWord() == version, "has a format of another version");

@@ -13,6 +13,10 @@
 
 namespace bmc {
 
+/* The database's, and so at most a backup's: two orders of magnitude above what all records take,
+ * small beside a 32-bit address space. */
+inline constexpr std::size_t databaseSize = 16U << 20;
+
 /* With which a copy of the records ends. */
 std::uint32_t checksumOf(const Records &records);
 

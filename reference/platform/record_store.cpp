@@ -23,9 +23,6 @@ namespace bmc {
 
 namespace {
 
-/* Two orders of magnitude above what all records take, small beside a 32-bit address space. */
-constexpr std::size_t mapSize = 16U << 20;
-
 /* Room for about a thousand readers at once. */
 constexpr off_t lockFileSize = 64 << 10;
 
@@ -245,7 +242,7 @@ void RecordStore::openEnvironment(const std::filesystem::path &directory, unsign
 {
     check(mdb_env_create(&environment_), "database environment");
     try {
-        check(mdb_env_set_mapsize(environment_, mapSize), "database size");
+        check(mdb_env_set_mapsize(environment_, databaseSize), "database size");
         /* Readers belong to transactions, not to threads. */
         check(mdb_env_open(environment_, directory.c_str(), MDB_NOTLS | flags, privateFile),
               directory.string());

@@ -10,15 +10,15 @@
 
 #include "common/descriptor.hpp"
 #include "common/files.hpp"
+#include "platform/backup.hpp"
 #include "platform/lmdb_objects.hpp"
 
 namespace bmc {
 
 namespace {
 
-/* As large as a database can be, and room for its records twice. */
-constexpr std::size_t limit = 16U << 20;
-constexpr std::size_t rehearsalSize = 3 * limit;
+/* The whole database, and room for its records twice. */
+constexpr std::size_t rehearsalSize = 3 * databaseSize;
 
 using Contents = std::map<std::string, std::string>;
 
@@ -34,7 +34,7 @@ MDB_val valueOf(const std::string &text)
 
 Descriptor copyInMemory(const std::filesystem::path &file)
 {
-    const std::string bytes = readFile(file, limit);
+    const std::string bytes = readFile(file, databaseSize);
     Descriptor copy(memfd_create("rehearsal", MFD_CLOEXEC));
     for (std::size_t done = 0; done < bytes.size();) {
         const ssize_t written = ::write(copy.get(), bytes.data() + done, bytes.size() - done);
