@@ -79,6 +79,13 @@ inline bool isArpActive(const NW_LAN_CFG_PORT_S &port, ArpBit bit)
     return (arpOf(port).control & ~suspendedArp(port) & bit) != 0;
 }
 
+inline HeaderBytes headersOf(const NW_LAN_CFG_PORT_S &port)
+{
+    HeaderBytes bytes;
+    std::memcpy(&bytes, port.aucReserved775, sizeof(bytes));
+    return bytes;
+}
+
 inline VlanBytes vlanOf(const NW_LAN_CFG_PORT_S &port)
 {
     VlanBytes bytes;

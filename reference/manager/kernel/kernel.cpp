@@ -108,6 +108,7 @@ constexpr Action actions[] = {
     {Kind::address,     addAddress,     removeAddress},
     {Kind::route,       addRoute,       removeRoute},
     {Kind::subnet,      addSubnet,      nullptr},
+    {Kind::hopLimit,    setHopLimit,    nullptr},
 };
 /* clang-format on */
 

@@ -1,14 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
 /* Links that the manager makes, and settings of links. */
+#include <cerrno>
+
+#include <fcntl.h>
 #include <linux/if_link.h>
 #include <linux/ip.h>
 #include <linux/rtnetlink.h>
 #include <net/if.h>
 #include <netlink/attr.h>
+#include <netlink/errno.h>
 #include <netlink/route/link/bonding.h>
 #include <netlink/route/link/inet.h>
+#include <unistd.h>
 
+#include "common/descriptor.hpp"
 #include "manager/kernel/netlink_objects.hpp"
 
 namespace bmc::manager {
@@ -166,6 +172,18 @@ int setArpIgnore(nl_sock *socket, const Item &setting)
 int setSecondaries(nl_sock *socket, const Item &setting)
 {
     return setIpv4(socket, setting, IPV4_DEVCONF_PROMOTE_SECONDARIES);
+}
+
+/* Netlink sets what belongs to IPv4 alone. */
+int setHopLimit(nl_sock *, const Item &setting)
+{
+    indexOf(setting.subject);
+    const std::string path = "/proc/sys/net/ipv6/conf/" + setting.subject + "/hop_limit";
+    const std::string text = std::to_string(setting.number);
+    const Descriptor file(open(path.c_str(), O_WRONLY | O_CLOEXEC));
+    const bool isWritten = file.get() >= 0 && write(file.get(), text.data(), text.size()) ==
+                                                  static_cast<ssize_t>(text.size());
+    return isWritten ? 0 : -nl_syserr2nlerr(errno);
 }
 
 } // namespace bmc::manager

@@ -71,6 +71,7 @@ int removeLink(nl_sock *socket, const Item &link);
 int setUpOrDown(nl_sock *socket, const Item &link);
 int setArpIgnore(nl_sock *socket, const Item &setting);
 int setSecondaries(nl_sock *socket, const Item &setting);
+int setHopLimit(nl_sock *socket, const Item &setting);
 
 /* Index of an interface; throws MissingInterface. */
 int indexOf(const std::string &interface);

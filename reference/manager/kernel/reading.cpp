@@ -3,11 +3,14 @@
 #include "manager/kernel/reading.hpp"
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 #include <optional>
 
 #include <linux/if_addr.h>
 #include <linux/if_link.h>
 #include <linux/ip.h>
+#include <linux/ipv6.h>
 #include <linux/rtnetlink.h>
 #include <net/if.h>
 #include <netlink/attr.h>
@@ -120,6 +123,7 @@ private:
                 if (const int master = rtnl_link_get_master(link)) {
                     masters[name] = master;
                 }
+                addHopLimit(name, message);
                 if (rtnl_link_is_vlan(link) != 0) {
                     lower[name] = rtnl_link_get_link(link);
                     add({Kind::vlan,
@@ -185,6 +189,23 @@ private:
         std::uint32_t value = 0;
         if (rtnl_link_inet_get_conf(link, setting, &value) >= 0) {
             add({kind, name, {}, {}, {}, value});
+        }
+    }
+
+    /* One of the settings of IPv6, which stand in the kernel's order; none where it is off. */
+    void addHopLimit(const std::string &name, nl_msg *message)
+    {
+        nlattr *families = nlmsg_find_attr(nlmsg_hdr(message), sizeof(ifinfomsg), IFLA_AF_SPEC);
+        nlattr *settings = nested(nested(families, AF_INET6), IFLA_INET6_CONF);
+        std::array<std::int32_t, DEVCONF_HOPLIMIT + 1> values{};
+        if (settings != nullptr && nla_len(settings) >= static_cast<int>(sizeof(values))) {
+            std::memcpy(values.data(), nla_data(settings), sizeof(values));
+            add({Kind::hopLimit,
+                 name,
+                 {},
+                 {},
+                 {},
+                 static_cast<std::uint32_t>(values[DEVCONF_HOPLIMIT])});
         }
     }
 

@@ -37,6 +37,7 @@ constexpr KindRow rows[] = {
     {Kind::resolver,    true,  false, files,                           "resolv.conf",    "",              file,    file},
     {Kind::lldp,        true,  false, NW_LOG_LLDP | NW_LOG_LAN_REVERSE, "LLDP",          "state",         file,    file},
     {Kind::subnet,      false, false, ports,                           "subnet",         "",              kernel,  kernel},
+    {Kind::hopLimit,    true,  true,  ports,                           "hop_limit",      "hop-limit",     kernel,  kernel},
 };
 /* clang-format on */
 
@@ -69,6 +70,7 @@ std::string textOf(const Item &item)
     case Kind::bondMonitor:
     case Kind::arpIgnore:
     case Kind::secondaries:
+    case Kind::hopLimit:
         return name + " " + std::to_string(item.number);
     case Kind::bond:
     case Kind::vlan:

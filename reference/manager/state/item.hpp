@@ -33,6 +33,7 @@ enum class Kind : std::uint8_t {
     /* The route that the kernel itself makes for an address. address: the network, gateway: the
      * address, where it is known */
     subnet = 15,
+    hopLimit = 16, /* number: of the IPv6 packets that the interface sends */
 };
 
 struct Item {

@@ -250,6 +250,7 @@ private:
         case Kind::bondMonitor:
         case Kind::arpIgnore:
         case Kind::secondaries:
+        case Kind::hopLimit:
             return settings;
         case Kind::member:
             return memberJoins;

@@ -125,6 +125,14 @@ private:
         }
     }
 
+    /* 0 leaves the kernel its own. */
+    void addHopLimit()
+    {
+        if (const std::uint8_t limit = settings::headersOf(entry_).hopLimit; limit != 0) {
+            add({Kind::hopLimit, name_, {}, {}, {}, limit});
+        }
+    }
+
     void addIpv4()
     {
         if (entry_.ucIpv4Enable != 1) {
@@ -146,6 +154,7 @@ private:
         if (entry_.ucIpv6Enable != 1) {
             return;
         }
+        addHopLimit();
         addAddress(ipv6Address());
         addGateway(ipv6(entry_.aucIpv6Gateway));
         for (unsigned number = 0; number < NW_ROUTE_COUNT; number++) {

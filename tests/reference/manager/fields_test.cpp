@@ -93,6 +93,32 @@ TEST_F(Fields, EachLandsInItsPlaceAndNowhereElse)
     }
 }
 
+/* 0 gives back what somebody else had set last. */
+TEST_F(Fields, HopLimitIsTheInterfaces)
+{
+    const std::string file = "/proc/sys/net/ipv6/conf/eth1/hop_limit";
+    std::ofstream(file) << 33;
+    LanRequest request;
+    request.select(1, NW_LAN_BIT_HOP_LIMIT);
+    request.port(1).ucHopLimit = 7;
+    expectAnswer(request, NW_OK, 1);
+    EXPECT_EQ(fileText(file), "7\n");
+
+    request.port(1).ucHopLimit = 0;
+    expectAnswer(request, NW_OK, 1);
+    EXPECT_EQ(fileText(file), "33\n");
+
+    request.port(1).ucHopLimit = 7;
+    expectAnswer(request, NW_OK, 1);
+    stopManager();
+    std::ofstream(file) << 9;
+    startManager();
+    EXPECT_EQ(fileText(file), "7\n");
+    request.port(1).ucHopLimit = 0;
+    expectAnswer(request, NW_OK, 1);
+    EXPECT_EQ(fileText(file), "9\n");
+}
+
 TEST_F(Fields, NothingSelectedChangesNothing)
 {
     const std::string kernel = kernelSnapshot();

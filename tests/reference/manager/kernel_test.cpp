@@ -100,6 +100,7 @@ TEST_F(KernelTest, ReadsWhatOthersMade)
           "ip route add 10.0.0.0/8 via 192.0.2.9 metric 7 &&"
           "ip route add default dev eth1 metric 9 proto 124");
     std::ofstream("/proc/sys/net/ipv4/conf/eth1/arp_ignore") << 8;
+    std::ofstream("/proc/sys/net/ipv6/conf/eth1/hop_limit") << 33;
     const Actual actual = kernel_.read();
     Items routes;
     for (const Item &item : actual.items) {
@@ -114,6 +115,7 @@ TEST_F(KernelTest, ReadsWhatOthersMade)
     EXPECT_TRUE(actual.items.contains(linkOf("eth1", true)));
     EXPECT_TRUE(actual.items.contains(linkOf("eth0", false)));
     EXPECT_TRUE(actual.items.contains({Kind::arpIgnore, "eth1", {}, {}, {}, 8}));
+    EXPECT_TRUE(actual.items.contains({Kind::hopLimit, "eth1", {}, {}, {}, 33}));
     EXPECT_TRUE(actual.items.contains({Kind::subnet, "eth1", {}, address("192.0.2.0", 24)}));
     EXPECT_EQ(actual.links.at("eth1").type, "veth");
     EXPECT_EQ(std::to_string(actual.links.at("eth1").index) + "\n",
@@ -141,6 +143,9 @@ TEST_F(KernelTest, RefusalsAndWhatIsMissing)
     EXPECT_TRUE(isRefused(routeOn("eth1", "10.0.0.0", 8, "203.0.113.9", 200)));
     EXPECT_THROW(kernel_.apply({addressOn("eth7", "192.0.2.1", 24)}), MissingInterface);
     EXPECT_THROW(kernel_.apply({linkOf(std::string(40, 'x'), true)}), MissingInterface);
+    EXPECT_THROW(kernel_.apply({{Kind::hopLimit, "eth7", {}, {}, {}, 9}}), MissingInterface);
+    EXPECT_THROW(kernel_.apply({{Kind::hopLimit, "../conf/eth1", {}, {}, {}, 9}}),
+                 MissingInterface);
     EXPECT_FALSE(isRefused(addressOn("eth7", "192.0.2.1", 24), true));
     /* The next call works as ever. */
     EXPECT_FALSE(isRefused(linkOf("eth1", true)));

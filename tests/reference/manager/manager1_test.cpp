@@ -207,11 +207,11 @@ TEST_F(Manager1, PortsThatAreNotServedAreStoredAndTold)
 
 TEST_F(Manager1, WhatIsStoredAloneIsTold)
 {
-    const Json answer = apply(R"({"lan": {"eth1": {"hop-limit": 9, "ipv4-origin": "dhcp"}}})");
+    const Json answer = apply(R"({"lan": {"eth1": {"traffic-class": 9, "ipv4-origin": "dhcp"}}})");
     EXPECT_EQ(answer[names::resultKey], NW_OK) << answer;
     EXPECT_EQ(answer[names::notesKey],
               Json({"ipv4-origin of eth1, shared port is stored without effect",
-                    "hop-limit of eth1, shared port is stored without effect"}));
+                    "traffic-class of eth1, shared port is stored without effect"}));
 
     const Json back = apply(R"({"lan": {"eth1": {"ipv4-origin": "static"}}})");
     EXPECT_EQ(back[names::notesKey], Json::array());

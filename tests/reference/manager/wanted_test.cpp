@@ -106,6 +106,22 @@ TEST(Wanted, FollowsTheEnables)
     EXPECT_EQ(ofPort(configuration), Items{});
 }
 
+TEST(Wanted, HopLimitWhereIpv6IsOn)
+{
+    Configuration configuration = fullPort();
+    NW_LAN_CFG_PORT_S &port = configuration.lan.astPort[1];
+    const auto limit = [&] {
+        const Items items = wanted(configuration, {}).items;
+        const Item *item = valueIn(items, Kind::hopLimit, "eth1");
+        return item == nullptr ? 0U : static_cast<unsigned>(item->number);
+    };
+    EXPECT_EQ(limit(), 0U);
+    port.aucReserved775[3] = 255;
+    EXPECT_EQ(limit(), 255U);
+    port.ucIpv6Enable = 0;
+    EXPECT_EQ(limit(), 0U);
+}
+
 TEST(Wanted, NamedIsEveryAddressInUseOrNot)
 {
     Configuration configuration = fullPort();

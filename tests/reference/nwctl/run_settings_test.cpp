@@ -136,7 +136,6 @@ const Row rows[] = {
      "LAN settings configured successfully for shared port, TTL: 0x40, Header Flags: 0x02, Precedence: 0x00, Type Of "
      "Service: 0x10, Static Hop Limit: 64, Traffic Class: 8.\n"
      "Note: ipv4-header of eth1, shared port is stored without effect\n"
-     "Note: hop-limit of eth1, shared port is stored without effect\n"
      "Note: traffic-class of eth1, shared port is stored without effect\n", "eth1"},
 };
 /* clang-format on */
