@@ -94,7 +94,7 @@ constexpr Setting lanRows[] = {
     {Section::lan, "vlan-priority", {"VLAN priority", "priority", nullptr, "vlan"}, "VLAN priority",                                       &priorityKind,  {PART("VLAN priority", VLAN_PRIORITY, FROM(ucVlanPriority), VLAN(priority), ofKind, Result::badVlanPriority)}},
 
     {Section::lan, "ipv4-header",   {"header", "header", &ipv4},                    "IPv4 header of what the port sends: three numbers",   &headerKind,    {PART("IPv4 header", IPV4_HEADER, FROM(stIpv4Header), HEADER(ipv4), isAny, Result::done)}, {}, nullptr, Use::none},
-    {Section::lan, "hop-limit",     {"hop limit", "hopLimit", &ipv6},               "IPv6 hop limit of what the port sends, 0 the kernel's own", &byteKind,      {PART("hop limit", HOP_LIMIT, FROM(ucHopLimit), HEADER(hopLimit), ofKind, Result::done)}},
+    {Section::lan, "hop-limit",     {"hop limit", "hopLimit", &ipv6},               "IPv6 hop limit of what the port sends (0: the kernel's)",    &byteKind,      {PART("hop limit", HOP_LIMIT, FROM(ucHopLimit), HEADER(hopLimit), ofKind, Result::done)}},
     {Section::lan, "traffic-class", {"traffic class", "trafficClass", &ipv6},       "IPv6 traffic class of what the port sends",           &byteKind,      {PART("traffic class", TRAFFIC_CLASS, FROM(ucTrafficClass), HEADER(trafficClass), ofKind, Result::done)}, {}, nullptr, Use::none},
 
     {Section::lan, "arp-control",   {"ARP control", "control", nullptr, "arp"},     "what the port sends of its own",                      &arpKind,       {PART("ARP control", ARP_CONTROL, FROM(ucArpControl), ARP(control), ofKind, Result::badArpFlags)}},
