@@ -136,6 +136,22 @@ TEST(Settings, TakeTheValuesThatTheyTell)
     }
 }
 
+TEST(Settings, TellWhatIsStoredWithoutEffect)
+{
+    const Setting &origin = *findSetting(Section::lan, "ipv6-origin");
+    EXPECT_EQ(effectNote(origin, "static", "eth1"), "");
+    EXPECT_EQ(effectNote(origin, "slaac", "eth1"), "ipv6-origin of eth1 is stored without effect");
+    EXPECT_TRUE(helpOf(origin).ends_with("; only static has an effect yet")) << helpOf(origin);
+
+    const Setting &trafficClass = *findSetting(Section::lan, "traffic-class");
+    EXPECT_EQ(effectNote(trafficClass, "0", "eth1"),
+              "traffic-class of eth1 is stored without effect");
+    EXPECT_TRUE(helpOf(trafficClass).ends_with("; stored, without effect yet"))
+        << helpOf(trafficClass);
+
+    EXPECT_EQ(effectNote(*findSetting(Section::lan, "hop-limit"), "7", "eth1"), "");
+}
+
 TEST(Settings, TellTheirValuesAsTheyAreWritten)
 {
     for (const Setting &setting : allSettings()) {
