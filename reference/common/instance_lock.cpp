@@ -3,7 +3,9 @@
 #include "common/instance_lock.hpp"
 
 #include <cerrno>
+#include <chrono>
 #include <stdexcept>
+#include <thread>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -12,6 +14,24 @@
 #include "common/state_directory.hpp"
 
 namespace bmc {
+
+namespace {
+
+/* What a process has forked shares its lock, and ends a moment after one that was killed. */
+bool lock(const Descriptor &file)
+{
+    using namespace std::chrono_literals;
+    const auto end = std::chrono::steady_clock::now() + 1s;
+    while (flock(file.get(), LOCK_EX | LOCK_NB) != 0) {
+        if (std::chrono::steady_clock::now() >= end) {
+            return false;
+        }
+        std::this_thread::sleep_for(10ms);
+    }
+    return true;
+}
+
+} // namespace
 
 InstanceLock::InstanceLock(const std::string &program)
 {
@@ -30,7 +50,7 @@ InstanceLock::InstanceLock(const std::string &program)
     if (!file_) {
         failFile(path, errno);
     }
-    if (flock(file_.get(), LOCK_EX | LOCK_NB) != 0) {
+    if (!lock(file_)) {
         throw std::runtime_error("another " + program + " works on " + directory.string());
     }
 }

@@ -9,11 +9,12 @@
 
 namespace bmc {
 
-/* Held as long as the object or, when the process dies, as long as the process. */
+/* Held as long as the object or, when the process dies, as long as the process and what it forked.
+ */
 class InstanceLock {
 public:
     /* Makes the directory where it is missing; one that is read-only and has no file for the lock
-     * gives none. Throws std::runtime_error when another process holds the lock. */
+     * gives none. Throws std::runtime_error when another process has held the lock for a second. */
     explicit InstanceLock(const std::string &program);
 
 private:

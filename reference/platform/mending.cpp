@@ -47,11 +47,14 @@ Condition conditionOf(const DatabasePaths &paths)
 }
 
 /* What damage does to this process is expected: no handler, no core file, no orphan. */
-[[noreturn]] void examineAndEnd(const DatabasePaths &paths)
+[[noreturn]] void examineAndEnd(const DatabasePaths &paths, pid_t parent)
 {
     const rlimit none{};
     setrlimit(RLIMIT_CORE, &none);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent) {
+        _exit(static_cast<int>(Condition::unknown));
+    }
     for (const int number : damageSignals) {
         std::signal(number, SIG_DFL);
     }
@@ -100,9 +103,10 @@ Condition examine(const DatabasePaths &paths)
     if (!std::filesystem::exists(paths.directory / "data.mdb", ignored) && !ignored) {
         return Condition::empty;
     }
+    const pid_t parent = getpid();
     const pid_t child = fork();
     if (child == 0) {
-        examineAndEnd(paths);
+        examineAndEnd(paths, parent);
     }
     int status = 0;
     while (child > 0 && waitpid(child, &status, 0) < 0) {

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "common/instance_lock.hpp"
 
+#include <chrono>
 #include <csignal>
+#include <thread>
 
 #include <sys/mount.h>
 #include <unistd.h>
@@ -13,6 +15,7 @@ namespace {
 
 using namespace bmc::test;
 using bmc::InstanceLock;
+using namespace std::chrono_literals;
 
 class Lock : public StateTest {};
 
@@ -33,6 +36,21 @@ TEST_F(Lock, EndsWithItsOwner)
     }
     Child killed([] {
         const InstanceLock lock("program");
+        raise(SIGKILL);
+    });
+    killed.wait();
+    EXPECT_NO_THROW(const InstanceLock lock("program"));
+}
+
+/* What a process forks shares its lock. */
+TEST_F(Lock, OutlastsTheLastMomentsOfAKilledOwnersChild)
+{
+    Child killed([] {
+        const InstanceLock lock("program");
+        if (fork() == 0) {
+            std::this_thread::sleep_for(200ms);
+            _exit(0);
+        }
         raise(SIGKILL);
     });
     killed.wait();

@@ -214,7 +214,8 @@ TEST_F(Init, KilledAnywhereItLeavesOldOrNew)
     unsigned replaced = 0;
     std::ofstream("/run/second.json") << everyRecord("2");
     for (int point = 0; point < points; point++) {
-        ASSERT_EQ(init(everyRecord("1")).status, 0);
+        const Outcome before = init(everyRecord("1"));
+        ASSERT_EQ(before.status, 0) << before.errors;
         Process process({NWMANAGERD, "--init", "/run/second.json", "--force"});
         std::this_thread::sleep_for(whole * point / points);
         process.signal(SIGKILL);
