@@ -32,8 +32,10 @@ target_compile_options(nw_options INTERFACE
 
 if(NW_SANITIZE)
     set(nw_sanitizers -fsanitize=address,undefined -fno-sanitize=vptr -fno-sanitize-recover=all
-        -fno-omit-frame-pointer -g1) # names and lines are what a report shows
-    target_compile_options(nw_options INTERFACE ${nw_sanitizers})
+        -fno-omit-frame-pointer)
+    # Names and lines are what a report shows; of a test, its name.
+    target_compile_options(nw_options INTERFACE
+        ${nw_sanitizers} $<IF:${nw_is_test_code},-g0,-g1>)
     target_link_options(nw_options INTERFACE ${nw_sanitizers})
 elseif(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" AND NOT CMAKE_CXX_FLAGS MATCHES "_FORTIFY_SOURCE")
     # A toolchain that brings a level of its own keeps it.

@@ -108,7 +108,7 @@ void showNtp(const Arguments &arguments, Session &session)
 }
 
 constexpr const char *nameFile = NW_BMC_NAME_FILE;
-constexpr std::size_t longest = NW_BMC_NAME_SIZE - 1;
+constexpr std::size_t longestBmcName = NW_BMC_NAME_SIZE - 1;
 
 std::string storedName()
 {
@@ -124,10 +124,10 @@ std::string storedName()
 
 void requireName(const std::string &name)
 {
-    if (name.size() > longest || LIB_NW_CheckHostName(name.c_str()) == 0) {
+    if (name.size() > longestBmcName || LIB_NW_CheckHostName(name.c_str()) == 0) {
         throw Failure(Exit::refused, "NAME", name,
                       "a name is made of letters, digits and inner hyphens, at most " +
-                          std::to_string(longest),
+                          std::to_string(longestBmcName),
                       NW_ERR_OUT_OF_RANGE);
     }
 }

@@ -106,7 +106,7 @@ struct SetCommand {
     const char *example;
 };
 
-constexpr SetCommand rows[] = {
+constexpr SetCommand setCommands[] = {
     {Section::lan,        "lan",        nullptr, "Change settings of a port",                      "lan set eth1 --ipv4 192.168.20.5/24 --ipv4-gateway 192.168.20.1"},
     {Section::hostName,   "hostname",   nullptr, "Change the host name, its mode or the BMC name", "hostname set --mode manual --name bmc-1"},
     {Section::dns,        "dns",        nullptr, "Change DNS settings of a port",                  "dns set eth1 --ipv4-mode manual --ipv4-server1 192.168.20.53"},
@@ -317,7 +317,7 @@ std::vector<Parameter> parametersOf(const SetCommand &row)
 
 void addSetCommands(std::vector<Command> &commands)
 {
-    for (const SetCommand &row : rows) {
+    for (const SetCommand &row : setCommands) {
         commands.push_back({row.group, "set", row.description, row.example, parametersOf(row),
                             [&row](const Arguments &arguments, Session &session) {
                                 carryOut([&] { return prepare(row, arguments, session); },

@@ -11,7 +11,7 @@ namespace {
 
 constexpr unsigned lastChannel = 255;
 
-std::string nameOf(const Node &node)
+std::string givenName(const Node &node)
 {
     const Json &value = node.value;
     if (!value.is_string() || value.get_ref<const std::string &>().empty() ||
@@ -32,7 +32,7 @@ std::string nameOf(const Node &node)
 
 Json identityOf(const NW_IFC_STATE_DB_INFO_S &state, unsigned port)
 {
-    return {{"name", settings::nameOf(state, port)},
+    return {{"name", nameOf(state, port)},
             {"channel", state.aucChannel[port]},
             {"present", state.aucPortPresent[port] != 0}};
 }
@@ -43,7 +43,7 @@ void readIdentity(const Node &node, unsigned port, NW_IFC_STATE_DB_INFO_S &state
     expectKeys(node, {"name", "channel", "present"});
     if (node.value.contains("name")) {
         std::ranges::fill(state.acIfcName[port], '\0');
-        nameOf(memberOf(node, "name")).copy(state.acIfcName[port], NW_IFC_NAME_SIZE - 1);
+        givenName(memberOf(node, "name")).copy(state.acIfcName[port], NW_IFC_NAME_SIZE - 1);
     }
     if (node.value.contains("channel")) {
         state.aucChannel[port] =
@@ -76,7 +76,7 @@ void requireComplete(const Node &node)
 /* A text names one port. */
 void requireUnique(const Node &node, unsigned port, const NW_IFC_STATE_DB_INFO_S &state)
 {
-    const unsigned meant = findPort({}, settings::nameOf(state, port));
+    const unsigned meant = findPort({}, nameOf(state, port));
     if (meant != NW_PORT_COUNT && meant != port) {
         refuse(memberOf(node, "name"), "names another port already, by its role or index");
     }

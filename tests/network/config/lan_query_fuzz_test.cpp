@@ -88,7 +88,7 @@ TEST_P(LanQueryFuzz, ChangesNothingButStates)
     const std::size_t states = query::offsetOf("astIpv6AddrState");
     Rubbish rubbish(GetParam());
 
-    for (int round = 0; round < 2000; ++round) {
+    for (int round = 0; round < 500; ++round) {
         query::prepare(board);
         kernel::script().datagram = rubbish.datagram();
         const query::Answer answer = query::getLanConfig("eth0", before);
@@ -105,6 +105,6 @@ TEST_P(LanQueryFuzz, ChangesNothingButStates)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, LanQueryFuzz, ::testing::Values(11U, 12U, 13U, 14U));
+INSTANTIATE_TEST_SUITE_P(Seeds, LanQueryFuzz, ::testing::Range(11U, 27U));
 
 } // namespace

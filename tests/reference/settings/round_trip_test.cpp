@@ -15,7 +15,7 @@ namespace bmc::settings {
 
 namespace {
 
-constexpr unsigned rounds = 1000;
+constexpr unsigned rounds = 300;
 
 bool isSame(const Configuration &one, const Configuration &other)
 {
