@@ -169,7 +169,7 @@ const Setting *findSetting(Section section, std::string_view key);
 /* What it is for, with range, unit, and what of it is stored without effect. */
 std::string helpOf(const Setting &setting);
 
-/* "hop-limit of eth1, dedicated port is stored without effect"; empty where the value, as it is
+/* "traffic-class of eth1, shared port is stored without effect"; empty where the value, as it is
  * written, has one. */
 std::string effectNote(const Setting &setting, std::string_view value, std::string_view port);
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <optional>
 
 #include "manager/refusal.hpp"
 
@@ -67,6 +68,22 @@ bool isWanted(const Items &wanted, const Item &value)
     return valueIn(wanted, value.kind, value.subject) != nullptr;
 }
 
+/* The value that the item is going to replace; an interface that is not there yet comes with those
+ * of a new one. */
+std::optional<Item> replaced(const Item &item, const Actual &actual)
+{
+    const Item *value = valueIn(actual.items, item.kind, item.subject);
+    if (value == nullptr && !item.subject.empty() && !actual.links.contains(item.subject)) {
+        value = valueIn(actual.items, item.kind, newInterface);
+    }
+    if (value == nullptr) {
+        return std::nullopt;
+    }
+    Item found = *value;
+    found.subject = item.subject;
+    return found;
+}
+
 } // namespace
 
 Ledger::Ledger(const LedgerRecord &record)
@@ -74,7 +91,7 @@ Ledger::Ledger(const LedgerRecord &record)
     const std::size_t count = std::min<std::size_t>(record.count, record.entries.size());
     for (std::size_t index = 0; index < count; index++) {
         const LedgerEntry &entry = record.entries[index];
-        if (entry.kind <= static_cast<std::uint8_t>(Kind::subnet)) {
+        if (isKind(entry.kind)) {
             (entry.isFound != 0 ? found_ : owned_).insert(itemOf(entry));
         }
     }
@@ -107,10 +124,12 @@ void Ledger::claim(const World &wanted, const Actual &actual)
         if (isListed(item) && !actual.items.contains(item)) {
             owned_.insert(item);
         }
-        const Item *present = valueIn(actual.items, item.kind, item.subject);
-        if (rowOf(item.kind).comesBack && present != nullptr && fits(*present) &&
-            !isWanted(found_, item)) {
-            found_.insert(*present);
+        if (!rowOf(item.kind).comesBack || isWanted(found_, item)) {
+            continue;
+        }
+        const std::optional<Item> found = replaced(item, actual);
+        if (found && fits(*found)) {
+            found_.insert(*found);
         }
     }
 }
@@ -130,6 +149,7 @@ World Ledger::withFound(World world) const
     for (const Item &value : found_) {
         if (!isWanted(world.items, value)) {
             world.items.insert(value);
+            world.comingBack.insert(value);
         }
     }
     return world;

@@ -178,7 +178,7 @@ int setSecondaries(nl_sock *socket, const Item &setting)
 int setHopLimit(nl_sock *, const Item &setting)
 {
     indexOf(setting.subject);
-    const std::string path = "/proc/sys/net/ipv6/conf/" + setting.subject + "/hop_limit";
+    const std::string path = hopLimitFile(setting.subject);
     const std::string text = std::to_string(setting.number);
     const Descriptor file(open(path.c_str(), O_WRONLY | O_CLOEXEC));
     const bool isWritten = file.get() >= 0 && write(file.get(), text.data(), text.size()) ==

@@ -73,6 +73,12 @@ int setArpIgnore(nl_sock *socket, const Item &setting);
 int setSecondaries(nl_sock *socket, const Item &setting);
 int setHopLimit(nl_sock *socket, const Item &setting);
 
+/* Where the kernel has the hop limit of an interface's IPv6 packets. */
+inline std::string hopLimitFile(const std::string &interface)
+{
+    return "/proc/sys/net/ipv6/conf/" + interface + "/hop_limit";
+}
+
 /* Index of an interface; throws MissingInterface. */
 int indexOf(const std::string &interface);
 

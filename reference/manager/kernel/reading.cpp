@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <fstream>
 #include <optional>
 
 #include <linux/if_addr.h>
@@ -90,6 +91,7 @@ public:
     Actual read()
     {
         readLinks();
+        addHopLimitOfNewInterfaces();
         readAddresses();
         for (const int family : {AF_INET, AF_INET6}) {
             for (const std::uint8_t protocol : {protocol_, std::uint8_t{RTPROT_KERNEL}}) {
@@ -206,6 +208,15 @@ private:
                  {},
                  {},
                  static_cast<std::uint32_t>(values[DEVCONF_HOPLIMIT])});
+        }
+    }
+
+    /* Netlink tells of those that are there. */
+    void addHopLimitOfNewInterfaces()
+    {
+        std::uint32_t limit = 0;
+        if (std::ifstream(hopLimitFile(newInterface)) >> limit) {
+            add({Kind::hopLimit, newInterface, {}, {}, {}, limit});
         }
     }
 

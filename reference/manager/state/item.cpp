@@ -3,6 +3,7 @@
 #include "manager/state/item.hpp"
 
 #include <algorithm>
+#include <ranges>
 
 #include "network_mng/operate_log.h"
 
@@ -40,6 +41,10 @@ constexpr KindRow rows[] = {
     {Kind::hopLimit,    true,  true,  ports,                           "hop_limit",      "hop-limit",     kernel,  kernel},
 };
 /* clang-format on */
+static_assert(std::ranges::equal(rows, std::views::iota(0U, std::size(rows)), {},
+                                 [](const KindRow &row) {
+                                     return static_cast<unsigned>(row.kind);
+                                 }));
 
 std::string routeText(const Item &item)
 {
@@ -52,6 +57,11 @@ std::string routeText(const Item &item)
 const KindRow &rowOf(Kind kind)
 {
     return rows[static_cast<std::size_t>(kind)];
+}
+
+bool isKind(std::uint8_t number)
+{
+    return number < std::size(rows);
 }
 
 std::string textOf(const Item &item)

@@ -66,6 +66,12 @@ struct KindRow {
 
 const KindRow &rowOf(Kind kind);
 
+/* Whether a kind has the number. */
+bool isKind(std::uint8_t number);
+
+/* In the place of an interface: values that each has when it is made. */
+inline constexpr const char *newInterface = "default";
+
 /* "address 192.0.2.1/24", "route default via 192.0.2.254". */
 std::string textOf(const Item &item);
 

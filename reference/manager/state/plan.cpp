@@ -120,8 +120,13 @@ private:
         case Kind::secondaries: /* also of interfaces that nothing else is wanted of */
             return isSame || !exists(item.subject);
         default:
-            return isSame;
+            return isSame || isGoneWithItsInterface(item);
         }
+    }
+
+    bool isGoneWithItsInterface(const Item &item) const
+    {
+        return !item.subject.empty() && !exists(item.subject) && wanted_.comingBack.contains(item);
     }
 
     bool isSo(const Item &item) const

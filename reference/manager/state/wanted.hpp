@@ -30,6 +30,7 @@ bool isArpActive(const NW_LAN_CFG_PORT_S &entry, settings::ArpBit bit,
 struct World {
     Items items{};
     std::map<std::string, unsigned> ports{}; /* by the interface that each has */
+    Items comingBack{};                      /* items that nobody asks for any more */
 
     /* The port that an item belongs to, or wholeMachine. */
     unsigned portOf(const Item &item) const;

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <ranges>
 #include <thread>
 
 #include "manager/engine/engine.hpp"
@@ -146,6 +147,13 @@ bool isFacts(const Configuration &one, const Configuration &other)
     return wanted(one, {}) == wanted(other, {});
 }
 
+/* A sub-interface that went and came back has another index. */
+bool isAsFound(const Actual &now, const Actual &found)
+{
+    return now.items == found.items &&
+           std::ranges::equal(now.links | std::views::keys, found.links | std::views::keys);
+}
+
 } // namespace
 
 TEST_F(EngineTest, ChangesAreMadeSo)
@@ -194,7 +202,7 @@ TEST_F(EngineTest, EachStepMayFail)
             stuck += code == notRestored;
         }
         if (code == kernelRefused) {
-            EXPECT_EQ(machine_.kernel.actual, found);
+            EXPECT_TRUE(isAsFound(machine_.kernel.actual, found));
         }
     }
     EXPECT_GT(refused, stuck);

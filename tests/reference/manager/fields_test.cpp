@@ -93,7 +93,7 @@ TEST_F(Fields, EachLandsInItsPlaceAndNowhereElse)
     }
 }
 
-/* 0 gives back what somebody else had set last. */
+/* 0 gives back what the interface had before, also to the manager's successor. */
 TEST_F(Fields, HopLimitIsTheInterfaces)
 {
     const std::string file = "/proc/sys/net/ipv6/conf/eth1/hop_limit";
@@ -116,7 +116,7 @@ TEST_F(Fields, HopLimitIsTheInterfaces)
     EXPECT_EQ(fileText(file), "7\n");
     request.port(1).ucHopLimit = 0;
     expectAnswer(request, NW_OK, 1);
-    EXPECT_EQ(fileText(file), "9\n");
+    EXPECT_EQ(fileText(file), "33\n");
 }
 
 TEST_F(Fields, NothingSelectedChangesNothing)

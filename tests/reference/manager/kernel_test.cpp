@@ -101,6 +101,7 @@ TEST_F(KernelTest, ReadsWhatOthersMade)
           "ip route add default dev eth1 metric 9 proto 124");
     std::ofstream("/proc/sys/net/ipv4/conf/eth1/arp_ignore") << 8;
     std::ofstream("/proc/sys/net/ipv6/conf/eth1/hop_limit") << 33;
+    std::ofstream("/proc/sys/net/ipv6/conf/default/hop_limit") << 44;
     const Actual actual = kernel_.read();
     Items routes;
     for (const Item &item : actual.items) {
@@ -116,6 +117,7 @@ TEST_F(KernelTest, ReadsWhatOthersMade)
     EXPECT_TRUE(actual.items.contains(linkOf("eth0", false)));
     EXPECT_TRUE(actual.items.contains({Kind::arpIgnore, "eth1", {}, {}, {}, 8}));
     EXPECT_TRUE(actual.items.contains({Kind::hopLimit, "eth1", {}, {}, {}, 33}));
+    EXPECT_TRUE(actual.items.contains({Kind::hopLimit, newInterface, {}, {}, {}, 44}));
     EXPECT_TRUE(actual.items.contains({Kind::subnet, "eth1", {}, address("192.0.2.0", 24)}));
     EXPECT_EQ(actual.links.at("eth1").type, "veth");
     EXPECT_EQ(std::to_string(actual.links.at("eth1").index) + "\n",

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
 /* Commands 4 and 11: separate ports and bond, switchover; and the VLAN of the LAN set. */
+#include "manager/engine/ledger.hpp"
 #include "requests.hpp"
 
 namespace nwtest {
@@ -8,6 +9,10 @@ namespace nwtest {
 namespace {
 
 using Addresses = std::vector<std::string>;
+using bmc::manager::Item;
+using bmc::manager::Ledger;
+using bmc::manager::ledgerRecord;
+using bmc::manager::Store;
 
 NW_NET_MODE_SET_S modeSet(std::uint8_t bits, std::uint8_t mode)
 {
@@ -193,6 +198,11 @@ TEST_F(NetMode, MakesABondWhereNoInterfaceStandsForOne)
     expectAnswer(modeRequest(0), NW_OK);
     EXPECT_EQ(shell("ip -br link | grep -c bond0 || true"), "0\n");
     EXPECT_EQ(kernelAddresses("eth0"), Addresses{"192.168.10.2/24"});
+
+    const Ledger ledger(Store().read(ledgerRecord));
+    for (const Item &item : ledger.withFound({}).items) {
+        EXPECT_NE(item.subject, "bond0") << "waits for an interface that is gone";
+    }
 }
 
 /* As the kernel's driver makes one by itself: round robin, and without a look at the links. */

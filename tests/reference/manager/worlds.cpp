@@ -128,6 +128,8 @@ Configuration anyConfiguration(std::mt19937 &random)
         port.stVlan.aucReserved0[0] = any.flag();
         port.stVlan.usVlanid = static_cast<std::uint16_t>(100 + any.below(2));
         port.stVlan.aucReserved5[0] = static_cast<std::uint8_t>(any.below(2));
+        port.aucReserved775[offsetof(bmc::settings::HeaderBytes, hopLimit)] =
+            any.flag() != 0 ? 7 : 0;
         bmc::settings::putArp(port, {static_cast<std::uint8_t>(any.below(4)), 0, 0, 0});
     }
     return configuration;
@@ -148,6 +150,7 @@ void ModelKernel::addLink(const std::string &name, const std::string &type)
     add(linkOf(name, false));
     add({Kind::arpIgnore, name});
     add({Kind::secondaries, name});
+    add({Kind::hopLimit, name, {}, {}, {}, 64});
 }
 
 void ModelKernel::removeLink(const std::string &name)
