@@ -17,18 +17,19 @@ namespace bmc {
 
 namespace {
 
-/* What a process has forked shares its lock, and ends a moment after one that was killed. */
-bool lock(const Descriptor &file)
+/* What a process has forked shares its lock, and ends a moment after one that was killed. Answers
+ * errno, 0 when the lock is held. */
+int lock(const Descriptor &file)
 {
     using namespace std::chrono_literals;
     const auto end = std::chrono::steady_clock::now() + 1s;
     while (flock(file.get(), LOCK_EX | LOCK_NB) != 0) {
-        if (std::chrono::steady_clock::now() >= end) {
-            return false;
+        if (errno != EWOULDBLOCK || std::chrono::steady_clock::now() >= end) {
+            return errno;
         }
         std::this_thread::sleep_for(10ms);
     }
-    return true;
+    return 0;
 }
 
 } // namespace
@@ -50,8 +51,12 @@ InstanceLock::InstanceLock(const std::string &program)
     if (!file_) {
         failFile(path, errno);
     }
-    if (!lock(file_)) {
+    const int error = lock(file_);
+    if (error == EWOULDBLOCK) {
         throw std::runtime_error("another " + program + " works on " + directory.string());
+    }
+    if (error != 0) {
+        failFile(path, error);
     }
 }
 

@@ -5,7 +5,7 @@
  *     INSTANTIATE_TEST_SUITE_P(Prefix, Fixture, testing::Values(Row{...}, ...), fake::RowName{});
  * The framework would make about 700 functions for each kind of row, half of what the compiler made
  * of the library's tests. Here rows are a vector, and each is registered as a test of its own when
- * the program starts. Names and order are the framework's. */
+ * the program starts. Names, and the order within a set, are the framework's. */
 #ifndef ROWS_HPP
 #define ROWS_HPP
 
@@ -125,6 +125,7 @@ void addRows(const char *fixture, const Place &set, const std::vector<Given> &gi
              const Name &name = {})
 {
     using Value = typename Fixture::ParamType;
+    static_assert(!std::same_as<Value, bool>, "a vector of bool has no rows to point at");
     const std::vector<Value> values(given.begin(), given.end());
     std::vector<RowTable::Row> rows;
     for (const Value &value : values) {

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-// Rows become tests of the framework's names and order, and none is lost unseen.
+// Rows become tests of the framework's names, in their order, and none is lost unseen.
 #include "rows.hpp"
 
 #include <gmock/gmock.h>

@@ -15,7 +15,7 @@ namespace bmc::settings {
 
 namespace {
 
-constexpr unsigned rounds = 300;
+constexpr unsigned rounds = ROUNDS;
 
 bool isSame(const Configuration &one, const Configuration &other)
 {
