@@ -317,28 +317,28 @@ protected:
         const sockaddr_un address{AF_UNIX, "/run/systemd/journal/socket"};
         std::filesystem::create_directories("/run/systemd/journal");
         unlink(address.sun_path);
-        m_socket = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-        ASSERT_EQ(0, bind(m_socket, reinterpret_cast<const sockaddr *>(&address), sizeof(address)));
+        socket_ = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+        ASSERT_EQ(0, bind(socket_, reinterpret_cast<const sockaddr *>(&address), sizeof(address)));
     }
 
     std::string received() const
     {
         std::array<char, 2 * longestLine> buffer;
-        const ssize_t length = recv(m_socket, buffer.data(), buffer.size(), 0);
+        const ssize_t length = recv(socket_, buffer.data(), buffer.size(), 0);
         return {buffer.data(), length > 0 ? static_cast<std::size_t>(length) : 0};
     }
 
     ~Journal() override
     {
-        if (m_socket >= 0) {
-            close(m_socket);
+        if (socket_ >= 0) {
+            close(socket_);
             unlink("/run/systemd/journal/socket");
         }
     }
 
 private:
-    Environment m_target{"BMC_LOG_TARGET", "journal"};
-    int m_socket = -1;
+    Environment target_{"BMC_LOG_TARGET", "journal"};
+    int socket_ = -1;
 };
 
 TEST_F(Journal, TakesTheLineAsFields)

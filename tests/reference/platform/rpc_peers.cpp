@@ -44,13 +44,13 @@ PrivateBus::PrivateBus()
 
 void PrivateBus::stop()
 {
-    m_daemon.reset();
+    daemon_.reset();
 }
 
 void PrivateBus::start()
 {
-    m_daemon = std::make_unique<support::Process>(std::vector<std::string>{
-        "dbus-daemon", "--config-file=" + (m_directory.path() / "bus.conf").string(), "--nofork",
+    daemon_ = std::make_unique<support::Process>(std::vector<std::string>{
+        "dbus-daemon", "--config-file=" + (directory_.path() / "bus.conf").string(), "--nofork",
         "--nosyslog"});
     EXPECT_TRUE(eventually(busAnswers));
 }
@@ -59,12 +59,12 @@ PrivateBus::~PrivateBus() = default;
 
 void PrivateBus::signal(int number) const
 {
-    m_daemon->signal(number);
+    daemon_->signal(number);
 }
 
 void PrivateBus::writeConfiguration() const
 {
-    const std::string directory = m_directory.path().string();
+    const std::string directory = directory_.path().string();
     std::ofstream(directory + "/bus.conf")
         << "<busconfig><type>session</type><listen>unix:path=" << directory << "/socket</listen>"
         << "<auth>EXTERNAL</auth><servicedir>" << directory << "</servicedir>"
@@ -79,7 +79,7 @@ Peer::Peer(std::uint32_t service, Handler handler, std::string signature)
 {
     std::array<int, 2> ready{};
     EXPECT_EQ(0, pipe(ready.data()));
-    m_process = std::make_unique<Child>([&] {
+    process_ = std::make_unique<Child>([&] {
         close(ready[0]);
         serve(service, handler, signature, ready[1]);
     });

@@ -25,7 +25,7 @@ public:
 
     std::filesystem::path startedFile() const
     {
-        return m_directory.path() / "started";
+        return directory_.path() / "started";
     }
 
     void signal(int number) const;
@@ -37,10 +37,10 @@ public:
 private:
     void writeConfiguration() const;
 
-    TemporaryDirectory m_directory;
-    std::unique_ptr<support::Process> m_daemon;
-    Environment m_address{"DBUS_SYSTEM_BUS_ADDRESS",
-                          "unix:path=" + (m_directory.path() / "socket").string()};
+    TemporaryDirectory directory_;
+    std::unique_ptr<support::Process> daemon_;
+    Environment address_{"DBUS_SYSTEM_BUS_ADDRESS",
+                         "unix:path=" + (directory_.path() / "socket").string()};
 };
 
 /* Handles one call; what it throws is its answer. */
@@ -54,11 +54,11 @@ public:
 
     void signal(int number) const
     {
-        m_process->signal(number);
+        process_->signal(number);
     }
 
 private:
-    std::unique_ptr<Child> m_process;
+    std::unique_ptr<Child> process_;
 };
 
 } // namespace bmc::test

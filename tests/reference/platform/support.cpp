@@ -12,17 +12,17 @@
 namespace bmc::test {
 
 Environment::Environment(const char *name, const char *value)
-    : m_name(name), m_wasSet(getenv(name) != nullptr)
+    : name_(name), wasSet_(getenv(name) != nullptr)
 {
-    if (m_wasSet) {
-        m_before = getenv(name);
+    if (wasSet_) {
+        before_ = getenv(name);
     }
     value != nullptr ? setenv(name, value, 1) : unsetenv(name);
 }
 
 Environment::~Environment()
 {
-    m_wasSet ? setenv(m_name.c_str(), m_before.c_str(), 1) : unsetenv(m_name.c_str());
+    wasSet_ ? setenv(name_.c_str(), before_.c_str(), 1) : unsetenv(name_.c_str());
 }
 
 void StateTest::write(const std::filesystem::path &file, std::string_view text) const

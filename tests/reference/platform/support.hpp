@@ -30,9 +30,9 @@ public:
     ~Environment();
 
 private:
-    std::string m_name;
-    std::string m_before;
-    bool m_wasSet;
+    std::string name_;
+    std::string before_;
+    bool wasSet_;
 };
 
 /* Tests that need a state directory. */
@@ -40,14 +40,14 @@ class StateTest : public ::testing::Test {
 protected:
     const std::filesystem::path &state() const
     {
-        return m_directory.path();
+        return directory_.path();
     }
 
     void write(const std::filesystem::path &file, std::string_view text) const;
 
 private:
-    TemporaryDirectory m_directory;
-    Environment m_variable{"BMC_STATE_DIR", m_directory.path().string()};
+    TemporaryDirectory directory_;
+    Environment variable_{"BMC_STATE_DIR", directory_.path().string()};
 };
 
 /* What the function writes to standard error. */
