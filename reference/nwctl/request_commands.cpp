@@ -34,8 +34,8 @@ Sending prepareShareLink(const Arguments &arguments)
     const GivenOption given{"MODE", arguments.value("MODE")};
     const std::uint8_t mode = wordValue(given, shareLinkWords);
     const bool isBonded = mode == NW_SHARE_LINK_ACTIVE_STANDBY;
-    const Change network =
-        changeTo(Section::mode, "mode", 0, isBonded ? "active-standby" : "separate");
+    const Change network = changeTo(Section::mode, "mode", 0,
+                                    isBonded ? settings::bondedMode : settings::separateMode);
     const Change lan =
         changeTo(Section::lan, "lan", NW_PORT_ETH1, mode == NW_SHARE_LINK_DEDICATED ? "off" : "on");
 

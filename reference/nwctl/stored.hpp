@@ -66,9 +66,10 @@ std::string wordName(std::span<const Word> words, std::uint32_t value);
 /* Value of the word that is given. Throws Failure (usage) for another text. */
 std::uint8_t wordValue(const GivenOption &given, std::span<const Word> words);
 
-inline constexpr Word shareLinkWords[] = {{"dedicated", NW_SHARE_LINK_DEDICATED},
-                                          {"shared", NW_SHARE_LINK_SHARED},
-                                          {"active-standby", NW_SHARE_LINK_ACTIVE_STANDBY}};
+inline constexpr Word shareLinkWords[] = {
+    {"dedicated", NW_SHARE_LINK_DEDICATED},
+    {"shared", NW_SHARE_LINK_SHARED},
+    {bmc::settings::bondedMode, NW_SHARE_LINK_ACTIVE_STANDBY}};
 /* What an ARP setting says of announcements and responses. */
 std::span<const Word> arpWords();
 

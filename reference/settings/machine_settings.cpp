@@ -9,8 +9,8 @@ namespace bmc::settings {
 
 namespace {
 
-constexpr Word modeWords[] = {{"separate", NW_IFC_STATE_SEPARATE},
-                              {"active-standby", NW_IFC_STATE_ADAPTIVE}};
+constexpr Word modeWords[] = {{separateMode, NW_IFC_STATE_SEPARATE},
+                              {bondedMode, NW_IFC_STATE_ADAPTIVE}};
 constexpr Word hostNameModeWords[] = {{"manual", 0}, {"auto", 1}};
 constexpr Word workModeWords[] = {{"tx", 1}, {"rx", 2}, {"txrx", 3}};
 constexpr Word duplexWords[] = {{"half", 0}, {"full", 1}};

@@ -57,6 +57,10 @@ struct Word {
     std::uint32_t value;
 };
 
+/* What the network modes are called; the bond's is a mode of the shared link, too. */
+inline constexpr std::string_view separateMode = "separate";
+inline constexpr std::string_view bondedMode = "active-standby";
+
 /* Before a word that is held, in files and when it is shown. */
 inline constexpr std::string_view heldPrefix = "resumed,";
 
