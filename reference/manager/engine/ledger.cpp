@@ -68,12 +68,17 @@ bool isWanted(const Items &wanted, const Item &value)
     return valueIn(wanted, value.kind, value.subject) != nullptr;
 }
 
+bool isToBeMade(const Item &item, const Actual &actual)
+{
+    return !item.subject.empty() && !actual.links.contains(item.subject);
+}
+
 /* The value that the item is going to replace; an interface that is not there yet comes with those
  * of a new one. */
 std::optional<Item> replaced(const Item &item, const Actual &actual)
 {
     const Item *value = valueIn(actual.items, item.kind, item.subject);
-    if (value == nullptr && !item.subject.empty() && !actual.links.contains(item.subject)) {
+    if (value == nullptr && isToBeMade(item, actual)) {
         value = valueIn(actual.items, item.kind, newInterface);
     }
     if (value == nullptr) {
@@ -120,6 +125,7 @@ void Ledger::add(const Items &items)
 
 void Ledger::claim(const World &wanted, const Actual &actual)
 {
+    std::erase_if(found_, [&](const Item &value) { return isToBeMade(value, actual); });
     for (const Item &item : wanted.items) {
         if (isListed(item) && !actual.items.contains(item)) {
             owned_.insert(item);

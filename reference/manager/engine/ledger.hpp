@@ -46,7 +46,8 @@ public:
     void add(const Items &items);
 
     /* What is going to be added is the manager's own, but for what is there already, and values
-     * that it is going to set for the first time are noted as they are found. */
+     * that it is going to set for the first time are noted as they are found. Those of an interface
+     * that has gone are forgotten. */
     void claim(const World &wanted, const Actual &actual);
 
     /* What has gone is no longer the manager's; what was found and is no longer covered has come

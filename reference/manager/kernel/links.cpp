@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /* Links that the manager makes, and settings of links. */
 #include <cerrno>
+#include <system_error>
 
 #include <fcntl.h>
 #include <linux/if_link.h>
@@ -181,9 +182,10 @@ int setHopLimit(nl_sock *, const Item &setting)
     const std::string path = hopLimitFile(setting.subject);
     const std::string text = std::to_string(setting.number);
     const Descriptor file(open(path.c_str(), O_WRONLY | O_CLOEXEC));
-    const bool isWritten = file.get() >= 0 && write(file.get(), text.data(), text.size()) ==
-                                                  static_cast<ssize_t>(text.size());
-    return isWritten ? 0 : -nl_syserr2nlerr(errno);
+    if (!file || write(file.get(), text.data(), text.size()) < 0) {
+        throw MachineError(std::generic_category().message(errno));
+    }
+    return 0;
 }
 
 } // namespace bmc::manager

@@ -3,7 +3,7 @@
 #include "manager/state/item.hpp"
 
 #include <algorithm>
-#include <ranges>
+#include <iterator>
 
 #include "network_mng/operate_log.h"
 
@@ -41,10 +41,14 @@ constexpr KindRow rows[] = {
     {Kind::hopLimit,    true,  true,  ports,                           "hop_limit",      "hop-limit",     kernel,  kernel},
 };
 /* clang-format on */
-static_assert(std::ranges::equal(rows, std::views::iota(0U, std::size(rows)), {},
-                                 [](const KindRow &row) {
-                                     return static_cast<unsigned>(row.kind);
-                                 }));
+static_assert([] {
+    for (std::size_t kind = 0; kind < std::size(rows); kind++) {
+        if (static_cast<std::size_t>(rows[kind].kind) != kind) {
+            return false;
+        }
+    }
+    return true;
+}());
 
 std::string routeText(const Item &item)
 {

@@ -120,13 +120,9 @@ private:
         case Kind::secondaries: /* also of interfaces that nothing else is wanted of */
             return isSame || !exists(item.subject);
         default:
-            return isSame || isGoneWithItsInterface(item);
+            /* Where there is none any more, none comes back. */
+            return isSame || (value == nullptr && wanted_.comingBack.contains(item));
         }
-    }
-
-    bool isGoneWithItsInterface(const Item &item) const
-    {
-        return !item.subject.empty() && !exists(item.subject) && wanted_.comingBack.contains(item);
     }
 
     bool isSo(const Item &item) const

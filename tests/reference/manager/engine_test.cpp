@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
-#include <ranges>
 #include <thread>
 
 #include "manager/engine/engine.hpp"
@@ -151,7 +150,9 @@ bool isFacts(const Configuration &one, const Configuration &other)
 bool isAsFound(const Actual &now, const Actual &found)
 {
     return now.items == found.items &&
-           std::ranges::equal(now.links | std::views::keys, found.links | std::views::keys);
+           std::ranges::equal(now.links, found.links, [](const auto &one, const auto &other) {
+               return one.first == other.first && one.second.type == other.second.type;
+           });
 }
 
 } // namespace

@@ -119,6 +119,21 @@ TEST_F(Fields, HopLimitIsTheInterfaces)
     EXPECT_EQ(fileText(file), "33\n");
 }
 
+/* Packets too small for IPv6 take it from the interface. */
+TEST_F(Fields, HopLimitNeverKeepsAPortFromBeingSwitchedOff)
+{
+    LanRequest request;
+    request.select(1, NW_LAN_BIT_HOP_LIMIT);
+    request.port(1).ucHopLimit = 7;
+    expectAnswer(request, NW_OK, 1);
+    shell("ip link set eth1 mtu 1000");
+
+    LanRequest off;
+    off.select(1, NW_LAN_BIT_IPV6_ENABLE);
+    expectAnswer(off, NW_OK, 1);
+    EXPECT_EQ(storedLan().astPort[1].ucIpv6Enable, 0);
+}
+
 TEST_F(Fields, NothingSelectedChangesNothing)
 {
     const std::string kernel = kernelSnapshot();

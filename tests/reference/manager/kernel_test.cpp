@@ -146,6 +146,12 @@ TEST_F(KernelTest, RefusalsAndWhatIsMissing)
     EXPECT_THROW(kernel_.apply({addressOn("eth7", "192.0.2.1", 24)}), MissingInterface);
     EXPECT_THROW(kernel_.apply({linkOf(std::string(40, 'x'), true)}), MissingInterface);
     EXPECT_THROW(kernel_.apply({{Kind::hopLimit, "eth7", {}, {}, {}, 9}}), MissingInterface);
+    try {
+        kernel_.apply({{Kind::hopLimit, "eth1", {}, {}, {}, 999}});
+        ADD_FAILURE() << "no limit";
+    } catch (const MachineError &error) {
+        EXPECT_STREQ(error.what(), "Invalid argument");
+    }
     EXPECT_THROW(kernel_.apply({{Kind::hopLimit, "../conf/eth1", {}, {}, {}, 9}}),
                  MissingInterface);
     EXPECT_FALSE(isRefused(addressOn("eth7", "192.0.2.1", 24), true));

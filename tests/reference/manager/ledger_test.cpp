@@ -35,7 +35,7 @@ TEST(Ledger, KeepsWhatWasFoundOfEveryKind)
         const Kind kind = static_cast<Kind>(number);
         const Item found = valueOf(kind, "eth1", 33);
         Ledger ledger;
-        ledger.claim({{valueOf(kind, "eth1", 7)}}, {{}, {found}});
+        ledger.claim({{valueOf(kind, "eth1", 7)}}, {{{"eth1", {}}}, {found}});
         EXPECT_EQ(ledger.withFound({}).items.contains(found), rowOf(kind).comesBack) << number;
         EXPECT_EQ(Ledger(ledger.record()), ledger) << number;
         kinds++;
@@ -68,6 +68,28 @@ TEST(Ledger, OfAnInterfaceToBeMadeItIsWhatTheKernelGivesToNewOnes)
     kernel.add(valueOf(Kind::hopLimit, newInterface, 60));
     const Ledger ledger = afterSetting("bond0", kernel);
     EXPECT_EQ(ledger.withFound({}).items, Items{valueOf(Kind::hopLimit, "bond0", 60)});
+}
+
+TEST(Ledger, OfAnInterfaceThatHasGoneItIsWhatTheKernelGivesToItsSuccessor)
+{
+    ModelKernel kernel(true);
+    Ledger ledger = afterSetting("eth1", kernel);
+    kernel.removeLink("eth1");
+    kernel.add(valueOf(Kind::hopLimit, newInterface, 60));
+    ledger.claim({{valueOf(Kind::hopLimit, "eth1", 7)}}, kernel.actual);
+    EXPECT_EQ(ledger.withFound({}).items, Items{valueOf(Kind::hopLimit, "eth1", 60)});
+}
+
+/* As with IPv6, which a link of small packets loses. */
+TEST(Ledger, WhereThereIsNoValueAnyMoreNoneComesBack)
+{
+    ModelKernel kernel(true);
+    const Ledger ledger = afterSetting("eth1", kernel);
+    std::erase_if(kernel.actual.items, [](const Item &item) {
+        return item.kind == Kind::hopLimit && item.subject == "eth1";
+    });
+    EXPECT_TRUE(plan(ledger.withFound({}), kernel.actual, {}).empty());
+    EXPECT_FALSE(plan({{valueOf(Kind::hopLimit, "eth1", 7)}}, kernel.actual, {}).empty());
 }
 
 /* Nothing is left to do for it, so that it is forgotten. */
