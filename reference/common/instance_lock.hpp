@@ -9,8 +9,7 @@
 
 namespace bmc {
 
-/* Held as long as the object or, when the process dies, as long as the process and what it forked.
- */
+/* Held as long as the object or, when the process dies, as long as it and what it has forked. */
 class InstanceLock {
 public:
     /* Makes the directory where it is missing; one that is read-only and has no file for the lock
