@@ -10,24 +10,25 @@
 #include <net/if.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
+#include "common/descriptor.hpp"
 #include "manager/state/actual.hpp"
 
 namespace bmc::manager {
 
 namespace {
 
-/* 0 or errno. */
+/* 0 or errno as the driver answers. */
 int exchange(const std::string &interface, ethtool_cmd &mode)
 {
     ifreq request{};
     interface.copy(request.ifr_name, sizeof(request.ifr_name) - 1);
     request.ifr_data = reinterpret_cast<char *>(&mode);
-    const int descriptor = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-    const int status = ioctl(descriptor, SIOCETHTOOL, &request) == 0 ? 0 : errno;
-    close(descriptor);
-    return status;
+    const Descriptor any(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
+    if (!any) {
+        throw MachineError(std::generic_category().message(errno));
+    }
+    return ioctl(any.get(), SIOCETHTOOL, &request) == 0 ? 0 : errno;
 }
 
 void requireExchange(const std::string &interface, ethtool_cmd &mode)

@@ -9,7 +9,8 @@
 
 namespace bmc::manager {
 
-/* As linkModeNumber puts it together; nothing for an interface that doesn't tell. */
+/* As linkModeNumber puts it together; nothing for an interface that doesn't tell. Throws
+ * MachineError when it cannot be asked. */
 std::optional<std::uint64_t> linkModeOf(const std::string &interface);
 
 /* Throws Unsupported for an interface without link modes, otherwise MachineError. */

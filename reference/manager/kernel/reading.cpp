@@ -5,8 +5,9 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <fstream>
 #include <optional>
+#include <string_view>
+#include <system_error>
 
 #include <linux/if_addr.h>
 #include <linux/if_link.h>
@@ -19,6 +20,8 @@
 #include <netlink/route/link/vlan.h>
 #include <netlink/route/nexthop.h>
 
+#include "common/files.hpp"
+#include "common/text.hpp"
 #include "manager/kernel/netlink_objects.hpp"
 
 namespace bmc::manager {
@@ -214,9 +217,17 @@ private:
     /* Netlink tells of those that are there. */
     void addHopLimitOfNewInterfaces()
     {
-        std::uint32_t limit = 0;
-        if (std::ifstream(hopLimitFile(newInterface)) >> limit) {
-            add({Kind::hopLimit, newInterface, {}, {}, {}, limit});
+        try {
+            const auto line = findFile(hopLimitFile(newInterface), 16);
+            if (!line) { /* a kernel without IPv6 */
+                return;
+            }
+            const std::string_view digits = std::string_view(*line).substr(0, line->find('\n'));
+            if (const auto limit = parseNumber(digits, UINT32_MAX)) {
+                add({Kind::hopLimit, newInterface, {}, {}, {}, *limit});
+            }
+        } catch (const std::system_error &error) {
+            throw MachineError(error.what());
         }
     }
 

@@ -120,9 +120,16 @@ private:
         case Kind::secondaries: /* also of interfaces that nothing else is wanted of */
             return isSame || !exists(item.subject);
         default:
-            /* Where there is none any more, none comes back. */
-            return isSame || (value == nullptr && wanted_.comingBack.contains(item));
+            return isSame ||
+                   (value == nullptr && wanted_.comingBack.contains(item) && isGone(item));
         }
+    }
+
+    /* Where an interface has no such value any more, none comes back. A driver may fail to tell the
+     * link mode that it has. */
+    bool isGone(const Item &value) const
+    {
+        return !value.subject.empty() && (!exists(value.subject) || value.kind != Kind::linkMode);
     }
 
     bool isSo(const Item &item) const

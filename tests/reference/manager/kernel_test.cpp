@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <fstream>
 
+#include <sys/resource.h>
+
 #include "manager/kernel/kernel.hpp"
 #include "manager_system.hpp"
 #include "worlds.hpp"
@@ -133,6 +135,19 @@ TEST_F(KernelTest, OthersRoutesAreLeftOut)
     const Actual actual = kernel_.read();
     EXPECT_TRUE(std::ranges::none_of(actual.items,
                                      [](const Item &item) { return item.kind == Kind::route; }));
+}
+
+/* What cannot be read now is not what is not there. */
+TEST_F(KernelTest, AFileThatCannotBeOpenedIsAnError)
+{
+    kernel_.read();
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit none{0, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+    EXPECT_THROW(kernel_.read(), MachineError);
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
+    EXPECT_NO_THROW(kernel_.read());
 }
 
 TEST_F(KernelTest, RefusalsAndWhatIsMissing)

@@ -92,6 +92,18 @@ TEST(Ledger, WhereThereIsNoValueAnyMoreNoneComesBack)
     EXPECT_FALSE(plan({{valueOf(Kind::hopLimit, "eth1", 7)}}, kernel.actual, {}).empty());
 }
 
+/* A driver that fails to tell it once has one all the same. */
+TEST(Ledger, ALinkModeThatIsNotToldStillComesBack)
+{
+    ModelKernel kernel(true);
+    kernel.add(valueOf(Kind::linkMode, "eth1", 1000));
+    Ledger ledger;
+    ledger.claim({{valueOf(Kind::linkMode, "eth1", 100)}}, kernel.actual);
+    std::erase_if(kernel.actual.items,
+                  [](const Item &item) { return item.kind == Kind::linkMode; });
+    EXPECT_FALSE(plan(ledger.withFound({}), kernel.actual, {}).empty());
+}
+
 /* Nothing is left to do for it, so that it is forgotten. */
 TEST(Ledger, OfAnInterfaceThatIsGoneNothingComesBack)
 {
