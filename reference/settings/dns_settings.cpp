@@ -8,7 +8,8 @@ namespace bmc::settings {
 
 namespace {
 
-constexpr Word modeWords[] = {{"disabled", 0}, {"manual", 1}, {"auto", 2}};
+constexpr Word modeWords[] = {
+    {"disabled", 0}, {"manual", 1}, {"auto", 2, "is stored, but brings no servers"}};
 
 /* clang-format off */
 constexpr Kind modeKind{.shape = Shape::words, .words = modeWords};

@@ -24,8 +24,9 @@ constexpr Reach route62{ipv6Addresses, NW_ROUTESET_IPV6_ROUTE2, 0};
 constexpr ShowGroup ipv4{"ipv4", "IPv4"};
 constexpr ShowGroup ipv6{"ipv6", "IPv6"};
 
-constexpr Word originV4Words[] = {{"static", 1}, {"dhcp", NW_ADDR_ORIGIN_DHCP}};
-constexpr Word originV6Words[] = {{"static", 1}, {"dhcp", NW_ADDR_ORIGIN_DHCP}, {"slaac", 3}};
+constexpr Word originV4Words[] = {{"static", 1}, {"dhcp", NW_ADDR_ORIGIN_DHCP, withoutEffect}};
+constexpr Word originV6Words[] = {
+    {"static", 1}, {"dhcp", NW_ADDR_ORIGIN_DHCP, withoutEffect}, {"slaac", 3, withoutEffect}};
 constexpr Word arpWords[] = {{"none", 0},
                              {"announcements", arpAnnouncements},
                              {"responses", arpResponses},
@@ -71,7 +72,7 @@ constexpr Setting lanRows[] = {
     {Section::lan, "lan",           {"LAN", "lan"},                                 "switch the port",                                     &switchKind,    {PART("LAN enable", LAN_ENABLE, FROM(ucLanEnable), TO(ucLanEnable), ofKind, Result::badFlag)}},
 
     {Section::lan, "ipv4-enabled",  {nullptr, "enabled", &ipv4},                    "switch IPv4",                                         &switchKind,    {PART("IPv4 enable", IPV4_ENABLE, FROM(ucIpv4Enable), TO(ucIpv4Enable), ofKind, Result::badFlag)}, v4},
-    {Section::lan, "ipv4-origin",   {nullptr, "origin", &ipv4},                     "where the IPv4 address comes from",                   &originV4Kind,  {PART("IPv4 origin", IPV4_TYPE, FROM(ucIpv4Type), TO(ucIpv4Type), ofKind, Result::badOrigin)}, {}, nullptr, Use::firstWord},
+    {Section::lan, "ipv4-origin",   {nullptr, "origin", &ipv4},                     "where the IPv4 address comes from",                   &originV4Kind,  {PART("IPv4 origin", IPV4_TYPE, FROM(ucIpv4Type), TO(ucIpv4Type), ofKind, Result::badOrigin)}},
     {Section::lan, "ipv4",          {"address", "address", &ipv4},                  "IPv4 address with its mask, or switch IPv4",          &subnetV4Kind,  {
         PART("IPv4 address", IPV4_ADDR, FROM(aucIpv4Addr), TO(aucIpv4Addr), isAddressV4, Result::badIpv4Address),
         PART("IPv4 mask",    IPV4_MASK, FROM(aucIpv4Mask), TO(aucIpv4Mask), isMaskV4,    Result::badIpv4Mask)}, v4, "ipv4-enabled"},
@@ -80,7 +81,7 @@ constexpr Setting lanRows[] = {
     ROUTE_V4(2, 1, route42),
 
     {Section::lan, "ipv6-enabled",  {nullptr, "enabled", &ipv6},                    "switch IPv6",                                         &switchKind,    {PART("IPv6 enable", IPV6_ENABLE, FROM(ucIpv6Enable), TO(ucIpv6Enable), ofKind, Result::badFlag)}, v6},
-    {Section::lan, "ipv6-origin",   {nullptr, "origin", &ipv6},                     "where the IPv6 address comes from",                   &originV6Kind,  {PART("IPv6 origin", IPV6_TYPE, FROM(ucIpv6Type), TO(ucIpv6Type), ofKind, Result::badOrigin)}, v6Origin, nullptr, Use::firstWord},
+    {Section::lan, "ipv6-origin",   {nullptr, "origin", &ipv6},                     "where the IPv6 address comes from",                   &originV6Kind,  {PART("IPv6 origin", IPV6_TYPE, FROM(ucIpv6Type), TO(ucIpv6Type), ofKind, Result::badOrigin)}, v6Origin},
     {Section::lan, "ipv6",          {nullptr, nullptr, &ipv6},                      "IPv6 address with its prefix length, or switch IPv6", &subnetV6Kind,  {
         PART("IPv6 address",       IPV6_ADDR,   FROM(aucIpv6Addr),  TO(aucIpv6Addr),  isAddressV6, Result::badIpv6Address),
         PART("IPv6 prefix length", IPV6_PREFIX, FROM(ucIpv6Prefix), TO(ucIpv6Prefix), ofKind,      Result::badIpv6Prefix)}, v6, "ipv6-enabled"},
@@ -93,9 +94,9 @@ constexpr Setting lanRows[] = {
         PART("VLAN ID",     VLAN_ID,     FROM(usVlanid),     VLAN(id),        ofKind, Result::badVlanId)}},
     {Section::lan, "vlan-priority", {"VLAN priority", "priority", nullptr, "vlan"}, "VLAN priority",                                       &priorityKind,  {PART("VLAN priority", VLAN_PRIORITY, FROM(ucVlanPriority), VLAN(priority), ofKind, Result::badVlanPriority)}},
 
-    {Section::lan, "ipv4-header",   {"header", "header", &ipv4},                    "IPv4 header of what the port sends: three numbers",   &headerKind,    {PART("IPv4 header", IPV4_HEADER, FROM(stIpv4Header), HEADER(ipv4), isAny, Result::done)}, {}, nullptr, Use::none},
+    {Section::lan, "ipv4-header",   {"header", "header", &ipv4},                    "IPv4 header of what the port sends: three numbers",   &headerKind,    {PART("IPv4 header", IPV4_HEADER, FROM(stIpv4Header), HEADER(ipv4), isAny, Result::done)}, {}, nullptr, false},
     {Section::lan, "hop-limit",     {"hop limit", "hopLimit", &ipv6},               "IPv6 hop limit of what the port sends (0: the kernel's)",    &byteKind,      {PART("hop limit", HOP_LIMIT, FROM(ucHopLimit), HEADER(hopLimit), ofKind, Result::done)}},
-    {Section::lan, "traffic-class", {"traffic class", "trafficClass", &ipv6},       "IPv6 traffic class of what the port sends",           &byteKind,      {PART("traffic class", TRAFFIC_CLASS, FROM(ucTrafficClass), HEADER(trafficClass), ofKind, Result::done)}, {}, nullptr, Use::none},
+    {Section::lan, "traffic-class", {"traffic class", "trafficClass", &ipv6},       "IPv6 traffic class of what the port sends",           &byteKind,      {PART("traffic class", TRAFFIC_CLASS, FROM(ucTrafficClass), HEADER(trafficClass), ofKind, Result::done)}, {}, nullptr, false},
 
     {Section::lan, "arp-control",   {"ARP control", "control", nullptr, "arp"},     "what the port sends of its own",                      &arpKind,       {PART("ARP control", ARP_CONTROL, FROM(ucArpControl), ARP(control), ofKind, Result::badArpFlags)}},
     {Section::lan, "arp-interval",  {"ARP interval", "interval", nullptr, "arp"},   "time between two announcements",                      &intervalKind,  {PART("ARP interval", ARP_INTERVAL, FROM(ucArpInterval), ARP(interval), ofKind, Result::badArpFlags)}},

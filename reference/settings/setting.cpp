@@ -91,19 +91,22 @@ std::string helpOf(const Setting &setting)
     if (kind.unit != nullptr) {
         help += (hasRange ? " units of " : " in ") + std::string(kind.unit);
     }
-    if (setting.use == Use::firstWord) {
-        help += "; only " + std::string(kind.words.front().text) + " has an effect yet";
-    } else if (setting.use == Use::none) {
+    if (!setting.isUsed) {
         help += "; stored, without effect yet";
+    }
+    for (const Word &word : kind.words) {
+        if (word.lack != nullptr) {
+            help += "; " + std::string(word.text) + " " + word.lack + " yet";
+        }
     }
     return help;
 }
 
 std::string effectNote(const Setting &setting, std::string_view value, std::string_view port)
 {
-    const bool isUsed = setting.use == Use::full || (setting.use == Use::firstWord &&
-                                                     value == setting.kind->words.front().text);
-    return isUsed ? "" : setting.key + (" of " + std::string(port)) + " is stored without effect";
+    const Word *word = findWord(setting.kind->words, value);
+    const char *lack = !setting.isUsed ? withoutEffect : word != nullptr ? word->lack : nullptr;
+    return lack == nullptr ? "" : setting.key + (" of " + std::string(port)) + " " + lack;
 }
 
 std::string_view commandOf(const Setting &setting)

@@ -55,6 +55,7 @@ enum class Shape {
 struct Word {
     std::string_view text;
     std::uint32_t value;
+    const char *lack = nullptr; /* what is missing of it yet: "is stored without effect" */
 };
 
 /* What the network modes are called; the bond's is a mode of the shared link, too. */
@@ -146,13 +147,6 @@ struct Show {
     const char *command = nullptr; /* that has it for its own; null: the section's */
 };
 
-/* How much of what can be stored the system makes use of. */
-enum class Use {
-    full,
-    firstWord, /* of the kind's words */
-    none
-};
-
 struct Setting {
     Section section;
     const char *key; /* in files; with "--" in front the option of the section's command */
@@ -162,7 +156,7 @@ struct Setting {
     Parts parts;
     Reach reach{};
     const char *switchKey = nullptr; /* setting that is meant where the value is "on" or "off" */
-    Use use = Use::full;
+    bool isUsed = true;              /* or stored without effect */
 };
 
 /* All of them, section by section. */
@@ -173,8 +167,8 @@ const Setting *findSetting(Section section, std::string_view key);
 /* What it is for, with range, unit, and what of it is stored without effect. */
 std::string helpOf(const Setting &setting);
 
-/* "traffic-class of eth1, shared port is stored without effect"; empty where the value, as it is
- * written, has one. */
+/* "traffic-class of eth1, shared port is stored without effect"; empty where nothing is missing of
+ * the value, as it is written. */
 std::string effectNote(const Setting &setting, std::string_view value, std::string_view port);
 
 /* The command that shows it, which sets it as well: "lan", "vlan". */

@@ -12,6 +12,9 @@
 
 namespace bmc::settings {
 
+/* Of what the system makes no use. */
+inline constexpr const char *withoutEffect = "is stored without effect";
+
 struct Place {
     std::size_t at;
     std::size_t size;

@@ -35,7 +35,8 @@ const Row rows[] = {
      "Note: ipv6-origin of eth1, shared port is stored without effect\n"},
     {"Route",      "lan set dedicated --ipv4-route2 10.0.0.0/8,192.168.10.9", "  lan.dedicated.ipv4-route2: off -> 10.0.0.0/8,192.168.10.9\n"},
     {"HostName",   "hostname set --bmc-name x",                     "  hostname.bmc-name: rack-7 -> x\n"},
-    {"Dns",        "dns set eth1 --ipv4-mode auto --ipv4-server1 off", "  dns.shared.ipv4-mode: manual -> auto\n  dns.shared.ipv4-server1: 192.168.20.53 -> off\n"},
+    {"Dns",        "dns set eth1 --ipv4-mode auto --ipv4-server1 off", "  dns.shared.ipv4-mode: manual -> auto\n  dns.shared.ipv4-server1: 192.168.20.53 -> off\n"
+     "Note: ipv4-mode of eth1, shared port is stored, but brings no servers\n"},
     {"Lldp",       "lldp set --state off",                          "  lldp.state: on -> off\n"},
     {"Receive",    "lldp set --receive off",                        "  lldp.work-mode: txrx -> tx\n"},
     {"Mode",       "mode set active-standby",                       "  mode: separate -> active-standby\n"},
@@ -64,7 +65,8 @@ TEST_F(Foreseen, IsTheSameInJson)
         "what": "DNS settings", "commands": [1],
         "settings": [{"option": "--ipv4-mode", "value": "auto"}],
         "changes": [{"setting": "dns.shared.ipv4-mode", "port": "eth1", "before": "manual",
-                     "after": "auto"}]})"));
+                     "after": "auto"}],
+        "notes": ["ipv4-mode of eth1, shared port is stored, but brings no servers"]})"));
 }
 
 TEST_F(Foreseen, BothCommandsOfTheSharedLinkAreTold)

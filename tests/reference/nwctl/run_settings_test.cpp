@@ -81,7 +81,8 @@ const Row rows[] = {
      {requestOf(1, {{4, {0, 0x0B}}, {dnsEntry(0, 280), {2}},
                     {dnsEntry(0, 297), {0x20, 1, 0xD, 0xB8, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0x53}}})},
      "DNS settings configured successfully for dedicated port, IPv6 DNS mode: Auto, IPv6 DNS domain suffix: , "
-     "IPv6 DNS server 2: .\n", "eth0"},
+     "IPv6 DNS server 2: .\n"
+     "Note: ipv6-mode of eth0, dedicated port is stored, but brings no servers\n", "eth0"},
     {"Lldp", "lldp set --state on --work-mode rx", {requestOf(2, {{4, {3, 1, 2}}})},
      "Configured LLDP settings successfully, LLDP state: Enabled, LLDP work mode: RX.\n", nullptr},
     {"LldpState", "lldp set --state off", {requestOf(2, {{4, {1}}})},
@@ -188,6 +189,9 @@ TEST_F(Answered, WhatIsStoredAloneIsTold)
     EXPECT_EQ(samples::runLine(line + " --json").json()["notes"], notes);
     EXPECT_EQ(samples::runLine(line + " --dry-run --json").json()["notes"], notes);
     EXPECT_FALSE(samples::runLine("vlan set eth1 --vlan off --json").json().contains("notes"));
+    EXPECT_THAT(samples::runLine("dns set eth1 --ipv4-mode auto").out,
+                ::testing::HasSubstr(
+                    "Note: ipv4-mode of eth1, shared port is stored, but brings no servers\n"));
 }
 
 TEST_F(Answered, PortOfAChannelIsTakenFromTheMode)

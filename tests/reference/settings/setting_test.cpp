@@ -141,7 +141,14 @@ TEST(Settings, TellWhatIsStoredWithoutEffect)
     const Setting &origin = *findSetting(Section::lan, "ipv6-origin");
     EXPECT_EQ(effectNote(origin, "static", "eth1"), "");
     EXPECT_EQ(effectNote(origin, "slaac", "eth1"), "ipv6-origin of eth1 is stored without effect");
-    EXPECT_TRUE(helpOf(origin).ends_with("; only static has an effect yet")) << helpOf(origin);
+    EXPECT_TRUE(helpOf(origin).ends_with("; slaac is stored without effect yet")) << helpOf(origin);
+
+    const Setting &mode = *findSetting(Section::dns, "ipv6-mode");
+    EXPECT_EQ(effectNote(mode, "manual", "eth1"), "");
+    EXPECT_EQ(effectNote(mode, "auto", "eth1"),
+              "ipv6-mode of eth1 is stored, but brings no servers");
+    EXPECT_TRUE(helpOf(mode).ends_with("; auto is stored, but brings no servers yet"))
+        << helpOf(mode);
 
     const Setting &trafficClass = *findSetting(Section::lan, "traffic-class");
     EXPECT_EQ(effectNote(trafficClass, "0", "eth1"),
