@@ -68,6 +68,7 @@ World Engine::worldOf(const Configuration &configuration) const
 Ledger Engine::claimed(const World &held, const Actual &actual) const
 {
     Ledger ledger = ledger_;
+    ledger.forgetGone(held, actual);
     ledger.add(adopted(held, actual));
     ledger.claim(held, actual);
     return ledger;
@@ -107,25 +108,28 @@ void Engine::askNeighbours(const Change &change, const World &former, const Actu
     }
 }
 
-/* What is left to be done keeps its place. */
+/* The ledger without what is over. */
 Ledger Engine::pruned(const Configuration &configuration, const Made &made) const
 {
     Ledger ledger = ledger_;
-    if (made.isRead && made.left.empty()) {
-        ledger.prune(wanted(configuration, conditions_), made.actual);
+    if (made.isRead) {
+        const World world = wanted(configuration, conditions_);
+        ledger.forgetGone(world, made.actual);
+        ledger.forgetReturned(world, plan(worldOf(configuration), made.actual, ledger_.owned()));
     }
     return ledger;
 }
 
 /* The batch with the journal's head, the status that readers see and the ledger. */
-void Engine::commit(Batch &batch, const Ledger &ledger, bool isBusy, const char *what)
+void Engine::commit(Batch &batch, const Ledger &ledger, bool isBusy, const char *what,
+                    const Store::LastAct &lastly)
 {
     batch.put(journalHeadRecord, JournalHead{journalVersion, isOpen_})
         .put(netStatusRecord, {isBusy});
     if (ledger != ledger_ || !store_.find(ledgerRecord)) {
         batch.put(ledgerRecord, ledger.record());
     }
-    store_.commit(batch, what);
+    store_.commit(batch, what, lastly);
     ledger_ = ledger;
 }
 

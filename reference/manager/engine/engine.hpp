@@ -62,7 +62,8 @@ private:
     void askBefore(const Step &step, const World &former, const Actual &actual);
     void askNeighbours(const Change &change, const World &former, const Actual &actual);
     Ledger pruned(const Configuration &configuration, const Made &made) const;
-    void commit(Batch &batch, const Ledger &ledger, bool isBusy, const char *what);
+    void commit(Batch &batch, const Ledger &ledger, bool isBusy, const char *what,
+                const Store::LastAct &lastly = {});
     void commitIntent(const Configuration &from, const Configuration &to, const Ledger &ledger);
     void commitOutcome(const Configuration &former, Configuration configuration, const Made &made,
                        bool isOpen = false);
@@ -75,6 +76,7 @@ private:
     void makeLastGood();
     void requireStarted() const;
     void tryAgainLater();
+    void rest();
     void tryAgain();
     void followWatchdog();
     int millisecondsTo(std::optional<Clock::time_point> next) const;

@@ -36,6 +36,12 @@ Inheritance migrate(const Store &store, const FirstJournal &first)
 
 } // namespace
 
+bool isJournalKnown(const Store &store)
+{
+    const auto head = store.find(journalHeadRecord);
+    return head ? head->version == journalVersion : store.isVacant(journalHeadRecord);
+}
+
 Inheritance inherit(const Store &store)
 {
     if (store.isVacant(journalHeadRecord)) {
@@ -47,9 +53,9 @@ Inheritance inherit(const Store &store)
     }
     const JournalHead head = store.read(journalHeadRecord);
     if (head.version != journalVersion) {
-        throw Refusal(static_cast<std::uint32_t>(Result::databaseFailed),
-                      "the journal has the format " + std::to_string(std::uint32_t{head.version}) +
-                          ", which this manager doesn't know");
+        throw DatabaseFailure("the journal has the format " +
+                              std::to_string(std::uint32_t{head.version}) +
+                              ", which this manager doesn't know");
     }
     return {head.isOpen != 0, Ledger(store.read(ledgerRecord))};
 }

@@ -41,9 +41,12 @@ struct Inheritance {
     Ledger ledger{};
 };
 
+/* Not that of a later manager. */
+bool isJournalKnown(const Store &store);
+
 /* Reads the journal and the ledger; those of the first format are brought to the present one, with
- * the records that its change may have left half written. Throws Refusal for a format that is not
- * known, and for a journal that is there and cannot be read. */
+ * the records that its change may have left half written. Throws DatabaseFailure for a format that
+ * is not known, and Refusal for a journal that is there and cannot be read. */
 Inheritance inherit(const Store &store);
 
 } // namespace bmc::manager

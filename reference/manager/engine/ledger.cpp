@@ -140,14 +140,25 @@ void Ledger::claim(const World &wanted, const Actual &actual)
     }
 }
 
-void Ledger::prune(const World &wanted, const Actual &actual)
+void Ledger::forgetGone(const World &wanted, const Actual &actual)
 {
+    const auto isAwaited = [&](const std::string &interface) {
+        return !actual.links.contains(interface) &&
+               std::ranges::find(wanted.items, interface, &Item::subject) != wanted.items.end();
+    };
     std::erase_if(owned_, [&](const Item &item) {
         const bool isThere = item.kind == Kind::vlan ? actual.links.contains(item.subject)
                                                      : actual.items.contains(item);
-        return !isThere;
+        return !isThere && !wanted.items.contains(item) && !isAwaited(item.subject);
     });
-    std::erase_if(found_, [&](const Item &value) { return !isWanted(wanted.items, value); });
+}
+
+void Ledger::forgetReturned(const World &wanted, const std::vector<Step> &left)
+{
+    std::erase_if(found_, [&](const Item &value) {
+        return !isWanted(wanted.items, value) &&
+               std::ranges::find(left, value, &Step::item) == left.end();
+    });
 }
 
 World Ledger::withFound(World world) const

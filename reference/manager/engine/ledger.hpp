@@ -7,7 +7,7 @@
 #include <array>
 
 #include "manager/engine/store.hpp"
-#include "manager/state/actual.hpp"
+#include "manager/state/plan.hpp"
 #include "manager/state/wanted.hpp"
 
 namespace bmc::manager {
@@ -50,9 +50,12 @@ public:
      * that has gone are forgotten. */
     void claim(const World &wanted, const Actual &actual);
 
-    /* What has gone is no longer the manager's; what was found and is no longer covered has come
-     * back. */
-    void prune(const World &wanted, const Actual &actual);
+    /* What is neither wanted nor there is no longer the manager's: who makes it so from now on is
+     * somebody else. An interface that is awaited may come back with it. */
+    void forgetGone(const World &wanted, const Actual &actual);
+
+    /* What was found has come back where nothing is left to do for it. */
+    void forgetReturned(const World &wanted, const std::vector<Step> &left);
 
     /* The world with the values found, wherever nothing else is wanted. */
     World withFound(World world) const;

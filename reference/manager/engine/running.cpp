@@ -48,22 +48,25 @@ Made Engine::settle(const char *occasion)
             settings::nameAutomatically(configuration);
         }
         const World world = worldOf(configuration);
-        Batch batch;
-        commit(batch, claimed(world, actual), true, "that a change is under way");
-        const Task task{world, ledger_.owned(), scope, false, [&](const Step &step) {
+        const Ledger ledger = claimed(world, actual);
+        const Task task{world, ledger.owned(), scope, false, [&](const Step &step) {
                             log(Level::information, std::string(occasion) + ": " + textOf(step));
                         }};
+        Batch batch;
+        /* A disk that fails for good shall not leave the machine without its addresses. */
+        commit(batch, ledger, true, "that a change is under way",
+               [&] { logFailures(make(machine_, task), occasion); });
         made = make(machine_, task);
     } catch (const MachineError &error) {
         made.failures.push_back({static_cast<std::uint32_t>(Result::kernelRefused), error.what()});
     }
     const bool isSo = made.isRead && made.left.empty();
     logFailures(made, occasion);
-    commitOutcome(stored, configuration, made, isOpen_ && !isSo);
     backOff_ = {};
-    tryAgainAt_.reset();
-    if (!isSo) {
-        tryAgainLater();
+    tryAgainLater(); /* unless all of it succeeds */
+    commitOutcome(stored, configuration, made, isOpen_ && !isSo);
+    if (isSo) {
+        rest();
     }
     return made;
 }
@@ -91,7 +94,9 @@ void Engine::start()
     } catch (const DatabaseFailure &failure) {
         log(Level::error, std::string("start: ") + failure.what() +
                               "; the last good configuration holds and cannot be changed");
-        tryAgainLater();
+        if (!tryAgainAt_) {
+            tryAgainLater();
+        }
         try {
             makeLastGood();
         } catch (const MachineError &error) {
@@ -138,10 +143,17 @@ void Engine::tryAgainLater()
     tryAgainAt_ = Clock::now() + backOff_;
 }
 
+/* Nothing is left to do. */
+void Engine::rest()
+{
+    tryAgainAt_.reset();
+    backOff_ = {};
+}
+
 /* What is left to do may have become possible. Nothing is written while it hasn't. */
 void Engine::tryAgain()
 {
-    tryAgainAt_.reset();
+    tryAgainLater(); /* unless all of it succeeds */
     if (!isStarted_) {
         store_.mend();
         return start();
@@ -161,10 +173,10 @@ void Engine::tryAgain()
         made.isRead = false;
     }
     if (!made.isRead || !made.left.empty()) {
-        return tryAgainLater();
+        return;
     }
     commitOutcome(configuration, configuration, made);
-    backOff_ = {};
+    rest();
     log(Level::information, "kernel and system are in line with the records");
 }
 

@@ -57,7 +57,7 @@ int Store::codeOf(std::uint32_t key, std::uint32_t size, void *content)
     return DB_Get(database, key, size, content);
 }
 
-void Store::commit(const Batch &batch, const char *what) const
+void Store::commit(const Batch &batch, const char *what, const LastAct &lastly) const
 {
     std::vector<RecordWrite> writes;
     for (const Batch::Write &write : batch.writes_) {
@@ -70,6 +70,9 @@ void Store::commit(const Batch &batch, const char *what) const
     if (code == outcomeUnknown) {
         log(Level::error, std::string("write ") + what +
                               ": nobody can know whether it was written; the manager ends");
+        if (lastly) {
+            lastly();
+        }
         std::_Exit(EXIT_FAILURE);
     }
     if (code != 0) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <vector>
@@ -66,6 +67,8 @@ private:
  * nothing else is said, an access throws Refusal when there is no database. */
 class Store {
 public:
+    using LastAct = std::function<void()>;
+
     /* Nothing when there is no such record of that size. */
     template <typename Content>
     std::optional<Content> find(const Record<Content> &record) const
@@ -104,8 +107,9 @@ public:
 
     /* Durable when it returns. Throws Refusal with nothing written. A database that turns out to be
      * damaged is mended and written then. A failure of which nobody can
-     * know what it left behind ends the process: the next one reads what holds. */
-    void commit(const Batch &batch, const char *what) const;
+     * know what it left behind ends the process after its last act: the next one reads what
+     * holds. */
+    void commit(const Batch &batch, const char *what, const LastAct &lastly = {}) const;
 
     /* Records that are missing count as zeros, but for those without which there is no
      * configuration: these make it a Refusal. All are of one moment; of a database that cannot be

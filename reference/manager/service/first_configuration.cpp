@@ -44,13 +44,16 @@ void writeFirstConfiguration(std::string_view document, bool isForced)
     }
 
     /* A change that was under way is over: what it left in kernel and system is in the ledger. */
-    inherit(store);
+    if (!isForced || isJournalKnown(store)) {
+        inherit(store);
+    }
     Batch batch;
     batch.put(first)
         .put(netStatusRecord, {0})
         .put(ncsiRecord, store.find(ncsiRecord).value_or(NW_NCSI_DB_INFO_S{}));
     if (!store.isVacant(journalHeadRecord)) {
-        batch.put(journalHeadRecord, {journalVersion, 0});
+        batch.put(journalHeadRecord, {journalVersion, 0})
+            .put(ledgerRecord, store.find(ledgerRecord).value_or(Ledger().record()));
     }
     store.commit(batch, "first configuration");
 }

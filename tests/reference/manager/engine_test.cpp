@@ -9,6 +9,8 @@
 #include <functional>
 #include <thread>
 
+#include <sys/resource.h>
+
 #include "manager/engine/engine.hpp"
 #include "manager/refusal.hpp"
 #include "network_mng/operate_log.h"
@@ -129,6 +131,35 @@ protected:
     std::uint8_t status()
     {
         return engine_->store().read(netStatusRecord).ucSetInProgress;
+    }
+
+    /* Separate ports whose addresses of both families are on. */
+    Configuration servedPorts()
+    {
+        Configuration configuration = anyConfiguration(random_);
+        configuration.state.ucIfcState = 0;
+        for (const unsigned port : {0U, 1U}) {
+            NW_LAN_CFG_PORT_S &entry = configuration.lan.astPort[port];
+            entry.ucLanEnable = entry.ucIpv4Enable = entry.ucIpv6Enable = 1;
+        }
+        return configuration;
+    }
+
+    /* As on a disk without room: pages cannot be written. */
+    static void setRoom(bool hasRoom)
+    {
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{hasRoom ? RLIM_INFINITY : 1, RLIM_INFINITY};
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    }
+
+    bool isDoneLater()
+    {
+        for (unsigned wait = 0; wait < 80 && status() != 0; wait++) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+            engine_->work();
+        }
+        return status() == 0 && !isOpen();
     }
 
     const Item foreign_ = addressOn("eth0", "10.0.0.77", 24);
@@ -258,6 +289,62 @@ TEST_F(EngineTest, TakenAddressIsRefusedUntouched)
     std::ranges::copy(machine_.taken, after.lan.astPort[0].aucIpv4Addr);
     EXPECT_EQ(change(after), addressTaken);
     EXPECT_EQ(machine_.kernel.actual, found);
+}
+
+/* What somebody else makes so afterwards is his, whatever else waits to be done. */
+TEST_F(EngineTest, WhatWasRefusedIsNotItsOwn)
+{
+    const Configuration before = servedPorts();
+    ASSERT_EQ(change(before), 0U);
+    const auto isIpv6 = [](const Item &item) {
+        return item.kind == Kind::address && item.address.family == AF_INET6;
+    };
+    std::erase_if(machine_.kernel.actual.items, isIpv6);
+    machine_.faultOf = [&](const Step &step) {
+        return isIpv6(step.item) ? Fault::before : Fault::none;
+    };
+    Configuration after = before;
+    std::ranges::copy(Ipv4Bytes{10, 0, 0, 99}, after.lan.astPort[0].aucIpv4Addr);
+    ASSERT_NE(change(after), 0U);
+
+    const Items asked = wanted(after, {}).items;
+    const auto refused = std::ranges::find_if(asked, [&](const Item &item) {
+        return item.kind == Kind::address && !wanted(before, {}).items.contains(item);
+    });
+    ASSERT_NE(refused, asked.end());
+    machine_.kernel.add(*refused);
+    machine_.work();
+    engine_->restart();
+    EXPECT_TRUE(machine_.kernel.actual.items.contains(*refused)) << textOf(*refused);
+}
+
+TEST_F(EngineTest, OutcomeThatCannotBeWrittenIsTriedAgain)
+{
+    ASSERT_EQ(change(servedPorts()), 0U);
+    machine_.faultOf = [](const Step &) {
+        setRoom(false);
+        return Fault::none;
+    };
+    EXPECT_NE(change(servedPorts()), 0U);
+    EXPECT_EQ(status(), 1);
+    std::this_thread::sleep_for(std::chrono::milliseconds(1100));
+    engine_->work();
+    EXPECT_EQ(status(), 1);
+    setRoom(true);
+    machine_.work();
+    EXPECT_TRUE(isDoneLater());
+
+    std::erase_if(machine_.kernel.actual.items,
+                  [](const Item &item) { return item.kind == Kind::address; });
+    machine_.faultOf = [](const Step &) {
+        setRoom(false);
+        return Fault::none;
+    };
+    EXPECT_THROW(engine_->restart(), bmc::manager::Refusal);
+    EXPECT_EQ(status(), 1);
+    setRoom(true);
+    machine_.work();
+    EXPECT_TRUE(isDoneLater());
 }
 
 /* The successor of one that was killed at any step makes the former configuration so. */

@@ -21,6 +21,7 @@ namespace nwtest {
 namespace {
 
 constexpr std::uint32_t kernelRefused = 0x1E000002;
+constexpr std::uint32_t databaseFailed = 0x1E000003;
 constexpr std::uint32_t notRestored = 0x1E000024;
 
 using Addresses = std::vector<std::string>;
@@ -66,12 +67,15 @@ protected:
         shell("ip link set peer1 down");
     }
 
+    static std::vector<std::string> faulty()
+    {
+        return {"BMC_LOG_LEVEL=6", "BMC_LOG_TARGET=stderr", "LD_PRELOAD=" FAILING_CALLS_LIBRARY,
+                "ASAN_OPTIONS=verify_asan_link_order=0"};
+    }
+
     void startWithFaults()
     {
-        manager_.emplace(std::vector<std::string>{NWMANAGERD},
-                         std::vector<std::string>{"BMC_LOG_LEVEL=6", "BMC_LOG_TARGET=stderr",
-                                                  "LD_PRELOAD=" FAILING_CALLS_LIBRARY,
-                                                  "ASAN_OPTIONS=verify_asan_link_order=0"});
+        manager_.emplace(std::vector<std::string>{NWMANAGERD}, faulty());
         ASSERT_TRUE(eventually([] { return call(LanRequest().bytes()).has_value(); }))
             << manager_->errorText();
     }
@@ -176,6 +180,23 @@ TEST_F(Fault, MetaPageThatCannotBeWritten)
     }
 }
 
+/* From the start's first write on or a later one: the stored configuration holds. */
+TEST_F(Fault, MetaPageThatCannotBeWrittenAtStart)
+{
+    for (const int write : {1, 2, 3}) {
+        SCOPED_TRACE(write);
+        manager_->signal(SIGKILL);
+        manager_->wait();
+        shell("ip address flush dev eth1");
+        calls_->meta.isForGood = 1;
+        calls_->meta.left = write;
+        manager_.emplace(std::vector<std::string>{NWMANAGERD}, faulty());
+        EXPECT_TRUE(eventually([] { return kernelAddresses("eth1") == addressesFor(2); }))
+            << manager_->errorText();
+        calls_->meta.left = 0;
+    }
+}
+
 namespace {
 
 /* What a manager of the first journal's time left behind. */
@@ -253,12 +274,19 @@ TEST_F(FirstJournalTest, LaterFormatIsNotMissed)
     stopManager();
     const bmc::manager::Store store;
     store.put(bmc::manager::journalHeadRecord, {3, 1});
-    const Outcome outcome = runManager({});
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.errors.find("the journal has the format 3"), std::string::npos)
-        << outcome.errors;
-    store.put(bmc::manager::journalHeadRecord, {2, 0});
+    shell("ip address flush dev eth1");
     startManager();
+    EXPECT_NE(manager_->errorText().find("the journal has the format 3"), std::string::npos)
+        << manager_->errorText();
+    EXPECT_EQ(kernelAddresses("eth1"), addressesFor(2));
+    expectUntouched(changeTo(9), databaseFailed, 1);
+    stopManager();
+    EXPECT_EQ(store.read(bmc::manager::journalHeadRecord).version, 3);
+
+    const Outcome outcome = runManager({"--init", EXAMPLE_FILE, "--force"});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    startManager();
+    expectAnswer(changeTo(9), NW_OK, 1);
 }
 
 /* A port that has another name now keeps nothing from the rest. */

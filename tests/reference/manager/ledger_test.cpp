@@ -116,7 +116,8 @@ TEST(Ledger, OfAnInterfaceThatIsGoneNothingComesBack)
     EXPECT_TRUE(plan(nothing, kernel.actual, {}).empty());
 
     Ledger pruned = ledger;
-    pruned.prune({}, kernel.actual);
+    pruned.forgetGone({}, kernel.actual);
+    pruned.forgetReturned({}, {});
     EXPECT_EQ(pruned, Ledger());
 }
 
