@@ -17,6 +17,11 @@ void noteInterface(Configuration &configuration, const Actual &actual, unsigned 
     const auto found = actual.links.find(name);
     const Link link = found != actual.links.end() ? found->second : Link{};
     NW_LAN_CFG_PORT_S &entry = configuration.lan.astPort[port];
+    /* The sixteenth further address has the same place as the link-local one. */
+    const bool hasRoom = entry.ucIpv6FurtherCount < NW_IPV6_FURTHER_COUNT;
+    if (hasRoom && !std::ranges::equal(link.mac, entry.aucMacAddr)) {
+        std::ranges::fill(entry.stLinkLocal.aucAddr, std::uint8_t{0}); /* another's */
+    }
     configuration.state.auiIfIndex[port] = static_cast<std::uint32_t>(link.index);
     std::ranges::copy(link.mac, entry.aucMacAddr);
     BMC_Strlcpy(entry.szIfcName, name.c_str(), sizeof(entry.szIfcName));
@@ -24,8 +29,7 @@ void noteInterface(Configuration &configuration, const Actual &actual, unsigned 
     const auto linkLocal = std::ranges::find_if(actual.items, [&](const Item &item) {
         return item.kind == Kind::address && item.subject == name && isLinkLocal(item.address);
     });
-    /* The sixteenth further address has the same place. */
-    if (linkLocal != actual.items.end() && entry.ucIpv6FurtherCount < NW_IPV6_FURTHER_COUNT) {
+    if (linkLocal != actual.items.end() && hasRoom) {
         std::ranges::copy(linkLocal->address.bytes, entry.stLinkLocal.aucAddr);
     }
 }

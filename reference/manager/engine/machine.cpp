@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "manager/engine/machine.hpp"
 
+#include <cerrno>
+#include <new>
+#include <system_error>
+
 #include "manager/kernel/kernel.hpp"
 #include "manager/kernel/link_mode.hpp"
 #include "manager/system/system.hpp"
@@ -10,34 +14,27 @@ namespace bmc::manager {
 
 namespace {
 
+/* Memory that is wanting is one more reason to fail. */
+template <typename Call>
+auto withMemory(const Call &call)
+{
+    try {
+        return call();
+    } catch (const std::bad_alloc &) {
+        throw MachineError(std::generic_category().message(ENOMEM));
+    }
+}
+
 class ThisMachine : public Machine {
 public:
     Actual read(const World &world) override
     {
-        Actual actual = kernel_.read();
-        for (const auto &[interface, port] : world.ports) {
-            const auto mode = linkModeOf(interface);
-            if (mode && port != NW_PORT_BOND0) {
-                actual.items.insert({Kind::linkMode, interface, {}, {}, {}, *mode});
-            }
-        }
-        system_.read(actual.items);
-        return actual;
+        return withMemory([&] { return readAll(world); });
     }
 
     void apply(const Step &step) override
     {
-        switch (step.item.kind) {
-        case Kind::linkMode:
-            return setLinkMode(step.item.subject, step.item.number);
-        case Kind::hostName:
-        case Kind::bmcName:
-        case Kind::resolver:
-        case Kind::lldp:
-            return system_.apply(step.item);
-        default:
-            return kernel_.apply(step);
-        }
+        withMemory([&] { take(step); });
     }
 
     void forget() override
@@ -61,6 +58,34 @@ public:
     }
 
 private:
+    Actual readAll(const World &world)
+    {
+        Actual actual = kernel_.read();
+        for (const auto &[interface, port] : world.ports) {
+            const auto mode = linkModeOf(interface);
+            if (mode && port != NW_PORT_BOND0) {
+                actual.items.insert({Kind::linkMode, interface, {}, {}, {}, *mode});
+            }
+        }
+        system_.read(actual.items);
+        return actual;
+    }
+
+    void take(const Step &step)
+    {
+        switch (step.item.kind) {
+        case Kind::linkMode:
+            return setLinkMode(step.item.subject, step.item.number);
+        case Kind::hostName:
+        case Kind::bmcName:
+        case Kind::resolver:
+        case Kind::lldp:
+            return system_.apply(step.item);
+        default:
+            return kernel_.apply(step);
+        }
+    }
+
     Kernel kernel_;
     System system_;
 };

@@ -181,7 +181,7 @@ auto Kernel::guarded(const Call &call)
     }
     try {
         return call(socket_.get());
-    } catch (const MachineError &) {
+    } catch (...) {
         socket_.reset();
         throw;
     }

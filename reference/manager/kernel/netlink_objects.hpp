@@ -55,10 +55,12 @@ inline void require(int status, const std::string &what)
     }
 }
 
-/* Asks for everything of a kind and calls visit for each message of the answer. header begins the
- * request. Throws MachineError unless the answer is whole. */
+/* Asks for everything of a kind and calls visit for each message of the answer; it answers the
+ * netlink library's code. header begins the request. Throws MachineError unless the answer is
+ * whole.
+ */
 void dump(nl_sock *socket, int type, const void *header, std::size_t size,
-          const std::function<void(nl_msg *)> &visit);
+          const std::function<int(nl_msg *)> &visit);
 
 /* Changes to links; each answers the netlink library's code. */
 int addBond(nl_sock *socket, const Item &bond);

@@ -28,24 +28,22 @@ namespace bmc::manager {
 
 namespace {
 
-using Visitor = std::function<void(nl_msg *)>;
+using Visitor = std::function<int(nl_msg *)>;
 
 int visitMessage(nl_msg *message, void *visitor)
 {
-    (*static_cast<const Visitor *>(visitor))(message);
-    return NL_OK;
+    return (*static_cast<const Visitor *>(visitor))(message);
 }
 
-/* Calls visit with the object that the message describes. */
+/* Calls visit with the object that the message describes; answers the netlink library's code. */
 template <typename Object, typename Visit>
-void parse(nl_msg *message, const Visit &visit)
+int parse(nl_msg *message, const Visit &visit)
 {
-    nl_msg_parse(
-        message,
-        [](nl_object *object, void *context) {
-            (*static_cast<const Visit *>(context))(reinterpret_cast<Object *>(object));
-        },
-        const_cast<Visit *>(&visit));
+    const auto call = [](nl_object *object, void *context) {
+        (*static_cast<const Visit *>(context))(reinterpret_cast<Object *>(object));
+    };
+    const int status = nl_msg_parse(message, call, const_cast<Visit *>(&visit));
+    return status == -NLE_NOMEM ? status : NL_OK; /* what is unknown to it is left out */
 }
 
 bool isIp(int family)
@@ -122,9 +120,9 @@ private:
         std::map<std::string, int> masters; /* by member */
         const ifinfomsg header{};
         dump(socket_, RTM_GETLINK, &header, sizeof(header), [&](nl_msg *message) {
-            parse<rtnl_link>(message, [&](rtnl_link *link) {
+            return parse<rtnl_link>(message, [&](rtnl_link *link) {
                 const std::string name = rtnl_link_get_name(link);
-                addLink(name, link);
+                addLink(name, link, message);
                 if (const int master = rtnl_link_get_master(link)) {
                     masters[name] = master;
                 }
@@ -169,17 +167,17 @@ private:
         }
     }
 
-    void addLink(const std::string &name, rtnl_link *link)
+    void addLink(const std::string &name, rtnl_link *link, nl_msg *message)
     {
         Link &entry = actual_.links[name];
         const char *type = rtnl_link_get_type(link);
         entry.index = rtnl_link_get_ifindex(link);
         entry.type = type == nullptr ? "" : type;
         entry.hasCarrier = rtnl_link_get_carrier(link) != 0;
-        nl_addr *mac = rtnl_link_get_addr(link);
-        if (mac != nullptr && nl_addr_get_len(mac) == entry.mac.size()) {
-            std::copy_n(static_cast<const std::uint8_t *>(nl_addr_get_binary_addr(mac)),
-                        entry.mac.size(), entry.mac.begin());
+        const nlattr *mac = ownMac(message);
+        if (mac != nullptr && nla_len(mac) == static_cast<int>(entry.mac.size())) {
+            std::copy_n(static_cast<const std::uint8_t *>(nla_data(mac)), entry.mac.size(),
+                        entry.mac.begin());
         }
         names_[entry.index] = name;
 
@@ -187,6 +185,16 @@ private:
         add({Kind::link, name, {}, {}, {}, isUp});
         addIpv4Setting(name, link, Kind::arpIgnore, IPV4_DEVCONF_ARP_IGNORE);
         addIpv4Setting(name, link, Kind::secondaries, IPV4_DEVCONF_PROMOTE_SECONDARIES);
+    }
+
+    /* A member of a bond shows the bond's MAC address, and has its own again when it leaves. */
+    static const nlattr *ownMac(nl_msg *message)
+    {
+        nlattr *info = nlmsg_find_attr(nlmsg_hdr(message), sizeof(ifinfomsg), IFLA_LINKINFO);
+        const nlattr *own = nested(nested(info, IFLA_INFO_SLAVE_DATA), IFLA_BOND_SLAVE_PERM_HWADDR);
+        return own != nullptr
+                   ? own
+                   : nlmsg_find_attr(nlmsg_hdr(message), sizeof(ifinfomsg), IFLA_ADDRESS);
     }
 
     void addIpv4Setting(const std::string &name, rtnl_link *link, Kind kind, unsigned setting)
@@ -249,7 +257,7 @@ private:
     {
         const ifaddrmsg header{};
         dump(socket_, RTM_GETADDR, &header, sizeof(header), [&](nl_msg *message) {
-            parse<rtnl_addr>(message, [&](rtnl_addr *address) {
+            return parse<rtnl_addr>(message, [&](rtnl_addr *address) {
                 nl_addr *local = rtnl_addr_get_local(address);
                 const std::string name = nameOf(rtnl_addr_get_ifindex(address));
                 if (isIp(rtnl_addr_get_family(address)) && local != nullptr && !name.empty()) {
@@ -268,9 +276,10 @@ private:
         dump(socket_, RTM_GETROUTE, &header, sizeof(header), [&](nl_msg *message) {
             const auto *route = static_cast<const rtmsg *>(nlmsg_data(nlmsg_hdr(message)));
             /* Others' routes are not worth the reading. */
-            if (route->rtm_protocol == protocol) {
-                parse<rtnl_route>(message, [this](rtnl_route *parsed) { addRoute(parsed); });
-            }
+            return route->rtm_protocol != protocol
+                       ? NL_OK
+                       : parse<rtnl_route>(message,
+                                           [this](rtnl_route *parsed) { addRoute(parsed); });
         });
     }
 

@@ -192,8 +192,13 @@ TEST_F(NetMode, MakesABondWhereNoInterfaceStandsForOne)
         EXPECT_NE(manager_->errorText().find("the kernel has no bonds"), std::string::npos);
         return;
     }
+    const NW_LAN_CFG_DB_INFO_S before = storedLan();
     expectAnswer(modeRequest(1), NW_OK);
     expectRealBond();
+    for (const unsigned port : {0U, 1U}) { /* a member shows the bond's */
+        EXPECT_TRUE(std::ranges::equal(storedLan().astPort[port].aucMacAddr,
+                                       before.astPort[port].aucMacAddr));
+    }
 
     expectAnswer(modeRequest(0), NW_OK);
     EXPECT_EQ(shell("ip -br link | grep -c bond0 || true"), "0\n");
