@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-/* Requests that are more, or less, than a change of settings: shared link, ARP at once, restart,
+/* Requests that are more, or less, than a change of settings: shared link, ARP suspension, restart,
  * NC-SI. */
 #include <cstring>
 #include <memory>
@@ -70,13 +70,15 @@ Sending prepareRestart(const Arguments &arguments)
     return sending;
 }
 
-/* The answer's status byte: what rests now. */
+/* The answer's status byte: what rests whenever the watchdog timer runs. Whether it does, only the
+ * network manager is told. */
 void completeWith(Sending &sending, const std::shared_ptr<std::uint8_t> &status)
 {
     sending.complete = [status] {
         const std::string suspended = wordName(arpWords(), *status);
-        return Rows{
-            {.key = "suspended", .value = suspended, .text = "ARP suspended: " + suspended}};
+        return Rows{{.key = "suspended",
+                     .value = suspended,
+                     .text = "ARP suspended while the watchdog timer runs: " + suspended}};
     };
 }
 
@@ -211,8 +213,8 @@ void addRequestCommands(std::vector<Command> &commands)
     commands.insert(commands.end(), {
         {"share-link", "set", "Change the network mode and the second port's LAN together", "share-link set shared", {shareLink, dryRun}, request<prepareShareLink>},
         {"", "restart", "Ask the network manager to restart the network", "restart 5", {seconds, dryRun}, request<prepareRestart>},
-        {"arp", "suspend", "Suspend ARP on a port at once", "arp suspend eth1 --arp-suspend both", {portParameter(), suspended, dryRun}, request<prepareSuspend>},
-        {"arp", "status", "Ask what is suspended on a port", "arp status eth1", {portParameter(), dryRun}, request<prepareArpStatus>},
+        {"arp", "suspend", "Set what of ARP rests on a port while the watchdog timer runs", "arp suspend eth1 --arp-suspend both", {portParameter(), suspended, dryRun}, request<prepareSuspend>},
+        {"arp", "status", "Ask what of ARP rests on a port while the watchdog timer runs", "arp status eth1", {portParameter(), dryRun}, request<prepareArpStatus>},
         {"arp", "resume", "Resume ARP on all ports, whatever is suspended, or suspend it again", "arp resume", {resumed, dryRun}, request<prepareResume>},
         {"ncsi", "set", "Turn NC-SI on", "ncsi set on", {{Kind::required, "STATE", "on"}, dryRun}, request<prepareNcsi>},
     });
