@@ -7,6 +7,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "bmc_platform.h"
 #include "network_mng/settings.h"
 #include "nwctl/sending.hpp"
 #include "settings/manager_bytes.hpp"
@@ -138,11 +139,10 @@ Json suspensionChanges(const Configuration &present, bool isSuspended)
         settings::resumeArp(entry, !isSuspended);
         const std::uint8_t after = settings::suspendedArp(entry);
         if (before != after) {
-            changes.push_back({{settings::changePlaceKey,
-                                "arp." + std::string(settings::roleOf(port)) + ".suspended"},
-                               {settings::changePortKey, settings::nameOf(present.state, port)},
-                               {settings::changeBeforeKey, wordName(arpWords(), before)},
-                               {settings::changeAfterKey, wordName(arpWords(), after)}});
+            changes.push_back(
+                settings::changeOf("arp." + std::string(settings::roleOf(port)) + ".suspended",
+                                   settings::nameOf(present.state, port),
+                                   wordName(arpWords(), before), wordName(arpWords(), after)));
         }
     }
     return changes;
@@ -154,9 +154,7 @@ Sending prepareResume(const Arguments &arguments)
     const std::uint32_t request = wordValue({"WHAT", arguments.value("WHAT", "resume")}, words);
     Sending sending{.what = "ARP suspensions of all ports", .commands = {NW_CMD_RESUME_ARP}};
     sending.given = arguments.given("WHAT");
-    sending.foreseen = [request](const Configuration &present) {
-        return suspensionChanges(present, request != 0);
-    };
+    sending.foreseen = [request] { return suspensionChanges(readConfiguration(), request != 0); };
     sending.send = [request](NW_OPER_LOG_S &) { return LIB_NW_ResumeSuspendBMCArps(request); };
     return sending;
 }
@@ -176,6 +174,19 @@ void requireNcsiReady()
     }
 }
 
+/* What the kernel has of NC-SI, and what it would have. */
+Json ncsiChanges()
+{
+    constexpr const char *enableFile = "/proc/sys/tollmere/ncsi/Enable";
+    constexpr char enabled = '1';
+    char content = 0;
+    const bool isKnown = NW_ReadProc(enableFile, sizeof(content), &content) == 0;
+    if (isKnown && content == enabled) {
+        return Json::array();
+    }
+    return Json::array({settings::changeOf("ncsi", nullptr, isKnown ? "off" : "unknown", "on")});
+}
+
 Sending prepareNcsi(const Arguments &arguments)
 {
     constexpr Word words[] = {{"on", 1}};
@@ -185,6 +196,8 @@ Sending prepareNcsi(const Arguments &arguments)
     requireNcsiReady();
 
     Sending sending{.what = "NC-SI in the kernel", .given = {given}};
+    sending.foreseen = ncsiChanges;
+    sending.comparedWith = "what the kernel has";
     sending.send = [](NW_OPER_LOG_S &) { return LIB_NW_EnableNcsi(); };
     return sending;
 }
