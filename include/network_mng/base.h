@@ -39,6 +39,9 @@ typedef uint32_t NW_RESULT;
 
 #define NW_OK 0U
 
+/* NW_LMDB_Put_NetStatus, without a database or after a failed write, and LIB_NW_GetLLDP, for a null
+ * argument, alone answer this. */
+#define NW_ERR_FAILED 0x00000001U
 /* Codes of the library. */
 #define NW_ERR_GENERAL 0x81000001U
 #define NW_ERR_NULL_POINTER 0x81000002U

@@ -3,7 +3,14 @@
 /* Local messaging over System V queues, TLV records, the heartbeat.
  *
  * A queue is named by an existing file and a project id, from which every call makes the key
- * afresh; a key that comes out negative is refused. Calls block while the queue is full or empty.
+ * afresh; a key that comes out 0 or negative is refused. Calls block while the queue is full or
+ * empty.
+ *
+ * A queue that is made here has mode 0666, whatever the umask: whoever may run a program on the
+ * machine may send to it, fill it, and take messages before their receiver does. Only its owner,
+ * its creator and root may remove it. A message does not tell who sent it, so that what is received
+ * is to be checked like any input. Where that is too open, the caller has to see to it, by msgctl
+ * on the new queue or by keeping others out of its IPC namespace.
  */
 #ifndef NETWORK_MNG_MESSAGE_H
 #define NETWORK_MNG_MESSAGE_H
@@ -38,7 +45,8 @@ NW_EXTERN_C_BEGIN
 /* Every failure but a null pointer gives NW_ERR_GENERAL. A path and id whose key is 0 or negative
  * name no queue. */
 
-/* Makes an empty queue for the key; an earlier one is removed with its messages. */
+/* Makes an empty queue for the key, mode 0666; an earlier one is removed with its messages, which
+ * fails where it is another user's. */
 NW_EXPORT NW_RESULT NM_CreateMsg(const char *pcPath, int proj_id);
 /* Sends the package with msgsz bytes of text, at most NW_MSG_TEXT_SIZE. */
 NW_EXPORT NW_RESULT NW_SendMsg(const char *pcPath, int proj_id, uint32_t msgsz,

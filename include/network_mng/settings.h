@@ -196,7 +196,7 @@ NW_EXPORT NW_RESULT LIB_NW_SetAllDnsConf(const void *pstDnsConf, NW_OPER_LOG_S *
 /* DNS settings of the ports served in the present network mode; the caller zeroes the record. */
 NW_EXPORT NW_RESULT LIB_NW_GetAllDnsInfo(NW_DNS_INFO_S *pstDnsInfo);
 
-/* The LLDP record with the interface names "eth0" and "eth1". A null pointer gives 1. */
+/* The LLDP record with the interface names "eth0" and "eth1"; NW_ERR_FAILED for a null pointer. */
 NW_EXPORT NW_RESULT LIB_NW_GetLLDP(NW_LLDP_DB_INFO_S *pstLLDPInfo);
 /* Changes the LLDP settings that ucSetMask selects. */
 NW_EXPORT NW_RESULT LIB_NW_SetLLDP(const NW_LLDP_SET_S *pstSetLLDP, NW_OPER_LOG_S *pstOperLog);

@@ -320,7 +320,7 @@ NW_EXPORT NW_RESULT LIB_NW_GetNcsiConfig(NW_NCSI_DB_INFO_S *pstNcsiCfgDbInfo);
 
 /* Writers. */
 
-/* No environment: NW_ERR_GENERAL; no database or failed write: 1. */
+/* No environment: NW_ERR_GENERAL; no database or failed write: NW_ERR_FAILED. */
 NW_EXPORT NW_RESULT NW_LMDB_Put_NetStatus(uint8_t ucSetInProgress);
 /* No environment: NW_ERR_GENERAL; no database: NW_ERR_IFC_NO_DB; failed write: NW_ERR_IFC_WRITE. */
 NW_EXPORT NW_RESULT NW_LMDB_Put_IfcState(const NW_IFC_STATE_DB_INFO_S *pstIfcStateDbInfo);

@@ -10,9 +10,6 @@ constexpr NW_LOGGED_SETTER_S s_stSetLldp{{Network_RPC_Comm, NW_CMD_SET_LLDP, NW_
                                           "BMC_RPC_CallWithStruct Failed when setting lldpcfg!"},
                                          NW_LOG_LLDP};
 
-/* What LIB_NW_GetLLDP alone answers for a null pointer. */
-constexpr NW_RESULT NW_LLDP_NULL_POINTER = 1;
-
 constexpr uint8_t NW_LLDP_SET_STATE = 0x01;
 constexpr uint8_t NW_LLDP_SET_MODE = 0x02;
 constexpr uint8_t NW_LLDP_MODE_RECEIVE = 0x02;
@@ -54,7 +51,7 @@ NW_LLDP_SET_S NW_ReceiveRequest(bool bReceive, const NW_LLDP_DB_INFO_S &stCurren
 
 NW_RESULT LIB_NW_GetLLDP(NW_LLDP_DB_INFO_S *pstLLDPInfo)
 {
-    NW_CHECK_NULL(pstLLDPInfo, NW_LLDP_NULL_POINTER);
+    NW_CHECK_NULL(pstLLDPInfo, NW_ERR_FAILED);
 
     NW_LLDP_DB_INFO_S stLldp{};
     const NW_RESULT uiResult = NW_LMDB_Get_LLDP(&stLldp);

@@ -27,9 +27,6 @@ constexpr NW_ACCESSOR_S Reader(uint32_t uiKey, uint32_t uiSize, NW_RESULT uiNoEn
             NW_FailsWith(NW_ERR_DB_READ, NW_DIAG_ERROR, pcNotRead)};
 }
 
-/* What a failed call answers where it answers neither the database's code nor one of ours. */
-constexpr NW_RESULT NW_NET_STATUS_NOT_PUT = 1;
-
 /* clang-format off */
 constexpr NW_ACCESSOR_S s_stGetNetStatus = Reader(NW_KEY_NET_STATUS, sizeof(NW_NET_STATUS_S),
     NW_ERR_DB_ENVIRONMENT, "Get net status  info failed, Ret:%d");
@@ -47,8 +44,8 @@ constexpr NW_ACCESSOR_S s_stGetHostName  = Reader(NW_KEY_HOSTNAME,   sizeof(NW_H
 constexpr NW_ACCESSOR_S s_stPutNetStatus{
     NW_KEY_NET_STATUS, sizeof(NW_NET_STATUS_S), NW_DB_PATH_E::OPEN_THEN_CURRENT,
     NoEnvironment(NW_DIAG_ERROR, NW_ERR_GENERAL),
-    NoDatabase(NW_DIAG_ERROR, NW_NET_STATUS_NOT_PUT),
-    NW_FailsWith(NW_NET_STATUS_NOT_PUT, NW_DIAG_ERROR, "Failed to put net status information to DB.")};
+    NoDatabase(NW_DIAG_ERROR, NW_ERR_FAILED),
+    NW_FailsWith(NW_ERR_FAILED, NW_DIAG_ERROR, "Failed to put net status information to DB.")};
 constexpr NW_ACCESSOR_S s_stPutIfcState{
     NW_KEY_IFC_STATE, sizeof(NW_IFC_STATE_DB_INFO_S), NW_DB_PATH_E::OPEN_THEN_CURRENT,
     NoEnvironment(NW_DIAG_IFC_FAIL, NW_ERR_GENERAL),

@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include "common/address.hpp"
+#include "common/descriptor.hpp"
 #include "network_mng/check.h"
 #include "nwctl/stored.hpp"
 
@@ -38,10 +39,9 @@ std::optional<Address> newAddress(const bmc::settings::Edit &edit)
 bool isUp(unsigned interfaceIndex)
 {
     ifreq request{};
-    const int descriptor = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    const bmc::Descriptor any(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
     const bool isRead = if_indextoname(interfaceIndex, request.ifr_name) != nullptr &&
-                        ioctl(descriptor, SIOCGIFFLAGS, &request) == 0;
-    close(descriptor);
+                        ioctl(any.get(), SIOCGIFFLAGS, &request) == 0;
     return isRead && (request.ifr_flags & IFF_UP) != 0;
 }
 

@@ -150,10 +150,7 @@ void tellName(const std::string &name, Session &session)
     const std::string stored = storedName();
     Json changes = Json::array();
     if (name != stored) {
-        changes.push_back({{settings::changePlaceKey, "bmc-name"},
-                           {settings::changePortKey, nullptr},
-                           {settings::changeBeforeKey, stored},
-                           {settings::changeAfterKey, name}});
+        changes.push_back(settings::changeOf("bmc-name", nullptr, stored, name));
     }
     session.answer({line(std::string("Dry run, nothing was written. Would change the BMC's name") +
                          (changes.empty() ? "; nothing is different from what is stored." : ":")),

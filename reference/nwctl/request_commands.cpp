@@ -1,12 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
-/* Requests that are more, or less, than a change of settings: shared link, ARP at once, restart,
+/* Requests that are more, or less, than a change of settings: shared link, ARP suspension, restart,
  * NC-SI. */
 #include <cstring>
 #include <memory>
 
 #include <nlohmann/json.hpp>
 
+#include "bmc_platform.h"
 #include "network_mng/settings.h"
 #include "nwctl/sending.hpp"
 #include "settings/manager_bytes.hpp"
@@ -70,13 +71,15 @@ Sending prepareRestart(const Arguments &arguments)
     return sending;
 }
 
-/* The answer's status byte: what rests now. */
+/* The answer's status byte: what rests whenever the watchdog timer runs. Whether it does, only the
+ * network manager is told. */
 void completeWith(Sending &sending, const std::shared_ptr<std::uint8_t> &status)
 {
     sending.complete = [status] {
         const std::string suspended = wordName(arpWords(), *status);
-        return Rows{
-            {.key = "suspended", .value = suspended, .text = "ARP suspended: " + suspended}};
+        return Rows{{.key = "suspended",
+                     .value = suspended,
+                     .text = "ARP suspended while the watchdog timer runs: " + suspended}};
     };
 }
 
@@ -136,11 +139,10 @@ Json suspensionChanges(const Configuration &present, bool isSuspended)
         settings::resumeArp(entry, !isSuspended);
         const std::uint8_t after = settings::suspendedArp(entry);
         if (before != after) {
-            changes.push_back({{settings::changePlaceKey,
-                                "arp." + std::string(settings::roleOf(port)) + ".suspended"},
-                               {settings::changePortKey, settings::nameOf(present.state, port)},
-                               {settings::changeBeforeKey, wordName(arpWords(), before)},
-                               {settings::changeAfterKey, wordName(arpWords(), after)}});
+            changes.push_back(
+                settings::changeOf("arp." + std::string(settings::roleOf(port)) + ".suspended",
+                                   settings::nameOf(present.state, port),
+                                   wordName(arpWords(), before), wordName(arpWords(), after)));
         }
     }
     return changes;
@@ -152,9 +154,7 @@ Sending prepareResume(const Arguments &arguments)
     const std::uint32_t request = wordValue({"WHAT", arguments.value("WHAT", "resume")}, words);
     Sending sending{.what = "ARP suspensions of all ports", .commands = {NW_CMD_RESUME_ARP}};
     sending.given = arguments.given("WHAT");
-    sending.foreseen = [request](const Configuration &present) {
-        return suspensionChanges(present, request != 0);
-    };
+    sending.foreseen = [request] { return suspensionChanges(readConfiguration(), request != 0); };
     sending.send = [request](NW_OPER_LOG_S &) { return LIB_NW_ResumeSuspendBMCArps(request); };
     return sending;
 }
@@ -174,6 +174,19 @@ void requireNcsiReady()
     }
 }
 
+/* What the kernel has of NC-SI, and what it would have. */
+Json ncsiChanges()
+{
+    constexpr const char *enableFile = "/proc/sys/tollmere/ncsi/Enable";
+    constexpr char enabled = '1';
+    char content = 0;
+    const bool isKnown = NW_ReadProc(enableFile, sizeof(content), &content) == 0;
+    if (isKnown && content == enabled) {
+        return Json::array();
+    }
+    return Json::array({settings::changeOf("ncsi", nullptr, isKnown ? "off" : "unknown", "on")});
+}
+
 Sending prepareNcsi(const Arguments &arguments)
 {
     constexpr Word words[] = {{"on", 1}};
@@ -183,6 +196,8 @@ Sending prepareNcsi(const Arguments &arguments)
     requireNcsiReady();
 
     Sending sending{.what = "NC-SI in the kernel", .given = {given}};
+    sending.foreseen = ncsiChanges;
+    sending.comparedWith = "what the kernel has";
     sending.send = [](NW_OPER_LOG_S &) { return LIB_NW_EnableNcsi(); };
     return sending;
 }
@@ -211,8 +226,8 @@ void addRequestCommands(std::vector<Command> &commands)
     commands.insert(commands.end(), {
         {"share-link", "set", "Change the network mode and the second port's LAN together", "share-link set shared", {shareLink, dryRun}, request<prepareShareLink>},
         {"", "restart", "Ask the network manager to restart the network", "restart 5", {seconds, dryRun}, request<prepareRestart>},
-        {"arp", "suspend", "Suspend ARP on a port at once", "arp suspend eth1 --arp-suspend both", {portParameter(), suspended, dryRun}, request<prepareSuspend>},
-        {"arp", "status", "Ask what is suspended on a port", "arp status eth1", {portParameter(), dryRun}, request<prepareArpStatus>},
+        {"arp", "suspend", "Set what of ARP rests on a port while the watchdog timer runs", "arp suspend eth1 --arp-suspend both", {portParameter(), suspended, dryRun}, request<prepareSuspend>},
+        {"arp", "status", "Ask what of ARP rests on a port while the watchdog timer runs", "arp status eth1", {portParameter(), dryRun}, request<prepareArpStatus>},
         {"arp", "resume", "Resume ARP on all ports, whatever is suspended, or suspend it again", "arp resume", {resumed, dryRun}, request<prepareResume>},
         {"ncsi", "set", "Turn NC-SI on", "ncsi set on", {{Kind::required, "STATE", "on"}, dryRun}, request<prepareNcsi>},
     });

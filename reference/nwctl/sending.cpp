@@ -165,7 +165,8 @@ std::string dryRunText(const Sending &sending, const Json &changes)
     if (sending.changes.empty() && !sending.foreseen) {
         return text + ".";
     }
-    return text + (changes.empty() ? "; nothing is different from what is stored." : ":");
+    return text +
+           (changes.empty() ? "; nothing is different from " + sending.comparedWith + "." : ":");
 }
 
 /* A place that this program does not know may come from a manager that does. */
@@ -179,13 +180,13 @@ std::string textAt(const std::string &place, const Json &value)
 
 Json changesOf(const Sending &sending)
 {
-    if (sending.changes.empty() && !sending.foreseen) {
+    if (sending.foreseen) {
+        return sending.foreseen();
+    }
+    if (sending.changes.empty()) {
         return Json::array();
     }
     const Configuration present = readConfiguration();
-    if (sending.foreseen) {
-        return sending.foreseen(present);
-    }
     const Configuration after = foresee(present, sending);
     return settings::changesOf(settings::differences(present, after), present.state);
 }

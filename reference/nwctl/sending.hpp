@@ -28,7 +28,8 @@ struct Sending {
     /* What becomes of the stored settings, one behind the other; none where nothing is stored. */
     std::vector<bmc::settings::Change> changes{};
     /* The same for what is no setting, as settings::changesOf tells it. */
-    std::function<bmc::settings::Json(const Configuration &present)> foreseen{};
+    std::function<bmc::settings::Json()> foreseen{};
+    std::string comparedWith = "what is stored"; /* by a dry run */
     std::function<NW_RESULT(NW_OPER_LOG_S &log)> send{};
     /* Sentences of a success; by default the main slot's. */
     std::vector<std::string> (*sentences)(const NW_OPER_LOG_S &log) = nullptr;

@@ -26,6 +26,7 @@ constexpr std::uint32_t completionOfSuccess = 0x00;
 
 constexpr Code rows[] = {
     {NW_OK, "NW_OK", "success", completionOfSuccess, none},
+    NAMED(NW_ERR_FAILED,                                      UNSPECIFIED,     none,                          "the network status could not be written, or null pointer argument of the LLDP query"),
     NAMED(NW_ERR_PORT_NOT_SUPPORTED,                          INVALID_COMMAND, none,                          "the port is not present on this board"),
     MANAGER(badRequest, "NW_MANAGER_BAD_REQUEST",             INVALID_DATA,    none,                          "the request is not 3074 bytes long or does not begin with 0"),
     MANAGER(kernelRefused, "NW_MANAGER_KERNEL_REFUSED",       UNSPECIFIED,     none,                          "the kernel refused the change; nothing was changed"),

@@ -28,12 +28,19 @@ Json changesOf(const std::vector<Difference> &differences, const NW_IFC_STATE_DB
     Json changes = Json::array();
     for (const Difference &found : differences) {
         const bool isPorts = infoOf(found.setting->section).portCount != 0;
-        changes.push_back({{changePlaceKey, placeOf(*found.setting, found.port)},
-                           {changePortKey, isPorts ? Json(nameOf(before, found.port)) : Json()},
-                           {changeBeforeKey, found.before},
-                           {changeAfterKey, found.after}});
+        changes.push_back(changeOf(placeOf(*found.setting, found.port),
+                                   isPorts ? Json(nameOf(before, found.port)) : Json(),
+                                   found.before, found.after));
     }
     return changes;
+}
+
+Json changeOf(const std::string &place, const Json &port, const Json &before, const Json &after)
+{
+    return {{changePlaceKey, place},
+            {changePortKey, port},
+            {changeBeforeKey, before},
+            {changeAfterKey, after}};
 }
 
 std::string placeOf(const Setting &setting, unsigned port)

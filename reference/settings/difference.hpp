@@ -24,6 +24,9 @@ std::vector<Difference> differences(const Configuration &from, const Configurati
  * with the interfaces' names before the change. */
 Json changesOf(const std::vector<Difference> &differences, const NW_IFC_STATE_DB_INFO_S &before);
 
+/* One of the array; also of something that is no setting. */
+Json changeOf(const std::string &place, const Json &port, const Json &before, const Json &after);
+
 inline constexpr const char *changePlaceKey = "setting";
 inline constexpr const char *changePortKey = "port";
 inline constexpr const char *changeBeforeKey = "before";

@@ -66,17 +66,12 @@ inline void resumeArp(NW_LAN_CFG_PORT_S &port, bool isResumed)
     putArp(port, bytes);
 }
 
-/* What rests of ARP now. */
+/* What rests of ARP while the watchdog timer runs. */
 inline std::uint8_t suspendedArp(const NW_LAN_CFG_PORT_S &port)
 {
     const ArpBytes bytes = arpOf(port);
     return bytes.isResumed != 0 ? std::uint8_t{0}
                                 : static_cast<std::uint8_t>(bytes.suspend & arpAll);
-}
-
-inline bool isArpActive(const NW_LAN_CFG_PORT_S &port, ArpBit bit)
-{
-    return (arpOf(port).control & ~suspendedArp(port) & bit) != 0;
 }
 
 inline HeaderBytes headersOf(const NW_LAN_CFG_PORT_S &port)

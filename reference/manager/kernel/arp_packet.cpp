@@ -18,8 +18,8 @@
 #include <netpacket/packet.h>
 #include <poll.h>
 #include <sys/ioctl.h>
-#include <unistd.h>
 
+#include "common/descriptor.hpp"
 #include "manager/log.hpp"
 
 namespace bmc::manager {
@@ -35,14 +35,6 @@ constexpr unsigned probeCount = 2;
 class PacketSocket {
 public:
     PacketSocket() : descriptor_(socket(AF_PACKET, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {}
-    ~PacketSocket()
-    {
-        if (descriptor_ >= 0) {
-            close(descriptor_);
-        }
-    }
-    PacketSocket(const PacketSocket &) = delete;
-    PacketSocket &operator=(const PacketSocket &) = delete;
 
     /* From now on what arrives on the interface can be received. */
     bool listen(unsigned interface) const
@@ -51,7 +43,8 @@ public:
         here.sll_family = AF_PACKET;
         here.sll_protocol = htons(ETH_P_ARP);
         here.sll_ifindex = static_cast<int>(interface);
-        return bind(descriptor_, reinterpret_cast<const sockaddr *>(&here), sizeof(here)) == 0;
+        return bind(descriptor_.get(), reinterpret_cast<const sockaddr *>(&here), sizeof(here)) ==
+               0;
     }
 
     /* Answers whether another than mac claims the address, by then. */
@@ -59,12 +52,12 @@ public:
     {
         while (true) {
             const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
-            pollfd waiting{descriptor_, POLLIN, 0};
+            pollfd waiting{descriptor_.get(), POLLIN, 0};
             if (left.count() <= 0 || poll(&waiting, 1, static_cast<int>(left.count())) <= 0) {
                 return false;
             }
             ether_arp packet{};
-            const bool isWhole = recv(descriptor_, &packet, sizeof(packet), 0) >=
+            const bool isWhole = recv(descriptor_.get(), &packet, sizeof(packet), 0) >=
                                  static_cast<ssize_t>(sizeof(packet));
             if (isWhole && std::ranges::equal(packet.arp_spa, address) &&
                 !std::ranges::equal(packet.arp_sha, mac)) {
@@ -79,14 +72,14 @@ public:
         ifreq request{};
         interface.copy(request.ifr_name, sizeof(request.ifr_name) - 1);
         request.ifr_data = reinterpret_cast<char *>(&link);
-        return ioctl(descriptor_, SIOCETHTOOL, &request) == 0 && link.data != 0;
+        return ioctl(descriptor_.get(), SIOCETHTOOL, &request) == 0 && link.data != 0;
     }
 
     bool macOf(const std::string &interface, Mac &mac) const
     {
         ifreq request{};
         interface.copy(request.ifr_name, sizeof(request.ifr_name) - 1);
-        const bool isRead = ioctl(descriptor_, SIOCGIFHWADDR, &request) == 0;
+        const bool isRead = ioctl(descriptor_.get(), SIOCGIFHWADDR, &request) == 0;
         std::copy_n(request.ifr_hwaddr.sa_data, mac.size(), mac.begin());
         return isRead;
     }
@@ -99,13 +92,13 @@ public:
         to.sll_ifindex = static_cast<int>(interface);
         to.sll_halen = NW_MAC_SIZE;
         std::fill_n(to.sll_addr, NW_MAC_SIZE, std::uint8_t{0xFF});
-        return sendto(descriptor_, &packet, sizeof(packet), 0,
+        return sendto(descriptor_.get(), &packet, sizeof(packet), 0,
                       reinterpret_cast<const sockaddr *>(&to),
                       sizeof(to)) == static_cast<ssize_t>(sizeof(packet));
     }
 
 private:
-    int descriptor_;
+    Descriptor descriptor_;
 };
 
 /* A request of the sender for the address. */

@@ -119,11 +119,6 @@ bool isAbsent(int status)
 
 } // namespace
 
-void Kernel::Release::operator()(nl_sock *socket) const
-{
-    nl_socket_free(socket);
-}
-
 Kernel::Kernel()
 {
     open();

@@ -5,15 +5,11 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 
+#include "manager/kernel/netlink_objects.hpp"
 #include "manager/state/actual.hpp"
 #include "manager/state/plan.hpp"
-
-struct nl_sock;
-struct nlmsgerr;
-struct sockaddr_nl;
 
 namespace bmc::manager {
 
@@ -48,16 +44,12 @@ private:
     };
     static int keepReason(sockaddr_nl *from, nlmsgerr *answer, void *reason);
 
-    struct Release {
-        void operator()(nl_sock *socket) const;
-    };
-
     void open();
     template <typename Call>
     auto guarded(const Call &call);
 
     Reason reason_;
-    std::unique_ptr<nl_sock, Release> socket_;
+    Owned<nl_sock> socket_;
 };
 
 } // namespace bmc::manager

@@ -121,6 +121,69 @@ TEST_F(Foreseen, AResumptionOfNothingIsSaidToBeOne)
               "nothing is different from what is stored.\n");
 }
 
+struct NcsiRow {
+    const char *name;
+    const char *kernel; /* null: it shows nothing */
+    const char *told;   /* behind what would be changed */
+};
+
+class ForeseenNcsi : public samples::ConfiguredTest, public ::testing::WithParamInterface<NcsiRow> {
+protected:
+    void SetUp() override
+    {
+        if (GetParam().kernel != nullptr) {
+            const std::string content = GetParam().kernel;
+            platform.setProc(enableFile, {content.begin(), content.end()});
+        }
+    }
+
+    const std::string enableFile = "/proc/sys/tollmere/ncsi/Enable";
+};
+
+TEST_P(ForeseenNcsi, IsOldAndNewOfTheKernel)
+{
+    const auto before = platform.proc(enableFile);
+
+    EXPECT_EQ(samples::runLine("ncsi set on --dry-run").out,
+              std::string("Dry run, nothing was sent. Would change NC-SI in the kernel: STATE "
+                          "'on'") +
+                  GetParam().told);
+    EXPECT_EQ(platform.proc(enableFile), before);
+}
+
+const NcsiRow ncsiRows[] = {
+    {"Off", "0", ":\n  ncsi: off -> on\n"},
+    {"On", "1", "; nothing is different from what the kernel has.\n"},
+    {"Unknown", nullptr, ":\n  ncsi: unknown -> on\n"},
+};
+INSTANTIATE_TEST_SUITE_P(Rows, ForeseenNcsi, ::testing::ValuesIn(ncsiRows), fake::RowName());
+
+TEST_F(Foreseen, NcsiIsTheSameInJson)
+{
+    platform.setProc("/proc/sys/tollmere/ncsi/Enable", {'0'});
+
+    EXPECT_EQ(samples::runLine("ncsi set on --dry-run --json").json()["changes"],
+              nlohmann::json::parse(R"([{"setting": "ncsi", "port": null, "before": "off",
+                                         "after": "on"}])"));
+}
+
+TEST_F(Foreseen, NcsiThatWasTurnedOnIsOn)
+{
+    ASSERT_EQ(samples::runLine("ncsi set on").status, Exit::success);
+
+    EXPECT_THAT(samples::runLine("ncsi set on --dry-run").out,
+                EndsWith("; nothing is different from what the kernel has.\n"));
+}
+
+/* A dry run succeeds where the change does. */
+TEST_F(Foreseen, NcsiNeedsNoSettings)
+{
+    platform.failGet(NW_KEY_LAN_CFG, -5);
+
+    EXPECT_EQ(samples::runLine("ncsi set on --dry-run").status, Exit::success);
+    EXPECT_EQ(samples::runLine("ncsi set on").status, Exit::success);
+}
+
 struct Refused {
     const char *name;
     const char *line;

@@ -106,7 +106,7 @@ const Row rows[] = {
     {"ArpSuspend", "status", "arp suspend eth1 --arp-suspend responses",
      "LAN settings configured successfully for shared port, ARP suspend: do not suspend BMC-generated Gratuitous "
      "ARPs while the Watchdog Timer is running, suspend BMC-generated ARP responses while Watchdog Timer is "
-     "running.\nARP suspended: responses\n",
+     "running.\nARP suspended while the watchdog timer runs: responses\n",
      "arp show eth1", "/ports/0/suspend", "responses"},
 };
 /* clang-format on */
@@ -118,13 +118,16 @@ class Commands : public e2e::System {};
 TEST_F(Commands, ArpIsResumedAndSuspendedAgain)
 {
     nwctl("arp suspend eth1 --arp-suspend both");
-    EXPECT_EQ(nwctl("arp status eth1").output, "ARP suspended: both\n");
+    EXPECT_EQ(nwctl("arp status eth1").output,
+              "ARP suspended while the watchdog timer runs: both\n");
 
     EXPECT_EQ(nwctl("arp resume").status, 0);
-    EXPECT_EQ(nwctl("arp status eth1").output, "ARP suspended: none\n");
+    EXPECT_EQ(nwctl("arp status eth1").output,
+              "ARP suspended while the watchdog timer runs: none\n");
 
     EXPECT_EQ(nwctl("arp resume suspend").status, 0);
-    EXPECT_EQ(nwctl("arp status eth1").output, "ARP suspended: both\n");
+    EXPECT_EQ(nwctl("arp status eth1").output,
+              "ARP suspended while the watchdog timer runs: both\n");
 }
 
 TEST_F(Commands, RestartIsDoneOrNoSuccess)

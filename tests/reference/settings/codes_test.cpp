@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "settings/codes.hpp"
 
+#include <filesystem>
 #include <fstream>
 #include <regex>
 #include <set>
@@ -58,8 +59,24 @@ TEST(Codes, AreAllOfTheLibrarysAndTheManagers)
     for (const Code &code : codes()) {
         listed.insert(code.value);
     }
-    EXPECT_EQ(library.size(), 33U);
+    EXPECT_EQ(library.size(), 34U);
     EXPECT_EQ(listed, expected);
+}
+
+/* A code that only its unit has a name for would be missing above. */
+TEST(Codes, HaveNoNamesThatTheLibraryKeepsToItself)
+{
+    const std::regex named("constexpr NW_RESULT (\\w+) = [0-9]");
+    for (const auto &entry :
+         std::filesystem::recursive_directory_iterator(SOURCE_DIRECTORY "/network")) {
+        if (!entry.is_regular_file()) {
+            continue;
+        }
+        std::ifstream file(entry.path());
+        const std::string text(std::istreambuf_iterator<char>(file), {});
+        std::smatch found;
+        EXPECT_FALSE(std::regex_search(text, found, named)) << entry.path() << ": " << found.str(1);
+    }
 }
 
 /* Who is to blame is told by their keys. */
