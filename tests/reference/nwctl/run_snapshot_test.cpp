@@ -5,7 +5,6 @@
 #include <fstream>
 #include <set>
 
-#include "network_mng/chassis.h"
 #include "samples.hpp"
 
 namespace nwctl {
@@ -53,12 +52,7 @@ class SnapshotTest : public samples::ConfiguredTest {
 protected:
     SnapshotTest()
     {
-        NW_OA_NETWORK_DB_INFO_S link{};
-        link.ucConnected = 1;
-        platform.setRecord(NW_KEY_OA_NETWORK, link);
-        platform.setRecord(NW_KEY_OA_TEMPERATURE, NW_OA_TEMPERA_INFO_S{});
-        platform.setRecord(NW_KEY_OCP_TEMPERATURE, NW_ALL_OCP_TEMP_S{});
-        platform.setRecord(NW_KEY_FAN, NW_ALL_FAN_INFO_S{});
+        connectChassis();
     }
 
     void expectOneMoment(const std::string &line)
