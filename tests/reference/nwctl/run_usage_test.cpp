@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <fstream>
 
-#include "network_mng/chassis.h"
 #include "network_mng/store.h"
 #include "nwctl/command.hpp"
 #include "samples.hpp"
@@ -141,12 +140,7 @@ class Example : public samples::ConfiguredTest {
 protected:
     Example()
     {
-        NW_OA_NETWORK_DB_INFO_S link{};
-        link.ucConnected = 1;
-        platform.setRecord(NW_KEY_OA_NETWORK, link);
-        platform.setRecord(NW_KEY_OA_TEMPERATURE, NW_OA_TEMPERA_INFO_S{});
-        platform.setRecord(NW_KEY_OCP_TEMPERATURE, NW_ALL_OCP_TEMP_S{});
-        platform.setRecord(NW_KEY_FAN, NW_ALL_FAN_INFO_S{});
+        connectChassis();
         platform.setRecord(NW_KEY_NET_STATUS, NW_NET_STATUS_S{});
         std::filesystem::current_path(::testing::TempDir());
         answerAsked(R"({"result": 0, "reason": "", "setting": null, "changes": [], "notes": []})");

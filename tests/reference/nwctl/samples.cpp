@@ -9,6 +9,7 @@
 #include <iterator>
 #include <sstream>
 
+#include "network_mng/chassis.h"
 #include "nwctl/failure.hpp"
 #include "nwctl/manager_client.hpp"
 
@@ -168,6 +169,16 @@ ConfiguredTest::ConfiguredTest()
 ConfiguredTest::~ConfiguredTest()
 {
     running = nullptr;
+}
+
+void ConfiguredTest::connectChassis()
+{
+    NW_OA_NETWORK_DB_INFO_S link{};
+    link.ucConnected = 1;
+    platform.setRecord(NW_KEY_OA_NETWORK, link);
+    platform.setRecord(NW_KEY_OA_TEMPERATURE, NW_OA_TEMPERA_INFO_S{});
+    platform.setRecord(NW_KEY_OCP_TEMPERATURE, NW_ALL_OCP_TEMP_S{});
+    platform.setRecord(NW_KEY_FAN, NW_ALL_FAN_INFO_S{});
 }
 
 std::string ConfiguredTest::askManager(const char *method, const std::string &document)

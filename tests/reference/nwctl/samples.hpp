@@ -91,6 +91,9 @@ protected:
         isDenied_ = true;
     }
 
+    /* A chassis manager that has published records of zeros. */
+    void connectChassis();
+
     const std::vector<Asked> &asked() const
     {
         return asked_;
