@@ -31,12 +31,13 @@ target_compile_options(nw_options INTERFACE
     $<$<AND:$<CONFIG:RelWithDebInfo>,$<BOOL:$<TARGET_PROPERTY:NW_REFERENCE_CODE>>>:-O1;-g1>)
 
 if(NW_SANITIZE)
-    set(nw_sanitizers -fsanitize=address,undefined -fno-sanitize=vptr -fno-sanitize-recover=all
-        -fno-omit-frame-pointer)
-    # Names and lines are what a report shows; of a test, its name.
+    # Names and lines are what a report shows; of a test, its name. What tests are watched for is how
+    # they are written to: to look for their own undefined behaviour took two fifths of their time.
     target_compile_options(nw_options INTERFACE
-        ${nw_sanitizers} $<IF:${nw_is_test_code},-g0,-g1>)
-    target_link_options(nw_options INTERFACE ${nw_sanitizers})
+        $<${nw_is_test_code}:-fsanitize=address;-g0>
+        $<$<NOT:${nw_is_test_code}>:-fsanitize=address,undefined;-fno-sanitize=vptr;-g1>
+        -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(nw_options INTERFACE -fsanitize=address,undefined)
 elseif(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" AND NOT CMAKE_CXX_FLAGS MATCHES "_FORTIFY_SOURCE")
     # A toolchain that brings a level of its own keeps it.
     target_compile_options(nw_options INTERFACE $<$<NOT:${nw_is_test_code}>:-D_FORTIFY_SOURCE=2>)

@@ -106,6 +106,11 @@ void FarHost::disown() const
     command("address flush dev " + interface_);
 }
 
+void FarHost::plug(bool isPlugged) const
+{
+    command("link set " + interface_ + (isPlugged ? " up" : " down"));
+}
+
 std::string FarHost::mac() const
 {
     return shell("ip -n " + interface_ + " -o link show " + interface_ +

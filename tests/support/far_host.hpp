@@ -24,6 +24,8 @@ public:
     // None any more on the far end.
     void disown() const;
     std::string mac() const;
+    // The wire: without it this end has no carrier.
+    void plug(bool isPlugged) const;
 
     // A socket that listens on an address of the host's.
     int listenOn(const std::string &address, std::uint16_t port) const;

@@ -17,6 +17,9 @@ namespace bmc::manager {
 
 namespace {
 
+/* In which a link that goes up negotiates with its partner. */
+constexpr std::chrono::seconds partnerTime{4};
+
 /* A board's own interface stands for the bond. */
 void remarkOnBond(const World &world, const Actual &actual)
 {
@@ -79,13 +82,20 @@ Ledger Engine::claimed(const World &held, const Actual &actual) const
 void Engine::askBefore(const Step &step, const World &former, const Actual &actual)
 {
     const Item &item = step.item;
+    if (item.kind == Kind::link && item.number != 0) {
+        partnerBy_ = Clock::now() + partnerTime;
+    }
     const bool isNew = item.kind == Kind::address && !step.isRemoval &&
                        item.address.family == AF_INET && !holds(former.items, item.address) &&
                        !holds(actual.items, item.address) && asked_.insert(item).second;
     Ipv4Bytes bytes{};
     std::copy_n(item.address.bytes.begin(), bytes.size(), bytes.begin());
-    if (isNew && machine_.isTaken(item.subject, bytes)) {
-        throw Refusal(Result::addressTaken, textOf(item.address) + " on " + item.subject);
+    try {
+        if (isNew && machine_.isTaken(item.subject, bytes, partnerBy_)) {
+            throw Refusal(Result::addressTaken, textOf(item.address) + " on " + item.subject);
+        }
+    } catch (const MachineError &error) {
+        throw Refusal(Result::kernelRefused, error.what());
     }
 }
 
@@ -93,6 +103,7 @@ void Engine::askBefore(const Step &step, const World &former, const Actual &actu
 void Engine::askNeighbours(const Change &change, const World &former, const Actual &actual)
 {
     asked_.clear();
+    partnerBy_ = {};
     for (const Step &step :
          within(change.scope, plan(worldOf(change.after), actual, ledger_.owned()))) {
         const auto link = actual.links.find(step.item.subject);

@@ -86,7 +86,8 @@ private:
     Ledger ledger_;       /* as it is stored */
     bool isOpen_ = false; /* the journal is */
     bool isStarted_ = false;
-    Items asked_; /* addresses that no neighbour has */
+    Items asked_;                   /* addresses that no neighbour has */
+    Clock::time_point partnerBy_{}; /* of links that the change has set up */
     Announcer announcer_;
     Conditions conditions_;
     std::optional<Clock::time_point> restartAt_;

@@ -42,9 +42,10 @@ public:
         system_.forget();
     }
 
-    bool isTaken(const std::string &interface, const Ipv4Bytes &address) override
+    bool isTaken(const std::string &interface, const Ipv4Bytes &address,
+                 std::chrono::steady_clock::time_point partnerBy) override
     {
-        return isTakenByNeighbour(interface, address);
+        return isTakenByNeighbour(interface, address, partnerBy);
     }
 
     void announce(const std::string &interface, const Ipv4Bytes &address) override

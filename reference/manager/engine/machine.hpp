@@ -28,7 +28,10 @@ public:
     /* What cannot be read counts as unknown, so that it is set again. */
     virtual void forget() = 0;
 
-    virtual bool isTaken(const std::string &interface, const Ipv4Bytes &address) = 0;
+    /* Whether a neighbour has the address; the link may get its partner until then. Throws
+     * MachineError. */
+    virtual bool isTaken(const std::string &interface, const Ipv4Bytes &address,
+                         std::chrono::steady_clock::time_point partnerBy) = 0;
     virtual void announce(const std::string &interface, const Ipv4Bytes &address) = 0;
     virtual Conditions conditions() = 0;
 };

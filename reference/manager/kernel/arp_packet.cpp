@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstring>
 #include <system_error>
+#include <thread>
 
 #include <arpa/inet.h>
 #include <linux/ethtool.h>
@@ -21,6 +22,7 @@
 
 #include "common/descriptor.hpp"
 #include "manager/log.hpp"
+#include "manager/state/actual.hpp"
 
 namespace bmc::manager {
 
@@ -31,6 +33,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds probeInterval{100};
 constexpr unsigned probeCount = 2;
+constexpr std::chrono::milliseconds carrierInterval{20};
 
 class PacketSocket {
 public:
@@ -53,8 +56,11 @@ public:
         while (true) {
             const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
             pollfd waiting{descriptor_.get(), POLLIN, 0};
-            if (left.count() <= 0 || poll(&waiting, 1, static_cast<int>(left.count())) <= 0) {
+            if (left.count() <= 0) {
                 return false;
+            }
+            if (poll(&waiting, 1, static_cast<int>(left.count())) <= 0) {
+                continue; /* a signal is no verdict */
             }
             ether_arp packet{};
             const bool isWhole = recv(descriptor_.get(), &packet, sizeof(packet), 0) >=
@@ -101,6 +107,17 @@ private:
     Descriptor descriptor_;
 };
 
+bool hasCarrierBy(const PacketSocket &socket, const std::string &interface, Clock::time_point end)
+{
+    while (!socket.hasCarrier(interface)) {
+        if (Clock::now() >= end) {
+            return false;
+        }
+        std::this_thread::sleep_for(carrierInterval);
+    }
+    return true;
+}
+
 /* A request of the sender for the address. */
 ether_arp requestOf(const Mac &mac, const Ipv4Bytes &sender, const Ipv4Bytes &address)
 {
@@ -129,14 +146,20 @@ void announce(const std::string &interface, const Ipv4Bytes &address)
     }
 }
 
-bool isTakenByNeighbour(const std::string &interface, const Ipv4Bytes &address)
+bool isTakenByNeighbour(const std::string &interface, const Ipv4Bytes &address,
+                        Clock::time_point partnerBy)
 {
     constexpr Ipv4Bytes nobody{};
     const PacketSocket socket;
     const unsigned index = if_nametoindex(interface.c_str());
+    if (index == 0) {
+        return false;
+    }
     Mac mac{};
-    if (index == 0 || !socket.hasCarrier(interface) || !socket.macOf(interface, mac) ||
-        !socket.listen(index)) {
+    if (!socket.macOf(interface, mac) || !socket.listen(index)) {
+        throw MachineError("cannot ask the neighbours: " + std::generic_category().message(errno));
+    }
+    if (!hasCarrierBy(socket, interface, partnerBy)) {
         return false;
     }
     for (unsigned probe = 0; probe < probeCount; probe++) {

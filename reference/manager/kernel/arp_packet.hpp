@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <string>
 
@@ -17,7 +18,9 @@ using Ipv4Bytes = std::array<std::uint8_t, NW_IPV4_SIZE>;
 void announce(const std::string &interface, const Ipv4Bytes &address);
 
 /* Asks for 200 ms, with two probes, whether a neighbour has the address. Nobody has where there is
- * no interface of that name, or no link partner, to ask. */
-bool isTakenByNeighbour(const std::string &interface, const Ipv4Bytes &address);
+ * no interface of that name to ask by, or no link partner, for whom it waits until then. Throws
+ * MachineError when it cannot ask. */
+bool isTakenByNeighbour(const std::string &interface, const Ipv4Bytes &address,
+                        std::chrono::steady_clock::time_point partnerBy);
 
 } // namespace bmc::manager

@@ -52,7 +52,8 @@ public:
 
     void forget() override {}
 
-    bool isTaken(const std::string &, const Ipv4Bytes &address) override
+    bool isTaken(const std::string &, const Ipv4Bytes &address,
+                 std::chrono::steady_clock::time_point) override
     {
         return address == taken;
     }

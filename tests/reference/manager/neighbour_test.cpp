@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
 /* An IPv4 address that a neighbour has is not taken, whichever way it comes in. */
+#include <thread>
+
 #include "far_host.hpp"
 #include "requests.hpp"
 
@@ -53,6 +55,25 @@ TEST_F(NeighbourTest, NorWhenThePortComesUp)
     expectAnswer(enable(false), NW_OK, 1);
     expectAnswer(addressSet("192.168.20.9"), NW_OK, 1);
     expectUntouched(enable(true), addressTaken, 1);
+    EXPECT_FALSE(isUp("eth1"));
+}
+
+/* As with real ports, whose carrier comes some time after the link goes up. */
+TEST_F(NeighbourTest, NorWhenTheCarrierComesLater)
+{
+    const Neighbour neighbour("peer1", "192.168.20.9");
+    expectAnswer(enable(false), NW_OK, 1);
+    expectAnswer(addressSet("192.168.20.9"), NW_OK, 1);
+    neighbour.plug(false);
+    std::thread plugged([&] {
+        EXPECT_TRUE(eventually([] { return isUp("eth1"); }));
+        std::this_thread::sleep_for(std::chrono::milliseconds(700));
+        neighbour.plug(true);
+    });
+    const auto response = call(enable(true).bytes());
+    plugged.join();
+    ASSERT_TRUE(response.has_value());
+    EXPECT_EQ(response->uiResult, addressTaken);
     EXPECT_FALSE(isUp("eth1"));
 }
 
