@@ -236,8 +236,11 @@ NW_EXPORT NW_RESULT LIB_NW_SetAnPortConfig(const uint8_t *pstAnBitmap, const uin
  * auto-negotiation is on; ports 1 and 2: with auto-negotiation). */
 NW_EXPORT NW_RESULT LIB_NW_GetAnConfig(NW_AN_CFG_DB_INFO_S *pstAnCfgDbInfo);
 
+/* Kernel interface file: holds the character '1' while NC-SI is on. */
+#define NW_NCSI_ENABLE_FILE "/proc/sys/tollmere/ncsi/Enable"
+
 /* Turns NC-SI on in the kernel. NW_ERR_GENERAL while a set is in progress or NC-SI has not finished
- * initialising. */
+ * initialising. NW_OK also when the kernel did not take it: NW_NCSI_ENABLE_FILE tells. */
 NW_EXPORT NW_RESULT LIB_NW_EnableNcsi(void);
 /* 1 when NC-SI has finished initialising, else 0. */
 NW_EXPORT uint32_t LIB_NW_NcsiIsInitComplete(void);

@@ -7,7 +7,6 @@
 namespace {
 
 constexpr const char *NW_NCSI_INIT_FILE = "/proc/sys/tollmere/ncsi/InitComplete";
-constexpr const char *NW_NCSI_ENABLE_FILE = "/proc/sys/tollmere/ncsi/Enable";
 constexpr char NW_NCSI_ON = '1';
 constexpr uint8_t NW_SET_IN_PROGRESS = 1;
 

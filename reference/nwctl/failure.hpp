@@ -16,7 +16,7 @@ enum class Exit {
     internal = 1,  /* the configuration database or the program itself failed */
     usage = 2,     /* the command line cannot be understood */
     refused = 3,   /* a check refused the value; nothing was sent */
-    manager = 4,   /* the network manager refused the change */
+    manager = 4,   /* the network manager, or the kernel itself, refused the change */
     transport = 5, /* the network manager could not be reached or did not answer properly */
     notFound = 6,  /* the network, the resolver or the lease does not know what was asked for */
 };

@@ -4,12 +4,14 @@
  * NC-SI. */
 #include <cstring>
 #include <memory>
+#include <optional>
 
 #include <nlohmann/json.hpp>
 
 #include "bmc_platform.h"
 #include "network_mng/settings.h"
 #include "nwctl/sending.hpp"
+#include "settings/codes.hpp"
 #include "settings/manager_bytes.hpp"
 #include "settings/requests.hpp"
 
@@ -174,17 +176,45 @@ void requireNcsiReady()
     }
 }
 
+/* Is it on in the kernel? None where the kernel doesn't show it. */
+std::optional<bool> kernelNcsi()
+{
+    constexpr char enabled = '1';
+    char content = 0;
+    if (NW_ReadProc(NW_NCSI_ENABLE_FILE, sizeof(content), &content) != 0) {
+        return std::nullopt;
+    }
+    return content == enabled;
+}
+
 /* What the kernel has of NC-SI, and what it would have. */
 Json ncsiChanges()
 {
-    constexpr const char *enableFile = "/proc/sys/tollmere/ncsi/Enable";
-    constexpr char enabled = '1';
-    char content = 0;
-    const bool isKnown = NW_ReadProc(enableFile, sizeof(content), &content) == 0;
-    if (isKnown && content == enabled) {
+    const std::optional<bool> isOn = kernelNcsi();
+    if (isOn == true) {
         return Json::array();
     }
-    return Json::array({settings::changeOf("ncsi", nullptr, isKnown ? "off" : "unknown", "on")});
+    return Json::array({settings::changeOf("ncsi", nullptr, isOn ? "off" : "unknown", "on")});
+}
+
+/* LIB_NW_EnableNcsi answers 0 also when the kernel did not take it; the kernel itself tells. */
+NW_RESULT turnNcsiOn(const GivenOption &given)
+{
+    const NW_RESULT result = LIB_NW_EnableNcsi();
+    if (result != NW_OK) {
+        return result;
+    }
+
+    const std::optional<bool> isOn = kernelNcsi();
+    if (!isOn) {
+        throw Failure(Exit::manager, given.name, given.value,
+                      "the kernel does not show whether NC-SI is on");
+    }
+    if (!*isOn) {
+        throw Failure(Exit::manager, given.name, given.value, "the kernel still has NC-SI off",
+                      static_cast<NW_RESULT>(settings::Result::kernelRefused));
+    }
+    return NW_OK;
 }
 
 Sending prepareNcsi(const Arguments &arguments)
@@ -198,7 +228,7 @@ Sending prepareNcsi(const Arguments &arguments)
     Sending sending{.what = "NC-SI in the kernel", .given = {given}};
     sending.foreseen = ncsiChanges;
     sending.comparedWith = "what the kernel has";
-    sending.send = [](NW_OPER_LOG_S &) { return LIB_NW_EnableNcsi(); };
+    sending.send = [given](NW_OPER_LOG_S &) { return turnNcsiOn(given); };
     return sending;
 }
 

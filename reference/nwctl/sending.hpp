@@ -30,6 +30,7 @@ struct Sending {
     /* The same for what is no setting, as settings::changesOf tells it. */
     std::function<bmc::settings::Json()> foreseen{};
     std::string comparedWith = "what is stored"; /* by a dry run */
+    /* The library's result; throws Failure where that doesn't tell. */
     std::function<NW_RESULT(NW_OPER_LOG_S &log)> send{};
     /* Sentences of a success; by default the main slot's. */
     std::vector<std::string> (*sentences)(const NW_OPER_LOG_S &log) = nullptr;

@@ -257,6 +257,68 @@ TEST_F(RefusedHere, NcsiBeforeItHasFinishedInitialising)
     EXPECT_THAT(ran.err, HasSubstr("NC-SI has not finished initialising"));
 }
 
+struct NcsiRow {
+    const char *name;
+    const char *kernel; /* null: it shows nothing */
+    int write;          /* what it answers a write, which leaves it as it was */
+    const char *reason;
+    const char *code; /* null: none */
+};
+
+class NcsiWithoutEffect : public samples::ConfiguredTest,
+                          public ::testing::WithParamInterface<NcsiRow> {
+protected:
+    void SetUp() override
+    {
+        if (GetParam().kernel != nullptr) {
+            const std::string content = GetParam().kernel;
+            platform.setProc(enableFile, {content.begin(), content.end()});
+        }
+        platform.failProcWrite(enableFile, GetParam().write);
+    }
+
+    const std::string enableFile = "/proc/sys/tollmere/ncsi/Enable";
+};
+
+TEST_P(NcsiWithoutEffect, IsNoSuccess)
+{
+    const auto before = platform.proc(enableFile);
+    const auto ran = samples::runLine("ncsi set on --json");
+    const auto error = ran.json()["error"];
+
+    EXPECT_EQ(ran.status, Exit::manager);
+    EXPECT_EQ(error["status"], 4);
+    EXPECT_EQ(error["option"], "STATE");
+    EXPECT_EQ(error["value"], "on");
+    EXPECT_EQ(error["reason"], GetParam().reason);
+    EXPECT_EQ(error.value("code", nlohmann::json()),
+              GetParam().code != nullptr ? nlohmann::json(GetParam().code) : nlohmann::json());
+    EXPECT_EQ(platform.proc(enableFile), before);
+    EXPECT_THAT(platform.callsTo("NW_WriteProc"), ::testing::SizeIs(1));
+}
+
+TEST_P(NcsiWithoutEffect, IsSaidToPeople)
+{
+    const auto ran = samples::runLine("ncsi set on");
+
+    EXPECT_EQ(ran.out, "");
+    EXPECT_THAT(ran.err, ::testing::StartsWith(std::string("nwctl: STATE 'on': ") +
+                                               GetParam().reason + "\n"));
+}
+
+constexpr const char *stillOff = "the kernel still has NC-SI off";
+constexpr const char *notShown = "the kernel does not show whether NC-SI is on";
+/* clang-format off */
+const NcsiRow ncsiRows[] = {
+    {"FailedWrite",        "0",     -13, stillOff, "0x1e000002"},
+    {"WriteWithoutEffect", "0",     0,   stillOff, "0x1e000002"},
+    {"OtherCharacter",     "2",     0,   stillOff, "0x1e000002"},
+    {"EmptyFile",          "",      0,   stillOff, "0x1e000002"},
+    {"NoFile",             nullptr, -2,  notShown, nullptr},
+};
+/* clang-format on */
+INSTANTIATE_TEST_SUITE_P(Rows, NcsiWithoutEffect, ::testing::ValuesIn(ncsiRows), fake::RowName());
+
 TEST_F(RefusedHere, AnOverlapFromAnArpChangeIsNotLookedFor)
 {
     NW_LAN_CFG_DB_INFO_S record = samples::lanRecord();

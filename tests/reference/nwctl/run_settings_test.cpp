@@ -173,6 +173,16 @@ TEST_F(Answered, NcsiIsTurnedOnInTheKernel)
     EXPECT_THAT(sentRequests(), IsEmpty());
 }
 
+/* What counts is what the kernel shows, not how it answered the write. */
+TEST_F(Answered, NcsiThatIsOnStaysOn)
+{
+    platform.setProc("/proc/sys/tollmere/ncsi/Enable", {'1', '\n'});
+    platform.failProcWrite("/proc/sys/tollmere/ncsi/Enable", -13);
+
+    EXPECT_EQ(samples::runLine("ncsi set on").out,
+              "Done: NC-SI in the kernel; the operation log has no sentence.\n");
+}
+
 TEST_F(Answered, NcsiStaysOffInADryRun)
 {
     const auto ran = samples::runLine("ncsi set on --dry-run");

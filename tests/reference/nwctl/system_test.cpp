@@ -3,6 +3,7 @@
 /* Every setting through the real library, bus, network manager and database. */
 #include "system.hpp"
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
@@ -158,6 +159,25 @@ TEST_F(Commands, NcsiIsRefusedWithoutItsKernelInterface)
 {
     EXPECT_EQ(nwctl("ncsi set on").status, 3);
     EXPECT_EQ(shown("ncsi show", "/initialisation"), "not complete");
+}
+
+/* The kernel's files where the platform keeps them; a directory takes no write. */
+TEST_F(Commands, NcsiIsOnInTheKernelOrNoSuccess)
+{
+    namespace fs = std::filesystem;
+    const fs::path proc = fs::path(std::getenv("BMC_STATE_DIR")) / "proc";
+    const fs::path directory = proc / "proc/sys/tollmere/ncsi";
+    fs::create_directories(directory / "Enable");
+    std::ofstream(directory / "InitComplete") << "1\n";
+
+    const Outcome refused = nwctl("ncsi set on");
+    fs::remove(directory / "Enable");
+    const Outcome done = nwctl("ncsi set on");
+    fs::remove_all(proc);
+
+    EXPECT_EQ(refused.status, 4);
+    EXPECT_THAT(refused.errors, HasSubstr("the kernel does not show whether NC-SI is on"));
+    EXPECT_EQ(done.status, 0) << done.errors;
 }
 
 class File : public Commands {
