@@ -111,7 +111,6 @@ Process::Process(const std::vector<std::string> &words, const std::vector<std::s
                  const std::string &input)
     : name_(words.at(0))
 {
-    // Memory is taken before the fork: another thread may hold the heap's lock across it.
     std::vector<std::string> arguments = words;
     std::vector<std::string> variables = environmentWith(environment);
     const auto argumentPointers = pointersTo(arguments);
@@ -121,15 +120,15 @@ Process::Process(const std::vector<std::string> &words, const std::vector<std::s
             execvpe(argumentPointers[0], argumentPointers.data(), variablePointers.data());
             return 127;
         },
-        input);
+        input, Memory::lent);
 }
 
 Process::Process(const std::function<int()> &work) : name_("a child")
 {
-    start(work, {});
+    start(work, {}, Memory::copied);
 }
 
-void Process::start(const std::function<int()> &work, const std::string &input)
+void Process::start(const std::function<int()> &work, const std::string &input, Memory memory)
 {
     const int stdinStream = newStream(input);
     output_ = newStream();
@@ -137,7 +136,7 @@ void Process::start(const std::function<int()> &work, const std::string &input)
     std::cout.flush();
     std::fflush(nullptr); // or both would write what stands in the buffers
 
-    pid_ = fork();
+    pid_ = memory == Memory::lent ? vfork() : fork();
     if (pid_ == 0) {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         dup2(stdinStream, STDIN_FILENO);

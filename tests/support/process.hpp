@@ -60,7 +60,10 @@ protected:
     explicit Process(const std::function<int()> &work);
 
 private:
-    void start(const std::function<int()> &work, const std::string &input);
+    // This process's memory, which a program that is about to begin needs no copy of.
+    enum class Memory { copied, lent };
+
+    void start(const std::function<int()> &work, const std::string &input, Memory memory);
     void look(int options);
 
     std::string name_;
