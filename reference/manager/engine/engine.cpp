@@ -141,6 +141,7 @@ void Engine::commit(Batch &batch, const Ledger &ledger, bool isBusy, const char 
         batch.put(ledgerRecord, ledger.record());
     }
     store_.commit(batch, what, lastly);
+    isBusy_ = isBusy;
     ledger_ = ledger;
 }
 

@@ -25,9 +25,9 @@ public:
 
     /* Ends what a predecessor left half done and makes the stored configuration so, as far as
      * kernel and system let it: what they refuse is logged and tried again. Where the database
-     * cannot be read or written, that holds for the last good configuration, changes are refused,
-     * and the start is tried again. Throws Refusal when a record is missing or the journal is of an
-     * unknown format. */
+     * cannot be read or written, or the journal is not known, that holds for the last good
+     * configuration, changes are refused, and the start is tried again. Throws Refusal when there
+     * is no configuration. */
     void start();
 
     /* Two durable commits: before anything is touched the intent, and the outcome once kernel and
@@ -85,6 +85,7 @@ private:
     Store store_;
     Ledger ledger_;       /* as it is stored */
     bool isOpen_ = false; /* the journal is */
+    bool isBusy_ = false; /* the status that readers see */
     bool isStarted_ = false;
     Items asked_;                   /* addresses that no neighbour has */
     Clock::time_point partnerBy_{}; /* of links that the change has set up */

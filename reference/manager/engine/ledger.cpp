@@ -125,9 +125,16 @@ void Ledger::add(const Items &items)
 
 void Ledger::claim(const World &wanted, const Actual &actual)
 {
+    const auto canBeMade = [&](const Item &item) {
+        return actual.links.contains(item.subject) ||
+               std::ranges::any_of(wanted.items, [&](const Item &maker) {
+                   return (maker.kind == Kind::bond || maker.kind == Kind::vlan) &&
+                          maker.subject == item.subject;
+               });
+    };
     std::erase_if(found_, [&](const Item &value) { return isToBeMade(value, actual); });
     for (const Item &item : wanted.items) {
-        if (isListed(item) && !actual.items.contains(item)) {
+        if (isListed(item) && !actual.items.contains(item) && canBeMade(item)) {
             owned_.insert(item);
         }
         if (!rowOf(item.kind).comesBack || isWanted(found_, item)) {

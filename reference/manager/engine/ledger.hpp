@@ -45,9 +45,9 @@ public:
 
     void add(const Items &items);
 
-    /* What is going to be added is the manager's own, but for what is there already, and values
-     * that it is going to set for the first time are noted as they are found. Those of an interface
-     * that has gone are forgotten. */
+    /* What is going to be added is the manager's own, but for what is there already and what waits
+     * for its interface. Values that it is going to set for the first time are noted as they are
+     * found; those of an interface that has gone are forgotten. */
     void claim(const World &wanted, const Actual &actual);
 
     /* What is neither wanted nor there is no longer the manager's: who makes it so from now on is

@@ -91,7 +91,7 @@ void Engine::start()
     try {
         startFromRecords();
         isStarted_ = true;
-    } catch (const DatabaseFailure &failure) {
+    } catch (const Refusal &failure) {
         log(Level::error, std::string("start: ") + failure.what() +
                               "; the last good configuration holds and cannot be changed");
         if (!tryAgainAt_) {
@@ -150,7 +150,8 @@ void Engine::rest()
     backOff_ = {};
 }
 
-/* What is left to do may have become possible. Nothing is written while it hasn't. */
+/* What is left to do may have become possible. Nothing is written while it hasn't, but for an
+ * outcome that could not be written. */
 void Engine::tryAgain()
 {
     tryAgainLater(); /* unless all of it succeeds */
@@ -172,12 +173,14 @@ void Engine::tryAgain()
     } catch (const MachineError &) {
         made.isRead = false;
     }
-    if (!made.isRead || !made.left.empty()) {
-        return;
+    const bool isSo = made.isRead && made.left.empty();
+    if (isSo || isBusy_) {
+        commitOutcome(configuration, configuration, made, isOpen_ && !isSo);
     }
-    commitOutcome(configuration, configuration, made);
-    rest();
-    log(Level::information, "kernel and system are in line with the records");
+    if (isSo) {
+        rest();
+        log(Level::information, "kernel and system are in line with the records");
+    }
 }
 
 /* Suspended bits rest while the watchdog timer runs. */

@@ -37,7 +37,12 @@ constexpr std::chrono::milliseconds carrierInterval{20};
 
 class PacketSocket {
 public:
-    PacketSocket() : descriptor_(socket(AF_PACKET, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {}
+    PacketSocket() : descriptor_(socket(AF_PACKET, SOCK_DGRAM | SOCK_CLOEXEC, 0))
+    {
+        if (!descriptor_) {
+            throw MachineError(std::generic_category().message(errno));
+        }
+    }
 
     /* From now on what arrives on the interface can be received. */
     bool listen(unsigned interface) const
@@ -136,14 +141,15 @@ ether_arp requestOf(const Mac &mac, const Ipv4Bytes &sender, const Ipv4Bytes &ad
 } // namespace
 
 void announce(const std::string &interface, const Ipv4Bytes &address)
-{
+try {
     const PacketSocket socket;
     Mac mac{};
     if (!socket.macOf(interface, mac) ||
         !socket.broadcast(if_nametoindex(interface.c_str()), requestOf(mac, address, address))) {
-        log(Level::error,
-            "ARP announcement on " + interface + ": " + std::generic_category().message(errno));
+        throw MachineError(std::generic_category().message(errno));
     }
+} catch (const MachineError &error) {
+    log(Level::error, "ARP announcement on " + interface + ": " + error.what());
 }
 
 bool isTakenByNeighbour(const std::string &interface, const Ipv4Bytes &address,
@@ -151,16 +157,14 @@ bool isTakenByNeighbour(const std::string &interface, const Ipv4Bytes &address,
 {
     constexpr Ipv4Bytes nobody{};
     const PacketSocket socket;
-    const unsigned index = if_nametoindex(interface.c_str());
-    if (index == 0) {
-        return false;
-    }
     Mac mac{};
-    if (!socket.macOf(interface, mac) || !socket.listen(index)) {
-        throw MachineError("cannot ask the neighbours: " + std::generic_category().message(errno));
-    }
-    if (!hasCarrierBy(socket, interface, partnerBy)) {
+    const bool isMissing = !socket.macOf(interface, mac) && errno == ENODEV;
+    if (isMissing || !hasCarrierBy(socket, interface, partnerBy)) {
         return false;
+    }
+    const unsigned index = if_nametoindex(interface.c_str());
+    if (index == 0 || !socket.macOf(interface, mac) || !socket.listen(index)) {
+        throw MachineError("cannot ask the neighbours: " + std::generic_category().message(errno));
     }
     for (unsigned probe = 0; probe < probeCount; probe++) {
         socket.broadcast(index, requestOf(mac, nobody, address));

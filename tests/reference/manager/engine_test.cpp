@@ -348,6 +348,25 @@ TEST_F(EngineTest, OutcomeThatCannotBeWrittenIsTriedAgain)
     EXPECT_TRUE(isDoneLater());
 }
 
+/* What cannot be made so keeps nobody from writing what is. */
+TEST_F(EngineTest, StatusIsWrittenThoughSomethingIsLeft)
+{
+    ASSERT_EQ(change(servedPorts()), 0U);
+    std::erase_if(machine_.kernel.actual.items,
+                  [](const Item &item) { return item.kind == Kind::address; });
+    machine_.faultOf = [](const Step &step) {
+        setRoom(false);
+        return step.item.address.family == AF_INET6 ? Fault::before : Fault::none;
+    };
+    EXPECT_THROW(engine_->restart(), bmc::manager::Refusal);
+    EXPECT_EQ(status(), 1);
+    machine_.faultOf = [](const Step &step) {
+        return step.item.address.family == AF_INET6 ? Fault::before : Fault::none;
+    };
+    setRoom(true);
+    EXPECT_TRUE(isDoneLater());
+}
+
 /* The successor of one that was killed at any step makes the former configuration so. */
 TEST_F(EngineTest, SuccessorEndsWhatIsHalfDone)
 {

@@ -283,6 +283,15 @@ TEST_F(FirstJournalTest, LaterFormatIsNotMissed)
     stopManager();
     EXPECT_EQ(store.read(bmc::manager::journalHeadRecord).version, 3);
 
+    /* Nor one whose head is longer. */
+    using Longer = std::array<std::uint8_t, 64>;
+    store.put(bmc::manager::Record<Longer>{bmc::manager::journalHeadRecord.key, "head"}, {4});
+    shell("ip address flush dev eth1");
+    startManager();
+    EXPECT_EQ(kernelAddresses("eth1"), addressesFor(2));
+    expectUntouched(changeTo(9), databaseFailed, 1);
+    stopManager();
+
     const Outcome outcome = runManager({"--init", EXAMPLE_FILE, "--force"});
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
     startManager();

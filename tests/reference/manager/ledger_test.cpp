@@ -104,6 +104,21 @@ TEST(Ledger, ALinkModeThatIsNotToldStillComesBack)
     EXPECT_FALSE(plan(ledger.withFound({}), kernel.actual, {}).empty());
 }
 
+/* On an interface that is not there nothing is made; one that is to be made is another matter. */
+TEST(Ledger, WhatCannotBeMadeIsNotClaimed)
+{
+    ModelKernel kernel(true);
+    kernel.removeLink("eth1");
+    Ledger ledger;
+    ledger.claim({{addressOn("eth1", "192.0.2.1", 24)}}, kernel.actual);
+    EXPECT_EQ(ledger, Ledger());
+
+    const Item bond{Kind::bond, "bond0"};
+    const Item address = addressOn("bond0", "192.0.2.1", 24);
+    ledger.claim({{bond, address}}, kernel.actual);
+    EXPECT_EQ(ledger.owned(), (Items{bond, address}));
+}
+
 /* Nothing is left to do for it, so that it is forgotten. */
 TEST(Ledger, OfAnInterfaceThatIsGoneNothingComesBack)
 {
