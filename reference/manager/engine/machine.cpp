@@ -8,6 +8,7 @@
 
 #include "manager/kernel/kernel.hpp"
 #include "manager/kernel/link_mode.hpp"
+#include "manager/log.hpp"
 #include "manager/system/system.hpp"
 
 namespace bmc::manager {
@@ -55,7 +56,12 @@ public:
 
     Conditions conditions() override
     {
-        return {isWatchdogRunning()};
+        try {
+            conditions_ = {isWatchdogRunning()};
+        } catch (const MachineError &error) {
+            log(Level::error, std::string("as it was: ") + error.what());
+        }
+        return conditions_;
     }
 
 private:
@@ -89,6 +95,7 @@ private:
 
     Kernel kernel_;
     System system_;
+    Conditions conditions_;
 };
 
 } // namespace

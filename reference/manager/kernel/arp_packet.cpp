@@ -35,6 +35,11 @@ constexpr std::chrono::milliseconds probeInterval{100};
 constexpr unsigned probeCount = 2;
 constexpr std::chrono::milliseconds carrierInterval{20};
 
+[[noreturn]] void cannotAsk()
+{
+    throw MachineError("cannot ask the neighbours: " + std::generic_category().message(errno));
+}
+
 class PacketSocket {
 public:
     PacketSocket() : descriptor_(socket(AF_PACKET, SOCK_DGRAM | SOCK_CLOEXEC, 0))
@@ -77,13 +82,20 @@ public:
         }
     }
 
+    /* One that cannot tell is asked over. An interface that is down, or gone, has none. */
     bool hasCarrier(const std::string &interface) const
     {
         ethtool_value link{ETHTOOL_GLINK, 0};
         ifreq request{};
         interface.copy(request.ifr_name, sizeof(request.ifr_name) - 1);
         request.ifr_data = reinterpret_cast<char *>(&link);
-        return ioctl(descriptor_.get(), SIOCETHTOOL, &request) == 0 && link.data != 0;
+        if (ioctl(descriptor_.get(), SIOCETHTOOL, &request) == 0) {
+            return link.data != 0;
+        }
+        if (errno != EOPNOTSUPP && errno != ENODEV) {
+            cannotAsk();
+        }
+        return errno == EOPNOTSUPP;
     }
 
     bool macOf(const std::string &interface, Mac &mac) const
@@ -164,10 +176,12 @@ bool isTakenByNeighbour(const std::string &interface, const Ipv4Bytes &address,
     }
     const unsigned index = if_nametoindex(interface.c_str());
     if (index == 0 || !socket.macOf(interface, mac) || !socket.listen(index)) {
-        throw MachineError("cannot ask the neighbours: " + std::generic_category().message(errno));
+        cannotAsk();
     }
     for (unsigned probe = 0; probe < probeCount; probe++) {
-        socket.broadcast(index, requestOf(mac, nobody, address));
+        if (!socket.broadcast(index, requestOf(mac, nobody, address))) {
+            cannotAsk();
+        }
         if (socket.hearsClaim(address, mac, Clock::now() + probeInterval)) {
             return true;
         }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "manager/system/system.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <system_error>
@@ -25,12 +26,24 @@ std::filesystem::path resolverFile()
 /* More than any of the files should have. */
 constexpr std::size_t fileLimit = 64 << 10;
 
+/* Whether the file may be one to be read all the same. */
+bool isPassing(const std::error_code &error)
+{
+    constexpr std::errc passing[] = {std::errc::too_many_files_open,
+                                     std::errc::too_many_files_open_in_system,
+                                     std::errc::not_enough_memory, std::errc::io_error};
+    return std::ranges::any_of(passing, [&](std::errc reason) { return error == reason; });
+}
+
 /* Empty when there is no such file, or it is none to be read. */
 std::string contentOf(const std::filesystem::path &path)
 {
     try {
         return readFile(path, fileLimit);
-    } catch (const std::system_error &) {
+    } catch (const std::system_error &error) {
+        if (isPassing(error.code())) {
+            throw MachineError(error.what());
+        }
         return "";
     }
 }

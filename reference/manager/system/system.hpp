@@ -13,7 +13,7 @@ namespace bmc::manager {
 class System {
 public:
     /* Adds what the system holds. What the LLDP agent was told last stands for what it does, since
-     * it doesn't say. */
+     * it doesn't say. Throws MachineError. */
     void read(Items &items) const;
 
     /* Sets a value. Throws MachineError. */
@@ -27,7 +27,7 @@ private:
 };
 
 /* Whether the watchdog timer runs: the platform's file watchdog-running in the state directory
- * begins with 1. */
+ * begins with 1. Throws MachineError. */
 bool isWatchdogRunning();
 
 } // namespace bmc::manager

@@ -3,10 +3,13 @@
 #include "failing_calls.hpp"
 
 #include <cerrno>
+#include <cstdarg>
 #include <cstdlib>
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <linux/sockios.h>
+#include <sys/ioctl.h>
 #include <sys/mman.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -26,12 +29,11 @@ nwtest::FailingCalls *calls()
     return shared;
 }
 
-bool isNetlink(int descriptor)
+bool isOf(int family, int descriptor)
 {
     int domain = 0;
     socklen_t size = sizeof(domain);
-    return getsockopt(descriptor, SOL_SOCKET, SO_DOMAIN, &domain, &size) == 0 &&
-           domain == AF_NETLINK;
+    return getsockopt(descriptor, SOL_SOCKET, SO_DOMAIN, &domain, &size) == 0 && domain == family;
 }
 
 /* Answers whether this call is to fail. */
@@ -66,7 +68,7 @@ extern "C" [[gnu::visibility("default")]] ssize_t recvmsg(int descriptor, msghdr
                                                           int flags)
 {
     static const auto real = next<ssize_t (*)(int, msghdr *, int)>("recvmsg");
-    if (isNetlink(descriptor) && fails(&nwtest::FailingCalls::received)) {
+    if (isOf(AF_NETLINK, descriptor) && fails(&nwtest::FailingCalls::received)) {
         errno = ENOBUFS;
         return -1;
     }
@@ -77,11 +79,39 @@ extern "C" [[gnu::visibility("default")]] ssize_t sendmsg(int descriptor, const 
                                                           int flags)
 {
     static const auto real = next<ssize_t (*)(int, const msghdr *, int)>("sendmsg");
-    if (isNetlink(descriptor) && fails(&nwtest::FailingCalls::sent)) {
+    if (isOf(AF_NETLINK, descriptor) && fails(&nwtest::FailingCalls::sent)) {
         errno = ENOBUFS;
         return -1;
     }
     return real(descriptor, message, flags);
+}
+
+extern "C" [[gnu::visibility("default")]] ssize_t sendto(int descriptor, const void *content,
+                                                         size_t size, int flags, const sockaddr *to,
+                                                         socklen_t toSize)
+{
+    static const auto real =
+        next<ssize_t (*)(int, const void *, size_t, int, const sockaddr *, socklen_t)>("sendto");
+    if (isOf(AF_PACKET, descriptor) && fails(&nwtest::FailingCalls::asked)) {
+        errno = ENOBUFS;
+        return -1;
+    }
+    return real(descriptor, content, size, flags, to, toSize);
+}
+
+extern "C" [[gnu::visibility("default")]] int ioctl(int descriptor, unsigned long request, ...)
+{
+    static const auto real = next<int (*)(int, unsigned long, ...)>("ioctl");
+    va_list arguments;
+    va_start(arguments, request);
+    void *argument = va_arg(arguments, void *);
+    va_end(arguments);
+    if (request == SIOCETHTOOL && isOf(AF_PACKET, descriptor) &&
+        fails(&nwtest::FailingCalls::link)) {
+        errno = ENOMEM;
+        return -1;
+    }
+    return real(descriptor, request, argument);
 }
 
 extern "C" [[gnu::visibility("default")]] ssize_t pwrite(int descriptor, const void *content,

@@ -17,6 +17,8 @@ struct Countdown {
 struct FailingCalls {
     Countdown received; /* recvmsg on netlink sockets: ENOBUFS, the message stays in the queue */
     Countdown sent;     /* sendmsg on netlink sockets: ENOBUFS */
+    Countdown link;     /* ioctl on packet sockets about an interface's link: ENOMEM */
+    Countdown asked;    /* sendto on packet sockets: ENOBUFS */
     Countdown meta;     /* writes of a meta page of the database: EIO */
     std::atomic<int> failed;
 };

@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include "failing_calls.hpp"
+#include "far_host.hpp"
 #include "manager/engine/journal.hpp"
 #include "requests.hpp"
 
@@ -159,6 +160,19 @@ TEST_F(Fault, NothingWorksAnyMore)
     }
     EXPECT_TRUE(results.contains(notRestored));
     EXPECT_TRUE(results.contains(kernelRefused)); /* before anything was touched */
+}
+
+/* Neighbours that cannot be asked are no neighbours that are silent. */
+TEST_F(Fault, NeighbourThatCannotBeAsked)
+{
+    const support::FarHost neighbour("peer1");
+    neighbour.own("192.168.20.9/24");
+    for (const auto member : {&FailingCalls::link, &FailingCalls::asked}) {
+        (calls_->*member).left = 1;
+        expectUntouched(changeTo(9), kernelRefused, 1);
+        EXPECT_EQ((calls_->*member).left, 0);
+        EXPECT_EQ(kernelAddresses("eth1"), addressesFor(2));
+    }
 }
 
 /* Nobody can know whether the commit was made: the manager claims nothing and ends, and the next
