@@ -55,7 +55,7 @@ function(nw_opened_namespaces file out)
 endfunction()
 
 # nw_unite_tests(<list> <name>)
-# Replaces the tests in the list of that name by files of a few tests each. What many tests draw
+# Replaces the tests in the list of that name by files of some tests each. What many tests draw
 # from the test framework is then made once for all of them, which halves their time. Each test
 # keeps its names to itself: headers come first, then the tests, each in a namespace of its own.
 function(nw_unite_tests list name)
@@ -69,7 +69,7 @@ function(nw_unite_tests list name)
 
     set(united)
     while(remaining GREATER 0)
-        list(SUBLIST tests 0 5 group)
+        list(SUBLIST tests 0 9 group)
         list(REMOVE_ITEM tests ${group})
         list(LENGTH tests remaining)
 
