@@ -9,6 +9,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "nwctl/danger.hpp"
 #include "nwctl/manager_client.hpp"
 #include "nwctl/sending.hpp"
 #include "platform/records.hpp"
@@ -128,10 +129,12 @@ Rows dryRunHeadingOf(const Json &changes)
                                   : ":"))};
 }
 
-void print(Rows rows, const Json &changes, const std::vector<std::string> &notes, Session &session)
+void print(Rows rows, const Json &changes, const std::vector<std::string> &notes, Session &session,
+           Rows further = {})
 {
     rows.push_back(changesRow(changes));
     rows.push_back(notesRow(notes));
+    std::ranges::move(further, std::back_inserter(rows));
     session.answer(rows);
 }
 
@@ -154,14 +157,14 @@ void requireDone(const Json &answer)
                   result);
 }
 
-void printAnswer(const std::string &text, Session &session)
+void printAnswer(const std::string &text, const Confirmation &confirmation, Session &session)
 {
     try {
         const Json answer = Json::parse(text);
         requireDone(answer);
         const Json &changes = answer.at(manager1::changesKey);
         print(headingOf(changes, answer.value(manager1::mendedKey, false)), changes,
-              answer.at(manager1::notesKey), session);
+              answer.at(manager1::notesKey), session, confirmation.rows());
     } catch (const Json::exception &) {
         failAnswer();
     }
@@ -170,12 +173,14 @@ void printAnswer(const std::string &text, Session &session)
 void apply(const Arguments &arguments, Session &session)
 {
     const std::string text = contentsOf(arguments.value(fileArgument));
+    std::string danger;
     {
         const bmc::Snapshot snapshot;
         const Configuration present = readConfiguration();
         const settings::Reading reading = readingOf(text, present);
         const bool isDryRun = arguments.has("--dry-run");
         const Configuration after = foreseen(reading, present, isDryRun);
+        danger = dangerOf(present, after, arguments);
         if (isDryRun) {
             const Json changes =
                 settings::changesOf(settings::differences(present, after), present.state);
@@ -184,7 +189,14 @@ void apply(const Arguments &arguments, Session &session)
             return;
         }
     }
-    printAnswer(askManager(manager1::applyMethod, text), session);
+    const Confirmation confirmation(arguments, danger);
+    try {
+        printAnswer(applyByManager(text), confirmation, session);
+    } catch (const Failure &failure) {
+        confirmation.cancel(failure);
+        throw;
+    }
+    confirmation.ask(session);
 }
 
 /* A document in every form of answer. Stored bytes that are no text are shown as such, which no
@@ -214,6 +226,7 @@ void addApplyCommands(std::vector<Command> &commands)
                           "JSON document as of export, whole or in part; - for standard input"},
                          dryRunFlag()},
                         apply});
+    std::ranges::copy(guardParameters(), std::back_inserter(commands.back().parameters));
 }
 
 } // namespace nwctl

@@ -76,6 +76,7 @@ void addShowCommands(std::vector<Command> &commands);
 void addSetCommands(std::vector<Command> &commands);
 void addRequestCommands(std::vector<Command> &commands);
 void addApplyCommands(std::vector<Command> &commands);
+void addCheckpointCommands(std::vector<Command> &commands);
 void addCheckCommands(std::vector<Command> &commands);
 void addDiscoveryCommands(std::vector<Command> &commands);
 void addChassisCommands(std::vector<Command> &commands);

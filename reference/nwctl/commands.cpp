@@ -44,9 +44,10 @@ std::span<const Group> groups()
 std::vector<Command> commands()
 {
     std::vector<Command> rows;
-    for (const auto add : {addStatusCommands, addShowCommands, addSetCommands, addRequestCommands,
-                           addApplyCommands, addCheckCommands, addDiscoveryCommands,
-                           addChassisCommands, addQueueCommands, addHeartbeatCommands}) {
+    for (const auto add :
+         {addStatusCommands, addShowCommands, addSetCommands, addRequestCommands, addApplyCommands,
+          addCheckpointCommands, addCheckCommands, addDiscoveryCommands, addChassisCommands,
+          addQueueCommands, addHeartbeatCommands}) {
         add(rows);
     }
     return rows;

@@ -1,15 +1,26 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
 /* The network manager's typed interface, asked. Whoever links the commands without a bus has
- * functions of these names of its own. */
+ * functions of these names of its own. All throw Failure: transport without an answer, manager for
+ * a refusal that is no answer of its own. */
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace nwctl {
 
-/* The answer to the method of rpc/manager1.hpp. Throws Failure (transport) without one. */
-std::string askManager(const char *method, const std::string &document);
+/* The answer of rpc/manager1.hpp to a document that shall be applied, whatever it does to those who
+ * come in over the ports. */
+std::string applyByManager(const std::string &document);
+
+/* What holds now comes back in that time unless it is confirmed. Answers the checkpoint's token. */
+std::string setCheckpoint(unsigned seconds);
+enum class CheckpointEnd { confirm, revert };
+/* With an empty token as one who may change the network. */
+void endCheckpoint(CheckpointEnd end, const std::string &token);
+/* Seconds that are left to confirm, if there is a checkpoint. */
+std::optional<unsigned> pendingSeconds();
 
 /* Does the bus refuse what this user asks the network manager? Then a call without an answer was
  * never delivered. Blocks for a moment. */

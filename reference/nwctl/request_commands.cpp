@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 /* Requests that are more, or less, than a change of settings: shared link, ARP suspension, restart,
  * NC-SI. */
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <memory>
 #include <optional>
 
@@ -46,6 +48,7 @@ Sending prepareShareLink(const Arguments &arguments)
     sending.commands = isBonded ? std::vector{NW_CMD_SET_LAN, NW_CMD_SET_NET_MODE}
                                 : std::vector{NW_CMD_SET_NET_MODE, NW_CMD_SET_LAN};
     sending.changes = isBonded ? std::vector{lan, network} : std::vector{network, lan};
+    sending.isGuarded = true;
     sending.send = [mode](NW_OPER_LOG_S &) { return LIB_NW_ChangeShareLinkMode(mode); };
     return sending;
 }
@@ -246,6 +249,8 @@ void addRequestCommands(std::vector<Command> &commands)
     const Parameter dryRun = dryRunFlag();
     const settings::Setting &suspend = *settings::findSetting(Section::lan, "arp-suspend");
     const Parameter shareLink{Kind::required, "MODE", settings::listed(shareLinkWords)};
+    std::vector<Parameter> shareLinkParameters{shareLink, dryRun};
+    std::ranges::copy(guardParameters(), std::back_inserter(shareLinkParameters));
     const Parameter seconds{Kind::optional, "SECONDS",
                             "delay, 0 to " + std::to_string(settings::longestRestartDelay) +
                                 "; 0 without it"};
@@ -254,7 +259,7 @@ void addRequestCommands(std::vector<Command> &commands)
                               settings::valueNameOf(suspend)};
     /* clang-format off */
     commands.insert(commands.end(), {
-        {"share-link", "set", "Change the network mode and the second port's LAN together", "share-link set shared", {shareLink, dryRun}, request<prepareShareLink>},
+        {"share-link", "set", "Change the network mode and the second port's LAN together", "share-link set shared", shareLinkParameters, request<prepareShareLink>},
         {"", "restart", "Ask the network manager to restart the network", "restart 5", {seconds, dryRun}, request<prepareRestart>},
         {"arp", "suspend", "Set what of ARP rests on a port while the watchdog timer runs", "arp suspend eth1 --arp-suspend both", {portParameter(), suspended, dryRun}, request<prepareSuspend>},
         {"arp", "status", "Ask what of ARP rests on a port while the watchdog timer runs", "arp status eth1", {portParameter(), dryRun}, request<prepareArpStatus>},

@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "common/text.hpp"
+#include "nwctl/danger.hpp"
 #include "nwctl/manager_client.hpp"
 #include "platform/records.hpp"
 #include "settings/foresight.hpp"
@@ -267,7 +268,7 @@ void requireNoOverlap(const Configuration &present, const Sending &sending)
     }
 }
 
-void send(const Sending &sending, Session &session)
+void send(const Sending &sending, const Confirmation &confirmation, Session &session)
 {
     NW_OPER_LOG_S log{};
     const NW_RESULT result = resultOf(sending, sending.send(log), log);
@@ -285,6 +286,9 @@ void send(const Sending &sending, Session &session)
         rows.push_back(line("Done: " + sending.what + "; the operation log has no sentence."));
     }
     addNotes(sending, rows);
+    if (!sending.changes.empty()) {
+        std::ranges::move(confirmation.rows(), std::back_inserter(rows));
+    }
     session.answer(rows);
 }
 
@@ -302,23 +306,60 @@ void tell(const Sending &sending, Session &session)
     session.answer(rows);
 }
 
+namespace {
+
+/* What the manager is going to refuse cuts nobody off; of what cannot be read nothing is known. */
+std::string dangerOf(const Sending &sending, const Arguments &arguments)
+{
+    if (!sending.isGuarded || sending.changes.empty()) {
+        return "";
+    }
+    std::optional<Configuration> present;
+    std::optional<Configuration> after;
+    try {
+        present = readConfiguration();
+        after = foresee(*present, sending);
+    } catch (const Failure &) {
+        return "";
+    }
+    return dangerOf(*present, *after, arguments);
+}
+
+} // namespace
+
 void carryOut(const std::function<Sending()> &prepare, const Arguments &arguments, Session &session)
 {
     Sending sending;
+    std::string danger;
     {
         const bmc::Snapshot snapshot; /* ends before the library reads back what was changed */
         sending = prepare();
+        danger = dangerOf(sending, arguments);
         if (arguments.has("--dry-run")) {
             tell(sending, session);
             return;
         }
     }
-    send(sending, session);
+    const Confirmation confirmation(arguments, danger);
+    try {
+        send(sending, confirmation, session);
+    } catch (const Failure &failure) {
+        confirmation.cancel(failure);
+        throw;
+    }
+    confirmation.ask(session);
 }
 
 Parameter dryRunFlag()
 {
     return flag("--dry-run", "make every check, send nothing, tell what would be");
+}
+
+std::vector<Parameter> guardParameters()
+{
+    std::vector<Parameter> parameters = confirmationParameters();
+    parameters.push_back(forceFlag());
+    return parameters;
 }
 
 Row changesRow(const Json &changes)

@@ -10,6 +10,7 @@
 
 #include "network_mng/operate_log.h"
 #include "network_mng/rpc.h"
+#include "nwctl/confirmation.hpp"
 #include "nwctl/stored.hpp"
 #include "settings/change.hpp"
 #include "settings/difference.hpp"
@@ -25,6 +26,7 @@ struct Sending {
     std::optional<NamedPort> port{};      /* none: not the settings of one port */
     Given given{};                        /* what changes, in the user's words */
     std::vector<std::string> notes{};     /* what is to be known of it */
+    bool isGuarded = false;               /* it may cut off those who come in over the ports */
     /* What becomes of the stored settings, one behind the other; none where nothing is stored. */
     std::vector<bmc::settings::Change> changes{};
     /* The same for what is no setting, as settings::changesOf tells it. */
@@ -51,7 +53,7 @@ const char *reasonOf(const bmc::settings::Refusal &refusal);
 
 /* Sends the change and prints its sentences. Throws Failure: manager or transport, with the
  * sentence of the failed change. */
-void send(const Sending &sending, Session &session);
+void send(const Sending &sending, const Confirmation &confirmation, Session &session);
 
 /* Tells what would be sent, and what it would change. Throws Failure (refused). */
 void tell(const Sending &sending, Session &session);
@@ -62,6 +64,8 @@ void carryOut(const std::function<Sending()> &prepare, const Arguments &argument
 
 /* The flag --dry-run. */
 Parameter dryRunFlag();
+/* What those may be told that may cut somebody off. */
+std::vector<Parameter> guardParameters();
 
 /* Settings that have changed or would, as settings::changesOf tells them: old and new, a line each;
  * the key "changes". */

@@ -5,6 +5,8 @@
 #include <array>
 #include <cstdio>
 
+#include <unistd.h>
+
 #include "common/text.hpp"
 #include "settings/codes.hpp"
 
@@ -81,6 +83,17 @@ void Session::remark(const std::string &text)
 {
     out_.flush();
     err_ << "nwctl: " << bmc::escaped(text) << "\n";
+}
+
+void Session::prompt(const std::string &text)
+{
+    out_.flush();
+    err_ << text << std::flush;
+}
+
+bool Session::isInteractive() const
+{
+    return !wantsJson_ && isatty(STDIN_FILENO) != 0 && isatty(STDERR_FILENO) != 0;
 }
 
 void Session::report(const Failure &told)

@@ -24,6 +24,10 @@ public:
     void print(const std::string &text);
     /* A remark beside the answer. */
     void remark(const std::string &text);
+    /* A question to whoever sits at the terminal. */
+    void prompt(const std::string &text);
+    /* Somebody may be asked: input and messages are a terminal's, and no document is wanted. */
+    bool isInteractive() const;
     /* Reports the failure, in JSON as the answer itself. */
     void report(const Failure &failure);
 

@@ -274,6 +274,7 @@ Sending prepare(const SetCommand &row, const Arguments &arguments, Session &sess
         sending.notes = notesOf(row, arguments, *sending.port);
     }
     sending.changes = {change};
+    sending.isGuarded = true;
     sending.send = [change, &setter](NW_OPER_LOG_S &log) { return setter.send(change, log); };
     if (row.section == Section::lan) {
         sending.sentences = lanSentences;
@@ -304,6 +305,7 @@ std::vector<Parameter> parametersOf(const SetCommand &row)
                               settings::valueNameOf(receiveSwitch())});
     }
     parameters.push_back(dryRunFlag());
+    std::ranges::copy(guardParameters(), std::back_inserter(parameters));
     if (std::string_view(row.group) == "lan") {
         parameters.push_back(flag("--no-check", "send the change even when it makes two networks "
                                                 "overlap or a route meet another port"));

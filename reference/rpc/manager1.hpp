@@ -3,17 +3,38 @@
 /* The network manager's typed interface, on the bus name of its service: configurations as JSON
  * documents, whole or in part, all or nothing.
  *
- *   method Apply(in s document, out s answer)    makes the change
- *   method Check(in s document, out s answer)    foresees what Apply would do and changes nothing
+ *   method Apply(in s document, in a{sv} options, out s answer)   makes the change
+ *   method Check(in s document, in a{sv} options, out s answer)   foresees what Apply would do and
+ *                                                                 changes nothing
+ *
+ *   option "force", b             also when no port would have an address and a link any more
+ *   option "confirm-within", u    goes back after so many seconds unless it is confirmed, see
+ * below; 0: it doesn't. Without this option it does, after 120 s, when somebody is connected to an
+ * address that the change takes away
  *
  *   answer = { "result": CODE, "reason": text, "setting": place or null,
- *              "changes": [change…], "mended": flag, "notes": [text…] }
+ *              "changes": [change…], "mended": flag, "notes": [text…],
+ *              "confirm": null or { "seconds": n, "token": text } }
  *   change: as settings/difference.hpp tells it
  *
  * CODE is a number, 0 for a success; reason and setting say why the change was refused. A place is
  * "lan.shared.ipv4", "hostname.mode" or "mode"; a value is as in a document, null for none. changes
  * are what was changed, or would be; mended says that something was stored and had to be made so
- * again; notes what else there is to know, what was mended among it. */
+ * again; notes what else there is to know, what was mended among it.
+ *
+ * Confirm or revert: what holds when a checkpoint is set comes back after its time, after a reboot,
+ * or when it is asked for, whoever changes it until then.
+ *
+ *   method Checkpoint(in u seconds, out s token)   10 to 3600; one at a time
+ *   method Confirm()                               what has changed stays
+ *   method Revert()                                what has changed goes at once
+ *   method ConfirmWith(in s token)                 the same for whoever holds the token,
+ *   method RevertWith(in s token)                  who need not be allowed to change anything
+ *   property readonly b Pending                    whether there is a checkpoint
+ *   property readonly u SecondsLeft                to confirm it, 0 without one
+ *
+ * A refusal of these is a D-Bus error whose name ends in that of the result's code,
+ * "io.networkmng.Error.NW_MANAGER_NO_CHECKPOINT". */
 #pragma once
 
 namespace bmc::rpc::manager1 {
@@ -22,6 +43,14 @@ inline constexpr const char *objectPath = "/io/networkmng/Manager";
 inline constexpr const char *interfaceName = "io.networkmng.Manager1";
 inline constexpr const char *applyMethod = "Apply";
 inline constexpr const char *checkMethod = "Check";
+inline constexpr const char *checkpointMethod = "Checkpoint";
+inline constexpr const char *confirmMethod = "Confirm";
+inline constexpr const char *revertMethod = "Revert";
+inline constexpr const char *confirmWithMethod = "ConfirmWith";
+inline constexpr const char *revertWithMethod = "RevertWith";
+inline constexpr const char *pendingProperty = "Pending";
+inline constexpr const char *secondsLeftProperty = "SecondsLeft";
+inline constexpr const char *errorPrefix = "io.networkmng.Error.";
 
 /* Keys of the answer. */
 inline constexpr const char *resultKey = "result";
@@ -30,5 +59,12 @@ inline constexpr const char *settingKey = "setting";
 inline constexpr const char *changesKey = "changes";
 inline constexpr const char *mendedKey = "mended";
 inline constexpr const char *notesKey = "notes";
+inline constexpr const char *confirmKey = "confirm";
+inline constexpr const char *secondsKey = "seconds";
+inline constexpr const char *tokenKey = "token";
+
+/* Names of the options. */
+inline constexpr const char *forceOption = "force";
+inline constexpr const char *confirmOption = "confirm-within";
 
 } // namespace bmc::rpc::manager1

@@ -51,10 +51,16 @@ enum class Result : std::uint32_t {
     wirelessUnknown = 0x1E000026,
     badLldpMode = 0x1E00002C,
     badLinkMode = 0x1E000036,
-    /* Told from notSupported by the mark that a completion code leaves out. */
+    /* Told from notSupported, unknownField and badDelay by the mark that a completion code leaves
+     * out. */
     noVlan = 0x1E00021C,
     noBond = 0x1E00041C,
     noLinkMode = 0x1E00061C,
+    checkpointPending = 0x1E00081C,
+    noCheckpoint = 0x1E000A1C,
+    locksOut = 0x1E000C1C,
+    badToken = 0x1E000221,
+    badDeadline = 0x1E000223,
 };
 
 struct Code {

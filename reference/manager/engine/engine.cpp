@@ -242,7 +242,7 @@ std::vector<Step> Engine::change(const Change &wantedChange)
     if (wantedChange.scope.isEmpty()) {
         return {};
     }
-    requireStarted();
+    requireInTime();
     Change change = wantedChange;
     repair(change.after.lan);
     conditions_ = machine_.conditions();

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "manager/engine/announcer.hpp"
+#include "manager/engine/checkpoint.hpp"
 #include "manager/engine/journal.hpp"
 #include "manager/engine/making.hpp"
 
@@ -36,6 +37,21 @@ public:
      * so what was in the records before and not in kernel or system. */
     std::vector<Step> change(const Change &change);
 
+    /* What is stored now comes back after that time, or after a reboot, unless it is confirmed:
+     * records, kernel and system, whoever changes them until then. Durable when it returns. Answers
+     * the token by which it may be confirmed. Throws Refusal: while there is another, and for a
+     * time out of its bounds. */
+    std::string checkpoint(std::chrono::seconds within);
+    /* What has changed since stays. Throws Refusal without a checkpoint. */
+    void confirm();
+    /* What has changed since goes. Throws Refusal: without a checkpoint, when the records cannot be
+     * written, or when kernel or system don't let all of it go; the engine then goes on trying. */
+    void revert();
+    /* Whether there is one with that token. */
+    bool isToken(const std::string &token) const;
+    /* How long there is left to confirm, if there is a checkpoint. */
+    std::optional<std::chrono::milliseconds> pending() const;
+
     /* Makes the stored configuration so, all of it, whatever others have changed. A port whose
      * interface is missing is reported and left out. Takes the place of one that waits. */
     void restart();
@@ -44,10 +60,8 @@ public:
     /* Does what is due by now; answers the milliseconds until the next time, -1 for none. */
     int work();
 
-    Configuration present() const
-    {
-        return store_.readConfiguration();
-    }
+    /* What is stored, once what is due to go back has gone. Throws Refusal. */
+    Configuration present();
 
     const Store &store() const
     {
@@ -73,7 +87,14 @@ private:
                  const std::vector<Step> &differences);
     Made settle(const char *occasion);
     void startFromRecords();
+    bool isCheckpointOver() const;
+    Made goBack(const char *why);
+    void endOverdue();
+    void requireInTime();
+    void followCheckpoint();
+    Configuration lastGood();
     void makeLastGood();
+    void makeUnwritten(const Configuration &configuration, const char *occasion);
     void requireStarted() const;
     void tryAgainLater();
     void rest();
@@ -95,6 +116,8 @@ private:
     std::optional<Clock::time_point> tryAgainAt_;
     std::chrono::seconds backOff_{};
     std::optional<Clock::time_point> watchdogAt_;
+    std::optional<CheckpointRecord> checkpoint_;
+    std::optional<Clock::time_point> checkpointAt_; /* when to look at its time */
 };
 
 } // namespace bmc::manager

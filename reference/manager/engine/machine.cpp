@@ -64,6 +64,11 @@ public:
         return conditions_;
     }
 
+    Moment moment() override
+    {
+        return {boot_, uptime()};
+    }
+
 private:
     Actual readAll(const World &world)
     {
@@ -96,6 +101,7 @@ private:
     Kernel kernel_;
     System system_;
     Conditions conditions_;
+    const std::string boot_ = bootName();
 };
 
 } // namespace

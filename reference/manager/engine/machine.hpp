@@ -3,6 +3,7 @@
 /* Kernel and system as the engine sees them. */
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -11,6 +12,12 @@
 #include "manager/state/plan.hpp"
 
 namespace bmc::manager {
+
+/* By a clock that no one sets and that goes on while the machine sleeps. */
+struct Moment {
+    std::string boot; /* name of the one that the clock began with */
+    std::chrono::milliseconds uptime{};
+};
 
 class Machine {
 public:
@@ -34,6 +41,7 @@ public:
                          std::chrono::steady_clock::time_point partnerBy) = 0;
     virtual void announce(const std::string &interface, const Ipv4Bytes &address) = 0;
     virtual Conditions conditions() = 0;
+    virtual Moment moment() = 0;
 };
 
 /* The one that the manager runs on. Throws MachineError. */

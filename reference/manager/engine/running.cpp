@@ -19,16 +19,6 @@ constexpr std::chrono::seconds firstBackOff{1};
 constexpr std::chrono::seconds longestBackOff{60};
 constexpr std::chrono::seconds watchdogInterval{1};
 
-/* Everything, as far as there are interfaces for it. */
-Scope everything()
-{
-    Scope scope;
-    for (const settings::SectionInfo &section : settings::sections()) {
-        scope.select(section.module);
-    }
-    return scope;
-}
-
 } // namespace
 
 /* Makes the stored configuration so as far as possible. Throws Refusal. */
@@ -71,19 +61,39 @@ Made Engine::settle(const char *occasion)
     return made;
 }
 
-/* Nothing that this takes over is noted: what is wanted and there is adopted by the next start. */
+/* A checkpoint that is over counts as far as it can be read. */
+Configuration Engine::lastGood()
+{
+    try {
+        checkpoint_ = findCheckpoint(store_);
+    } catch (const Refusal &) {
+        checkpoint_.reset();
+    }
+    return isCheckpointOver() ? checkpoint_->before : store_.readConfiguration();
+}
+
+/* Makes the configuration so as far as possible, with records that cannot be written. Nothing that
+ * this takes over is noted: what is wanted and there is adopted by the next start. */
+void Engine::makeUnwritten(const Configuration &configuration, const char *occasion)
+{
+    const World world = worldOf(configuration);
+    try {
+        const Ledger ledger = claimed(world, readPatiently(machine_, world));
+        const Scope scope = everything();
+        logFailures(make(machine_, {world, ledger.owned(), scope}), occasion);
+    } catch (const MachineError &error) {
+        log(Level::error, std::string(occasion) + ": " + error.what());
+    }
+}
+
 void Engine::makeLastGood()
 {
-    const Snapshot lastGood;
+    const Snapshot backup;
     const auto ledger = store_.find(ledgerRecord);
     ledger_ = ledger ? Ledger(*ledger) : Ledger();
     conditions_ = machine_.conditions();
     machine_.forget();
-    const World world = worldOf(store_.readConfiguration());
-    ledger_ = claimed(world, readPatiently(machine_, world));
-    const Scope scope = everything();
-    const Made made = make(machine_, {world, ledger_.owned(), scope});
-    logFailures(made, "last good configuration");
+    makeUnwritten(lastGood(), "last good configuration");
 }
 
 void Engine::start()
@@ -91,17 +101,14 @@ void Engine::start()
     try {
         startFromRecords();
         isStarted_ = true;
+        checkpointAt_ = Clock::now();
     } catch (const Refusal &failure) {
         log(Level::error, std::string("start: ") + failure.what() +
                               "; the last good configuration holds and cannot be changed");
         if (!tryAgainAt_) {
             tryAgainLater();
         }
-        try {
-            makeLastGood();
-        } catch (const MachineError &error) {
-            log(Level::error, std::string("last good configuration: ") + error.what());
-        }
+        makeLastGood();
     }
 }
 
@@ -118,13 +125,18 @@ void Engine::startFromRecords()
     }
     ledger_ = inherited.ledger;
     isOpen_ = inherited.isOpen;
-    settle("start");
+    checkpoint_ = findCheckpoint(store_);
+    if (isCheckpointOver()) {
+        goBack("its time ended or the machine was started anew");
+    } else {
+        settle("start");
+    }
 }
 
 void Engine::restart()
 {
     restartAt_.reset();
-    requireStarted();
+    requireInTime();
     const Made made = settle("restart");
     const Scope scope = everything();
     if (const auto failure = reasonOf(made, scope)) {
@@ -159,6 +171,7 @@ void Engine::tryAgain()
         store_.mend();
         return start();
     }
+    requireInTime();
     conditions_ = machine_.conditions();
     const Configuration configuration = store_.readConfiguration();
     const World world = worldOf(configuration);
@@ -208,7 +221,7 @@ void Engine::followWatchdog()
 
 int Engine::millisecondsTo(std::optional<Clock::time_point> next) const
 {
-    for (const auto &due : {restartAt_, tryAgainAt_, watchdogAt_}) {
+    for (const auto &due : {restartAt_, tryAgainAt_, watchdogAt_, checkpointAt_}) {
         if (due) {
             next = std::min(next.value_or(*due), *due);
         }
@@ -235,6 +248,9 @@ int Engine::work()
             restart();
             log(Level::information, "restart: done");
         });
+    }
+    if (checkpointAt_ && *checkpointAt_ <= now) {
+        attempt("checkpoint", [this] { followCheckpoint(); });
     }
     if (tryAgainAt_ && *tryAgainAt_ <= now) {
         attempt("again", [this] { tryAgain(); });

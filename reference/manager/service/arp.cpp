@@ -38,7 +38,7 @@ std::uint8_t changePort(Engine &engine, std::uint32_t port, const char *key, std
 }
 
 /* The port that a request names, which the response tells where there is one. */
-std::uint32_t portIn(const Engine &engine, std::uint32_t port, NW_RPC_RESPONSE_S &response)
+std::uint32_t portIn(Engine &engine, std::uint32_t port, NW_RPC_RESPONSE_S &response)
 {
     response.uiDetail = port < NW_PORT_COUNT ? port : 0;
     settings::requireEffect(Section::lan, port, engine.present().state);

@@ -10,6 +10,7 @@
 #include "rpc/manager1.hpp"
 #include "settings/document.hpp"
 #include "settings/foresight.hpp"
+#include "settings/ways_in.hpp"
 
 namespace bmc::manager {
 
@@ -25,6 +26,7 @@ struct Attempt {
     Json changes = Json::array();
     bool isMended = false; /* what was stored was not so in kernel or system */
     std::vector<std::string> notes;
+    Json confirm = nullptr; /* how to confirm, where that is due */
 };
 
 void describe(Attempt &attempt, const Configuration &present, const Configuration &after)
@@ -49,7 +51,8 @@ std::string refused(const char *method, std::uint32_t code, const std::string &p
                    {keys::settingKey, place},
                    {keys::changesKey, Json::array()},
                    {keys::mendedKey, attempt.isMended},
-                   {keys::notesKey, attempt.notes}});
+                   {keys::notesKey, attempt.notes},
+                   {keys::confirmKey, nullptr}});
 }
 
 /* Make is called with what is stored and the change, once that has passed the checks. */
@@ -78,29 +81,91 @@ std::string carryOut(Engine &engine, const char *method, const std::string &docu
                    {keys::settingKey, nullptr},
                    {keys::changesKey, attempt.changes},
                    {keys::mendedKey, attempt.isMended},
-                   {keys::notesKey, attempt.notes}});
+                   {keys::notesKey, attempt.notes},
+                   {keys::confirmKey, attempt.confirm}});
+}
+
+void requireWayIn(const ApplyOptions &options, const Configuration &present,
+                  const Configuration &after)
+{
+    if (!options.isForced) {
+        settings::requireWayIn(present, after, settings::knownLink);
+    }
+}
+
+/* Seconds that the change needs a checkpoint for, 0 for none. */
+std::uint32_t secondsToConfirm(const ApplyOptions &options, const Configuration &present,
+                               const Configuration &after, const Engine &engine)
+{
+    if (options.secondsToConfirm) {
+        return *options.secondsToConfirm;
+    }
+    const bool isCut = !settings::cutOff(present, after, settings::knownConnected()).empty();
+    return isCut && !engine.pending() ? settings::usualSecondsToConfirm : 0;
+}
+
+std::string belongingNote(std::chrono::milliseconds left)
+{
+    return "belongs to the checkpoint that is pending: goes back in " +
+           std::to_string(std::chrono::ceil<std::chrono::seconds>(left).count()) +
+           " s unless it is confirmed";
+}
+
+/* One that nothing was changed in; there is something else to answer. */
+void endQuietly(Engine &engine)
+{
+    try {
+        engine.confirm();
+    } catch (const Refusal &refusal) {
+        log(Level::error, std::string("checkpoint: ") + refusal.what());
+    }
+}
+
+/* The change, in a checkpoint of its own where it needs one; a change that is refused leaves
+ * none. */
+std::vector<Step> changeWithin(Engine &engine, const ApplyOptions &options, const Change &change,
+                               const Configuration &present, Attempt &attempt)
+{
+    const std::uint32_t seconds = secondsToConfirm(options, present, change.after, engine);
+    if (seconds == 0) {
+        if (const auto left = engine.pending(); left && !options.secondsToConfirm) {
+            attempt.notes.push_back(belongingNote(*left));
+        }
+        return engine.change(change);
+    }
+    const std::string token = engine.checkpoint(std::chrono::seconds(seconds));
+    try {
+        auto mended = engine.change(change);
+        attempt.confirm = {{keys::secondsKey, seconds}, {keys::tokenKey, token}};
+        return mended;
+    } catch (const Refusal &) {
+        endQuietly(engine);
+        throw;
+    }
 }
 
 } // namespace
 
-std::string checkDocument(Engine &engine, const std::string &document)
+std::string checkDocument(Engine &engine, const std::string &document, const ApplyOptions &options)
 {
-    return carryOut(engine, "check", document,
-                    [](const Configuration &present, const Change &change, Attempt &) {
-                        settings::requireGateways(present, change.after, settings::knownOnLink());
-                    });
+    const auto foresee = [&](const Configuration &present, const Change &change, Attempt &) {
+        requireWayIn(options, present, change.after);
+        settings::requireGateways(present, change.after, settings::knownOnLink());
+    };
+    return carryOut(engine, "check", document, foresee);
 }
 
-std::string applyDocument(Engine &engine, const std::string &document)
+std::string applyDocument(Engine &engine, const std::string &document, const ApplyOptions &options)
 {
-    return carryOut(engine, "apply", document,
-                    [&](const Configuration &, const Change &change, Attempt &attempt) {
-                        for (const Step &step : engine.change(change)) {
-                            attempt.isMended = true;
-                            attempt.notes.push_back("was not as stored, made so again: " +
-                                                    bmc::manager::textOf(step));
-                        }
-                    });
+    const auto make = [&](const Configuration &present, const Change &change, Attempt &attempt) {
+        requireWayIn(options, present, change.after);
+        for (const Step &step : changeWithin(engine, options, change, present, attempt)) {
+            attempt.isMended = true;
+            attempt.notes.push_back("was not as stored, made so again: " +
+                                    bmc::manager::textOf(step));
+        }
+    };
+    return carryOut(engine, "apply", document, make);
 }
 
 } // namespace bmc::manager

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "manager/service/first_configuration.hpp"
 
+#include "manager/engine/checkpoint.hpp"
 #include "manager/engine/journal.hpp"
 #include "manager/refusal.hpp"
 #include "settings/document.hpp"
@@ -54,6 +55,9 @@ void writeFirstConfiguration(std::string_view document, bool isForced)
     if (!store.isVacant(journalHeadRecord)) {
         batch.put(journalHeadRecord, {journalVersion, 0})
             .put(ledgerRecord, store.find(ledgerRecord).value_or(Ledger().record()));
+    }
+    if (!store.isVacant(checkpointRecord)) {
+        batch.put(checkpointRecord, {});
     }
     store.commit(batch, "first configuration");
 }

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "manager/service/manager1.hpp"
 
+#include "manager/log.hpp"
+#include "manager/refusal.hpp"
 #include "manager/service/documents.hpp"
 #include "rpc/manager1.hpp"
 
@@ -11,31 +13,125 @@ namespace {
 
 namespace names = rpc::manager1;
 
-struct Method {
+/* How a checkpoint ends: by who may change the network, and by who holds its token. */
+struct Ending {
     const char *name;
-    std::string (*carryOut)(Engine &engine, const std::string &document);
+    const char *nameWithToken;
+    void (Engine::*carryOut)();
 };
+constexpr Ending endings[] = {{names::confirmMethod, names::confirmWithMethod, &Engine::confirm},
+                              {names::revertMethod, names::revertWithMethod, &Engine::revert}};
 
-constexpr Method methods[] = {{names::applyMethod, applyDocument},
-                              {names::checkMethod, checkDocument}};
+[[noreturn]] void fail(const std::string &name, const char *reason)
+{
+    throw sdbus::Error(names::errorPrefix + name, reason);
+}
+
+/* What it throws becomes a D-Bus error. */
+template <typename Call>
+auto answerOf(const char *method, const Call &call)
+{
+    try {
+        return call();
+    } catch (const Refusal &refusal) {
+        log(Level::error, std::string("refused: ") + method + ": " + refusal.what());
+        fail(std::string(settings::describe(refusal.code()).name), refusal.what());
+    } catch (const std::exception &error) {
+        fail("Failed", error.what());
+    }
+}
+
+using Options = std::map<std::string, sdbus::Variant>;
+
+/* Options that are not known are none of this version's; they may matter, so they are refused. */
+ApplyOptions optionsIn(const Options &given)
+{
+    ApplyOptions options;
+    for (const auto &[name, value] : given) {
+        if (name == names::forceOption && value.containsValueOfType<bool>()) {
+            options.isForced = value.get<bool>();
+        } else if (name == names::confirmOption && value.containsValueOfType<std::uint32_t>()) {
+            options.secondsToConfirm = value.get<std::uint32_t>();
+        } else {
+            throw Refusal(Result::badDocument, "option " + name);
+        }
+    }
+    return options;
+}
+
+struct DocumentMethod {
+    const char *name;
+    std::string (*carryOut)(Engine &engine, const std::string &document,
+                            const ApplyOptions &options);
+};
+constexpr DocumentMethod documentMethods[] = {{names::applyMethod, applyDocument},
+                                              {names::checkMethod, checkDocument}};
+
+void addDocumentMethods(sdbus::IObject &object, Engine &engine)
+{
+    for (const DocumentMethod &method : documentMethods) {
+        object.registerMethod(method.name)
+            .onInterface(names::interfaceName)
+            .withInputParamNames("document", "options")
+            .withOutputParamNames("answer")
+            .implementedAs([&engine, &method](const std::string &document, const Options &options) {
+                return answerOf(method.name, [&] {
+                    return method.carryOut(engine, document, optionsIn(options));
+                });
+            });
+    }
+}
+
+void addEnding(sdbus::IObject &object, Engine &engine, const Ending &ending)
+{
+    object.registerMethod(ending.name)
+        .onInterface(names::interfaceName)
+        .implementedAs(
+            [&engine, &ending] { answerOf(ending.name, [&] { (engine.*ending.carryOut)(); }); });
+    object.registerMethod(ending.nameWithToken)
+        .onInterface(names::interfaceName)
+        .withInputParamNames("token")
+        .implementedAs([&engine, &ending](const std::string &token) {
+            answerOf(ending.nameWithToken, [&] {
+                require(engine.isToken(token), Result::badToken, ending.nameWithToken);
+                (engine.*ending.carryOut)();
+            });
+        });
+}
+
+void addCheckpoint(sdbus::IObject &object, Engine &engine)
+{
+    object.registerMethod(names::checkpointMethod)
+        .onInterface(names::interfaceName)
+        .withInputParamNames("seconds")
+        .withOutputParamNames("token")
+        .implementedAs([&engine](std::uint32_t seconds) {
+            return answerOf(names::checkpointMethod,
+                            [&] { return engine.checkpoint(std::chrono::seconds(seconds)); });
+        });
+    object.registerProperty(names::pendingProperty)
+        .onInterface(names::interfaceName)
+        .withGetter([&engine] { return engine.pending().has_value(); })
+        .withUpdateBehavior(sdbus::Flags::EMITS_NO_SIGNAL);
+    object.registerProperty(names::secondsLeftProperty)
+        .onInterface(names::interfaceName)
+        .withGetter([&engine] {
+            const auto left = engine.pending().value_or(std::chrono::milliseconds{});
+            return static_cast<std::uint32_t>(
+                std::chrono::ceil<std::chrono::seconds>(left).count());
+        })
+        .withUpdateBehavior(sdbus::Flags::EMITS_NO_SIGNAL);
+}
 
 } // namespace
 
 std::unique_ptr<sdbus::IObject> makeManager1(sdbus::IConnection &connection, Engine &engine)
 {
     auto object = sdbus::createObject(connection, names::objectPath);
-    for (const Method &method : methods) {
-        object->registerMethod(method.name)
-            .onInterface(names::interfaceName)
-            .withInputParamNames("document")
-            .withOutputParamNames("answer")
-            .implementedAs([&engine, carryOut = method.carryOut](const std::string &document) {
-                try {
-                    return carryOut(engine, document);
-                } catch (const std::exception &error) {
-                    throw sdbus::Error("io.networkmng.Error.Failed", error.what());
-                }
-            });
+    addDocumentMethods(*object, engine);
+    addCheckpoint(*object, engine);
+    for (const Ending &ending : endings) {
+        addEnding(*object, engine, ending);
     }
     object->finishRegistration();
     return object;

@@ -9,6 +9,8 @@
 #include <linux/ethtool.h>
 #include <sys/socket.h>
 
+#include "settings/setting.hpp"
+
 namespace bmc::manager {
 
 namespace {
@@ -365,6 +367,15 @@ bool Scope::needsInterfaceFor(const Step &step) const
     return std::ranges::any_of(selected, [&](const auto &entry) {
         return entry.second != wholeMachine && touches(entry, step);
     });
+}
+
+Scope everything()
+{
+    Scope scope;
+    for (const settings::SectionInfo &section : settings::sections()) {
+        scope.select(section.module);
+    }
+    return scope;
 }
 
 std::vector<Step> within(const Scope &scope, std::vector<Step> steps)

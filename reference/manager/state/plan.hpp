@@ -62,6 +62,9 @@ struct Scope {
     bool needsInterfaceFor(const Step &step) const;
 };
 
+/* A scope of all settings, as far as there are interfaces for them. */
+Scope everything();
+
 std::vector<Step> within(const Scope &scope, std::vector<Step> steps);
 
 } // namespace bmc::manager

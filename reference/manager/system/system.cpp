@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <ctime>
 #include <system_error>
 
 #include <unistd.h>
@@ -104,6 +105,21 @@ void System::apply(const Item &item)
 void System::forget()
 {
     told_.clear();
+}
+
+std::string bootName()
+{
+    std::string name = contentOf("/proc/sys/kernel/random/boot_id");
+    name.erase(std::min(name.find('\n'), name.size()));
+    return name;
+}
+
+std::chrono::milliseconds uptime()
+{
+    timespec now{};
+    clock_gettime(CLOCK_BOOTTIME, &now);
+    return std::chrono::duration_cast<std::chrono::milliseconds>(
+        std::chrono::seconds(now.tv_sec) + std::chrono::nanoseconds(now.tv_nsec));
 }
 
 bool isWatchdogRunning()

@@ -3,6 +3,7 @@
 /* What the manager keeps beside the kernel's network: host name, files, the LLDP agent. */
 #pragma once
 
+#include <chrono>
 #include <string>
 
 #include "manager/state/actual.hpp"
@@ -25,6 +26,11 @@ public:
 private:
     std::string told_;
 };
+
+/* What the kernel calls the time from this boot to the next; empty when it doesn't say. */
+std::string bootName();
+/* How long that has lasted, sleep included. */
+std::chrono::milliseconds uptime();
 
 /* Whether the watchdog timer runs: the platform's file watchdog-running in the state directory
  * begins with 1. Throws MachineError. */

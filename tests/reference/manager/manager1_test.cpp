@@ -5,9 +5,14 @@
 #include <filesystem>
 #include <fstream>
 
+#include <arpa/inet.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include <nlohmann/json.hpp>
 #include <sdbus-c++/sdbus-c++.h>
 
+#include "far_host.hpp"
 #include "manager/engine/store.hpp"
 #include "manager_system.hpp"
 #include "rpc/manager1.hpp"
@@ -51,7 +56,8 @@ std::string statePath(const char *name)
 
 class Manager1 : public ManagerTest {
 protected:
-    static Json ask(const char *method, const std::string &document)
+    template <typename... Options>
+    static Json ask(const char *method, const std::string &document, const Options &...options)
     {
         auto connection = sdbus::createSystemBusConnection();
         auto proxy = sdbus::createProxy(*connection, bmc::rpc::busName(NW_RPC_SERVICE_NETWORK),
@@ -59,17 +65,28 @@ protected:
         std::string answer;
         proxy->callMethod(method)
             .onInterface(names::interfaceName)
-            .withArguments(document)
+            .withArguments(document, options...)
             .storeResultsTo(answer);
         return Json::parse(answer);
     }
+    using Options = std::map<std::string, sdbus::Variant>;
+
+    /* Whatever it does to those who come in over the ports. */
     static Json apply(const std::string &document)
     {
-        return ask(names::applyMethod, document);
+        return apply(document, {{names::forceOption, sdbus::Variant(true)}});
+    }
+    static Json apply(const std::string &document, const Options &options)
+    {
+        return ask(names::applyMethod, document, options);
     }
     static Json check(const std::string &document)
     {
-        return ask(names::checkMethod, document);
+        return check(document, {{names::forceOption, sdbus::Variant(true)}});
+    }
+    static Json check(const std::string &document, const Options &options)
+    {
+        return ask(names::checkMethod, document, options);
     }
 
     /* Refused by both methods alike, with nothing changed. */
@@ -77,9 +94,7 @@ protected:
                               const std::string &place)
     {
         const std::string before = everything();
-        for (const char *method : {names::checkMethod, names::applyMethod}) {
-            SCOPED_TRACE(method);
-            const Json answer = ask(method, document);
+        for (const Json &answer : {check(document), apply(document)}) {
             EXPECT_EQ(answer[names::resultKey], code) << answer;
             EXPECT_EQ(answer[names::settingKey], place) << answer;
             EXPECT_FALSE(answer[names::reasonKey].get<std::string>().empty());
@@ -385,6 +400,93 @@ TEST_F(Manager1, CanBeIntrospected)
          {"io.networkmng.Manager1", "\"Check\"", "\"Apply\"", "\"document\"", "\"answer\""}) {
         EXPECT_NE(text.find(word), std::string::npos) << word;
     }
+}
+
+namespace {
+
+constexpr const char *newAddress = R"({"lan": {"eth1": {"ipv4": "192.168.20.9/24"}}})";
+constexpr const char *allOff =
+    R"({"lan": {"dedicated": {"lan": false}, "shared": {"lan": false}}})";
+
+} // namespace
+
+TEST_F(Manager1, LastWayInIsRefusedUnlessItIsForced)
+{
+    apply(R"({"lan": {"eth0": {"arp-control": "both"}, "eth1": {"arp-control": "both"}}})");
+    const std::string before = everything();
+    for (const Json &answer : {check(allOff, {}), apply(allOff, {})}) {
+        EXPECT_EQ(answer.at(names::resultKey), static_cast<std::uint32_t>(Result::locksOut));
+    }
+    EXPECT_EQ(before, everything());
+    EXPECT_EQ(apply(allOff)[names::resultKey], NW_OK);
+}
+
+TEST_F(Manager1, ChangeThatGoesBackUnlessItIsConfirmed)
+{
+    const std::string before = everything();
+    const Json answer =
+        apply(newAddress, {{names::confirmOption, sdbus::Variant(std::uint32_t{10})}});
+    EXPECT_EQ(answer[names::resultKey], NW_OK);
+    EXPECT_EQ(answer.at(names::confirmKey).at(names::secondsKey), 10);
+    EXPECT_EQ(answer.at(names::confirmKey).at(names::tokenKey).get<std::string>().size(), 32U);
+    EXPECT_NE(before, everything());
+
+    const Json second = apply(R"({"hostname": {"mode": "manual", "name": "second"}})", {});
+    EXPECT_EQ(second.at(names::confirmKey), nullptr);
+    EXPECT_NE(second[names::notesKey].dump().find("belongs to the checkpoint"), std::string::npos);
+    EXPECT_TRUE(
+        support::eventually([&] { return everything() == before; }, std::chrono::seconds(15)));
+}
+
+TEST_F(Manager1, ChangeThatIsRefusedLeavesNoCheckpoint)
+{
+    const Options options{{names::confirmOption, sdbus::Variant(std::uint32_t{60})}};
+    shell("ip address add 192.168.20.9/24 dev eth1");
+    const Json answer = apply(newAddress, options);
+    EXPECT_NE(answer[names::resultKey], NW_OK);
+    EXPECT_EQ(answer.at(names::confirmKey), nullptr);
+    shell("ip address del 192.168.20.9/24 dev eth1");
+    EXPECT_EQ(apply(newAddress, options)[names::resultKey], NW_OK);
+}
+
+TEST_F(Manager1, WhoeverIsConnectedHasTimeToConfirm)
+{
+    apply(R"({"lan": {"eth0": {"arp-control": "both"}, "eth1": {"arp-control": "both"}}})");
+    const support::FarHost there("peer1");
+    there.own("192.168.20.7/24");
+    const int listener = there.listenOn("192.168.20.7", 4711);
+    const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(4711);
+    inet_pton(AF_INET, "192.168.20.7", &address.sin_addr);
+    ASSERT_EQ(connect(socket, reinterpret_cast<sockaddr *>(&address), sizeof(address)), 0);
+
+    /* Of another port. */
+    EXPECT_EQ(apply(R"({"lan": {"eth0": {"ipv4": "192.168.10.9/24"}}})", {}).at(names::confirmKey),
+              nullptr);
+    const Options unconfirmed{{names::confirmOption, sdbus::Variant(std::uint32_t{0})}};
+    EXPECT_EQ(apply(newAddress, unconfirmed).at(names::confirmKey), nullptr);
+    apply(R"({"lan": {"eth1": {"ipv4": "192.168.20.2/24"}}})", unconfirmed);
+    EXPECT_EQ(apply(newAddress, {}).at(names::confirmKey).at(names::secondsKey), 120);
+    close(socket);
+    close(listener);
+}
+
+TEST_F(Manager1, OptionsThatAreNotKnown)
+{
+    const std::string before = everything();
+    for (const Options &options : {Options{{"colour", sdbus::Variant(true)}},
+                                   Options{{names::forceOption, sdbus::Variant(1)}},
+                                   Options{{names::confirmOption, sdbus::Variant("10")}}}) {
+        EXPECT_THROW(apply(newAddress, options), sdbus::Error);
+    }
+    for (const std::uint32_t seconds : {1U, 9U, 3601U, ~0U}) {
+        EXPECT_EQ(
+            apply(newAddress, {{names::confirmOption, sdbus::Variant(seconds)}})[names::resultKey],
+            static_cast<std::uint32_t>(Result::badDeadline));
+    }
+    EXPECT_EQ(before, everything());
 }
 
 } // namespace nwtest

@@ -181,13 +181,30 @@ void ConfiguredTest::connectChassis()
     platform.setRecord(NW_KEY_FAN, NW_ALL_FAN_INFO_S{});
 }
 
-std::string ConfiguredTest::askManager(const char *method, const std::string &document)
+std::string ConfiguredTest::applyByManager(const std::string &document)
 {
-    asked_.push_back({method, document});
+    asked_.push_back({"Apply", document});
     if (answer_.empty()) {
         throw nwctl::Failure(nwctl::Exit::transport, "", "", "no answer", NW_ERR_RPC_TRANSPORT);
     }
     return answer_;
+}
+
+std::string ConfiguredTest::setCheckpoint(unsigned seconds)
+{
+    asked_.push_back({"Checkpoint", std::to_string(seconds)});
+    if (refusal_ != NW_OK) {
+        throw nwctl::Failure(nwctl::Exit::manager, "", "", "refused", refusal_);
+    }
+    return "t0ken";
+}
+
+void ConfiguredTest::endCheckpoint(nwctl::CheckpointEnd end, const std::string &token)
+{
+    asked_.push_back({end == nwctl::CheckpointEnd::confirm ? "Confirm" : "Revert", token});
+    if (refusal_ != NW_OK) {
+        throw nwctl::Failure(nwctl::Exit::manager, "", "", "refused", refusal_);
+    }
 }
 
 std::vector<Request> ConfiguredTest::sentRequests() const
@@ -212,7 +229,37 @@ bool nwctl::isDeniedByBus()
     return samples::running->isDenied();
 }
 
-std::string nwctl::askManager(const char *method, const std::string &document)
+std::optional<nwctl::RemoteSession> nwctl::remoteSession()
 {
-    return samples::running->askManager(method, document);
+    return samples::running->session();
+}
+
+std::vector<bmc::Address> nwctl::connectedAddresses()
+{
+    return samples::running->connected();
+}
+
+std::optional<bool> nwctl::linkOf(const std::string &interface)
+{
+    return samples::running->isPlugged(interface);
+}
+
+std::string nwctl::setCheckpoint(unsigned seconds)
+{
+    return samples::running->setCheckpoint(seconds);
+}
+
+void nwctl::endCheckpoint(CheckpointEnd end, const std::string &token)
+{
+    samples::running->endCheckpoint(end, token);
+}
+
+std::optional<unsigned> nwctl::pendingSeconds()
+{
+    return samples::running->pendingSeconds();
+}
+
+std::string nwctl::applyByManager(const std::string &document)
+{
+    return samples::running->applyByManager(document);
 }

@@ -4,13 +4,16 @@
 #pragma once
 
 #include <nlohmann/json.hpp>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "fake_matchers.hpp"
 #include "network_mng/lan.h"
 #include "network_mng/rpc.h"
+#include "nwctl/manager_client.hpp"
 #include "nwctl/run.hpp"
+#include "nwctl/surroundings.hpp"
 
 namespace samples {
 
@@ -69,10 +72,29 @@ fake::Bytes textBytes(const std::string &text);
 class ConfiguredTest : public fake::FakePlatformTest {
 public:
     /* As nwctl's own function. */
-    std::string askManager(const char *method, const std::string &document);
+    std::string applyByManager(const std::string &document);
     bool isDenied() const
     {
         return isDenied_;
+    }
+    /* As nwctl's own functions: a checkpoint has the token "t0ken". */
+    std::string setCheckpoint(unsigned seconds);
+    void endCheckpoint(nwctl::CheckpointEnd end, const std::string &token);
+    const auto &session() const
+    {
+        return session_;
+    }
+    const auto &connected() const
+    {
+        return connected_;
+    }
+    bool isPlugged(const std::string &interface) const
+    {
+        return plugged_.contains(interface);
+    }
+    std::optional<unsigned> pendingSeconds() const
+    {
+        return pending_;
     }
 
 protected:
@@ -83,6 +105,29 @@ protected:
     void answerAsked(const std::string &answer)
     {
         answer_ = answer;
+    }
+
+    /* What is asked about checkpoints is refused. */
+    void refuseCheckpoints(NW_RESULT code)
+    {
+        refusal_ = code;
+    }
+    void comeInOver(const std::string &interface)
+    {
+        session_ = {bmc::ipv4(lanRecord().astPort[1].aucIpv4Addr), interface};
+    }
+    void connectTo(const bmc::Address &address)
+    {
+        connected_.push_back(address);
+    }
+    /* Interfaces that have a link; none without it. */
+    void plug(std::set<std::string> interfaces)
+    {
+        plugged_ = std::move(interfaces);
+    }
+    void setPending(unsigned seconds)
+    {
+        pending_ = seconds;
     }
 
     /* The bus lets nobody ask. */
@@ -106,6 +151,11 @@ private:
     std::vector<Asked> asked_;
     std::string answer_;
     bool isDenied_ = false;
+    NW_RESULT refusal_ = NW_OK;
+    std::optional<unsigned> pending_;
+    std::optional<nwctl::RemoteSession> session_;
+    std::vector<bmc::Address> connected_;
+    std::set<std::string> plugged_;
 };
 
 } // namespace samples
