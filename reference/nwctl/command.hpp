@@ -77,6 +77,7 @@ void addSetCommands(std::vector<Command> &commands);
 void addRequestCommands(std::vector<Command> &commands);
 void addApplyCommands(std::vector<Command> &commands);
 void addCheckpointCommands(std::vector<Command> &commands);
+void addDiffCommand(std::vector<Command> &commands);
 void addCheckCommands(std::vector<Command> &commands);
 void addDiscoveryCommands(std::vector<Command> &commands);
 void addChassisCommands(std::vector<Command> &commands);

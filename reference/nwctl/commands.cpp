@@ -46,8 +46,8 @@ std::vector<Command> commands()
     std::vector<Command> rows;
     for (const auto add :
          {addStatusCommands, addShowCommands, addSetCommands, addRequestCommands, addApplyCommands,
-          addCheckpointCommands, addCheckCommands, addDiscoveryCommands, addChassisCommands,
-          addQueueCommands, addHeartbeatCommands}) {
+          addDiffCommand, addCheckpointCommands, addCheckCommands, addDiscoveryCommands,
+          addChassisCommands, addQueueCommands, addHeartbeatCommands}) {
         add(rows);
     }
     return rows;

@@ -19,6 +19,7 @@ enum class Exit {
     manager = 4,   /* the network manager, or the kernel itself, refused the change */
     transport = 5, /* the network manager could not be reached or did not answer properly */
     notFound = 6,  /* the network, the resolver or the lease does not know what was asked for */
+    different = 7, /* kernel or system are not as it is stored */
 };
 
 /* Ends the run. option and value name what the user gave; both are empty when nothing that the user

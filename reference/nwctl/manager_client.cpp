@@ -140,6 +140,13 @@ std::string applyByManager(const std::string &document)
     });
 }
 
+std::string differencesByManager()
+{
+    return ask("nothing has changed", [](Manager &manager) {
+        return valueIn<std::string>(manager.call(manager1::differencesMethod));
+    });
+}
+
 std::string setCheckpoint(unsigned seconds)
 {
     return ask("a checkpoint may be pending", [&](Manager &manager) {

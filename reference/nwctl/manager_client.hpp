@@ -14,6 +14,9 @@ namespace nwctl {
  * come in over the ports. */
 std::string applyByManager(const std::string &document);
 
+/* Where kernel and system are not as it is stored, as rpc/manager1.hpp has it. */
+std::string differencesByManager();
+
 /* What holds now comes back in that time unless it is confirmed. Answers the checkpoint's token. */
 std::string setCheckpoint(unsigned seconds);
 enum class CheckpointEnd { confirm, revert };

@@ -182,12 +182,12 @@ void requireNcsiReady()
 /* Is it on in the kernel? None where the kernel doesn't show it. */
 std::optional<bool> kernelNcsi()
 {
-    constexpr char enabled = '1';
+    constexpr char isOn = '1';
     char content = 0;
     if (NW_ReadProc(NW_NCSI_ENABLE_FILE, sizeof(content), &content) != 0) {
         return std::nullopt;
     }
-    return content == enabled;
+    return content == isOn;
 }
 
 /* What the kernel has of NC-SI, and what it would have. */

@@ -21,7 +21,8 @@ constexpr const char *statusHelp = "Exit status:\n"
                                    "  3  refused by a check, nothing was sent\n"
                                    "  4  refused by the network manager\n"
                                    "  5  the network manager cannot be reached\n"
-                                   "  6  what was asked for was not found";
+                                   "  6  what was asked for was not found\n"
+                                   "  7  kernel or system are not as it is stored";
 
 /* --json is known before the command line is understood, since errors obey it too. */
 bool wantsJson(std::span<const std::string> arguments)

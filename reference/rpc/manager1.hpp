@@ -22,6 +22,14 @@
  * are what was changed, or would be; mended says that something was stored and had to be made so
  * again; notes what else there is to know, what was mended among it.
  *
+ *   method Differences(out s answer)               where kernel and system are not as it is stored
+ *   property readonly b InLine                     nowhere, but for what is somebody else's
+ *
+ *   answer = [{ "interface": name or null, "stored": text or null, "live": text or null,
+ *               "foreign": flag }…]
+ *
+ * stored and live are for people, "address 192.0.2.1/24"; foreign things are left alone.
+ *
  * Confirm or revert: what holds when a checkpoint is set comes back after its time, after a reboot,
  * or when it is asked for, whoever changes it until then.
  *
@@ -43,6 +51,8 @@ inline constexpr const char *objectPath = "/io/networkmng/Manager";
 inline constexpr const char *interfaceName = "io.networkmng.Manager1";
 inline constexpr const char *applyMethod = "Apply";
 inline constexpr const char *checkMethod = "Check";
+inline constexpr const char *differencesMethod = "Differences";
+inline constexpr const char *inLineProperty = "InLine";
 inline constexpr const char *checkpointMethod = "Checkpoint";
 inline constexpr const char *confirmMethod = "Confirm";
 inline constexpr const char *revertMethod = "Revert";
@@ -62,6 +72,12 @@ inline constexpr const char *notesKey = "notes";
 inline constexpr const char *confirmKey = "confirm";
 inline constexpr const char *secondsKey = "seconds";
 inline constexpr const char *tokenKey = "token";
+
+/* Keys of a difference. */
+inline constexpr const char *interfaceKey = "interface";
+inline constexpr const char *storedKey = "stored";
+inline constexpr const char *liveKey = "live";
+inline constexpr const char *foreignKey = "foreign";
 
 /* Names of the options. */
 inline constexpr const char *forceOption = "force";

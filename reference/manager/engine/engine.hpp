@@ -10,6 +10,7 @@
 #include "manager/engine/checkpoint.hpp"
 #include "manager/engine/journal.hpp"
 #include "manager/engine/making.hpp"
+#include "manager/state/discrepancy.hpp"
 
 namespace bmc::manager {
 
@@ -51,6 +52,9 @@ public:
     bool isToken(const std::string &token) const;
     /* How long there is left to confirm, if there is a checkpoint. */
     std::optional<std::chrono::milliseconds> pending() const;
+
+    /* What of the machine is not as it is stored. Throws Refusal when nobody can tell. */
+    std::vector<Discrepancy> differences();
 
     /* Makes the stored configuration so, all of it, whatever others have changed. A port whose
      * interface is missing is reported and left out. Takes the place of one that waits. */

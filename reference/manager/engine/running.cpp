@@ -133,6 +133,18 @@ void Engine::startFromRecords()
     }
 }
 
+std::vector<Discrepancy> Engine::differences()
+{
+    conditions_ = machine_.conditions();
+    const World world = worldOf(present());
+    try {
+        const Actual actual = readPatiently(machine_, world);
+        return discrepancies(world, actual, claimed(world, actual).owned());
+    } catch (const MachineError &error) {
+        throw Refusal(Result::kernelRefused, error.what());
+    }
+}
+
 void Engine::restart()
 {
     restartAt_.reset();

@@ -168,4 +168,24 @@ std::string applyDocument(Engine &engine, const std::string &document, const App
     return carryOut(engine, "apply", document, make);
 }
 
+std::string tellDifferences(Engine &engine)
+{
+    const auto textOrNull = [](const std::string &text) {
+        return text.empty() ? Json() : Json(text);
+    };
+    Json answer = Json::array();
+    for (const Discrepancy &found : engine.differences()) {
+        answer.push_back({{keys::interfaceKey, textOrNull(found.interface)},
+                          {keys::storedKey, textOrNull(found.stored)},
+                          {keys::liveKey, textOrNull(found.live)},
+                          {keys::foreignKey, found.isForeign}});
+    }
+    return textOf(answer);
+}
+
+bool isInLine(Engine &engine)
+{
+    return std::ranges::all_of(engine.differences(), &Discrepancy::isForeign);
+}
+
 } // namespace bmc::manager

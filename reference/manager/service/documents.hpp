@@ -23,4 +23,8 @@ std::string checkDocument(Engine &engine, const std::string &document, const App
 /* Makes the change, all of it or nothing. */
 std::string applyDocument(Engine &engine, const std::string &document, const ApplyOptions &options);
 
+/* Where kernel and system are not as it is stored. */
+std::string tellDifferences(Engine &engine);
+bool isInLine(Engine &engine);
+
 } // namespace bmc::manager

@@ -82,6 +82,21 @@ void addDocumentMethods(sdbus::IObject &object, Engine &engine)
     }
 }
 
+void addDifferences(sdbus::IObject &object, Engine &engine)
+{
+    object.registerMethod(names::differencesMethod)
+        .onInterface(names::interfaceName)
+        .withOutputParamNames("answer")
+        .implementedAs([&engine] {
+            return answerOf(names::differencesMethod, [&] { return tellDifferences(engine); });
+        });
+    object.registerProperty(names::inLineProperty)
+        .onInterface(names::interfaceName)
+        .withGetter(
+            [&engine] { return answerOf(names::inLineProperty, [&] { return isInLine(engine); }); })
+        .withUpdateBehavior(sdbus::Flags::EMITS_NO_SIGNAL);
+}
+
 void addEnding(sdbus::IObject &object, Engine &engine, const Ending &ending)
 {
     object.registerMethod(ending.name)
@@ -129,6 +144,7 @@ std::unique_ptr<sdbus::IObject> makeManager1(sdbus::IConnection &connection, Eng
 {
     auto object = sdbus::createObject(connection, names::objectPath);
     addDocumentMethods(*object, engine);
+    addDifferences(*object, engine);
     addCheckpoint(*object, engine);
     for (const Ending &ending : endings) {
         addEnding(*object, engine, ending);

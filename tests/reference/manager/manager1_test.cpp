@@ -489,4 +489,33 @@ TEST_F(Manager1, OptionsThatAreNotKnown)
     EXPECT_EQ(before, everything());
 }
 
+/* Told as the kernel has it at that moment; all of it, until the next restart makes it so. */
+TEST_F(Manager1, DifferencesToTheKernel)
+{
+    const auto told = [] {
+        auto connection = sdbus::createSystemBusConnection();
+        auto proxy = sdbus::createProxy(*connection, bmc::rpc::busName(NW_RPC_SERVICE_NETWORK),
+                                        names::objectPath);
+        std::string answer;
+        proxy->callMethod(names::differencesMethod)
+            .onInterface(names::interfaceName)
+            .storeResultsTo(answer);
+        const bool isInLine =
+            proxy->getProperty(names::inLineProperty).onInterface(names::interfaceName);
+        return std::pair(Json::parse(answer), isInLine);
+    };
+    EXPECT_EQ(told(), std::pair(Json::array(), true));
+    shell("ip address add 203.0.113.9/24 dev eth1");
+    EXPECT_TRUE(told().second);
+    EXPECT_EQ(told().first.at(0).at(names::foreignKey), true);
+    shell("ip address del 192.168.20.2/24 dev eth1");
+    EXPECT_FALSE(told().second);
+    const Json missing{{names::interfaceKey, "eth1"},
+                       {names::storedKey, "address 192.168.20.2/24"},
+                       {names::liveKey, nullptr},
+                       {names::foreignKey, false}};
+    EXPECT_EQ(told().first.at(0), missing);
+    shell("ip address del 203.0.113.9/24 dev eth1");
+}
+
 } // namespace nwtest

@@ -244,6 +244,11 @@ std::optional<bool> nwctl::linkOf(const std::string &interface)
     return samples::running->isPlugged(interface);
 }
 
+std::string nwctl::differencesByManager()
+{
+    return samples::running->differencesByManager();
+}
+
 std::string nwctl::setCheckpoint(unsigned seconds)
 {
     return samples::running->setCheckpoint(seconds);

@@ -73,6 +73,10 @@ class ConfiguredTest : public fake::FakePlatformTest {
 public:
     /* As nwctl's own function. */
     std::string applyByManager(const std::string &document);
+    const std::string &differencesByManager() const
+    {
+        return differences_;
+    }
     bool isDenied() const
     {
         return isDenied_;
@@ -130,6 +134,12 @@ protected:
         pending_ = seconds;
     }
 
+    /* What kernel and system differ in; nothing without it. */
+    void answerDifferences(const std::string &differences)
+    {
+        differences_ = differences;
+    }
+
     /* The bus lets nobody ask. */
     void denyOnBus()
     {
@@ -150,6 +160,7 @@ protected:
 private:
     std::vector<Asked> asked_;
     std::string answer_;
+    std::string differences_ = "[]";
     bool isDenied_ = false;
     NW_RESULT refusal_ = NW_OK;
     std::optional<unsigned> pending_;
