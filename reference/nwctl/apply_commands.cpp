@@ -157,46 +157,53 @@ void requireDone(const Json &answer)
                   result);
 }
 
-void printAnswer(const std::string &text, const Confirmation &confirmation, Session &session)
+void printAnswer(const Json &answer, const Rows &confirm, Session &session)
+{
+    const Json &changes = answer.at(manager1::changesKey);
+    print(headingOf(changes, answer.value(manager1::mendedKey, false)), changes,
+          answer.at(manager1::notesKey), session, confirm);
+}
+
+/* The manager sets the checkpoint along with the change, and tells of another's in its notes. */
+void send(const std::string &document, bool isForced, Confirmation &confirmation, Session &session)
 {
     try {
-        const Json answer = Json::parse(text);
+        const Json answer = Json::parse(applyByManager(document, isForced, confirmation.seconds()));
         requireDone(answer);
-        const Json &changes = answer.at(manager1::changesKey);
-        print(headingOf(changes, answer.value(manager1::mendedKey, false)), changes,
-              answer.at(manager1::notesKey), session, confirmation.rows());
+        const Json &confirm = answer.value(manager1::confirmKey, Json());
+        if (confirm.is_object()) {
+            confirmation.adopt(confirm.at(manager1::tokenKey));
+        }
+        printAnswer(answer, confirm.is_object() ? confirmation.rows() : Rows(), session);
     } catch (const Json::exception &) {
         failAnswer();
     }
+    confirmation.ask(session);
 }
 
 void apply(const Arguments &arguments, Session &session)
 {
     const std::string text = contentsOf(arguments.value(fileArgument));
-    std::string danger;
+    std::optional<Confirmation> confirmation;
     {
         const bmc::Snapshot snapshot;
         const Configuration present = readConfiguration();
         const settings::Reading reading = readingOf(text, present);
         const bool isDryRun = arguments.has("--dry-run");
         const Configuration after = foreseen(reading, present, isDryRun);
-        danger = dangerOf(present, after, arguments);
+        confirmation.emplace(arguments, dangerOf(present, after, arguments));
         if (isDryRun) {
             const Json changes =
                 settings::changesOf(settings::differences(present, after), present.state);
-            print(dryRunHeadingOf(changes), changes, settings::notesOf(reading, present, after),
-                  session);
+            std::vector<std::string> notes = settings::notesOf(reading, present, after);
+            if (const std::string note = confirmation->note(); !note.empty()) {
+                notes.push_back(note);
+            }
+            print(dryRunHeadingOf(changes), changes, notes, session);
             return;
         }
     }
-    const Confirmation confirmation(arguments, danger);
-    try {
-        printAnswer(applyByManager(text), confirmation, session);
-    } catch (const Failure &failure) {
-        confirmation.cancel(failure);
-        throw;
-    }
-    confirmation.ask(session);
+    send(text, arguments.has(forceName), *confirmation, session);
 }
 
 /* A document in every form of answer. Stored bytes that are no text are shown as such, which no

@@ -3,10 +3,14 @@
 /* Checkpoints over several commands, and how they end. */
 #include "nwctl/confirmation.hpp"
 #include "nwctl/manager_client.hpp"
+#include "nwctl/sending.hpp"
+#include "settings/ways_in.hpp"
 
 namespace nwctl {
 
 namespace {
+
+using bmc::settings::Json;
 
 constexpr const char *secondsArgument = "SECONDS";
 constexpr const char *tokenArgument = "TOKEN";
@@ -29,10 +33,13 @@ void end(CheckpointEnd end, const char *sentence, const char *key, const Argumen
 void showPending(const Arguments &, Session &session)
 {
     const std::optional<unsigned> left = pendingSeconds();
+    const auto changes = Json::parse(left ? pendingChanges() : "[]", nullptr, false);
     session.answer({line(left ? "What has changed since the checkpoint goes back in " +
-                                    std::to_string(*left) + " s unless it is confirmed."
+                                    std::to_string(*left) + " s unless it is confirmed" +
+                                    (changes.empty() ? "; nothing has yet." : ":")
                               : "Nothing waits to be confirmed."),
-                    hidden("pending", left.has_value()), hidden("secondsLeft", left)});
+                    hidden("pending", left.has_value()), hidden("secondsLeft", left),
+                    changesRow(changes)});
 }
 
 Parameter tokenParameter()
@@ -45,12 +52,13 @@ Parameter tokenParameter()
 
 void addCheckpointCommands(std::vector<Command> &commands)
 {
-    commands.push_back({"",
-                        "checkpoint",
-                        "Take back whatever is changed from now on unless it is confirmed in time",
-                        "checkpoint 120",
-                        {{Parameter::Kind::required, secondsArgument, "10 to 3600"}},
-                        set});
+    commands.push_back(
+        {"",
+         "checkpoint",
+         "Take back what is changed of the stored settings unless it is confirmed in time",
+         "checkpoint 120",
+         {{Parameter::Kind::required, secondsArgument, bmc::settings::secondsToConfirm()}},
+         set});
     commands.push_back({"",
                         "confirm",
                         "Let stay what has changed since the checkpoint",

@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "nwctl/confirmation.hpp"
 
+#include <algorithm>
 #include <array>
 #include <csignal>
+#include <iterator>
+#include <utility>
 
 #include <poll.h>
 #include <sys/signalfd.h>
@@ -12,7 +15,6 @@
 #include "common/descriptor.hpp"
 #include "nwctl/manager_client.hpp"
 #include "settings/codes.hpp"
-#include "settings/difference.hpp"
 #include "settings/ways_in.hpp"
 
 namespace nwctl {
@@ -62,6 +64,20 @@ private:
 
 enum class Reply { none, yes, no };
 
+constexpr const char *pendingState = "pending";
+constexpr const char *confirmedState = "confirmed";
+constexpr const char *revertedState = "reverted";
+
+/* How a checkpoint ends, and what is said of it. */
+struct Ending {
+    std::string_view state;
+    Exit status;
+    const char *sentence;
+};
+constexpr Ending endings[] = {
+    {confirmedState, Exit::success, "Confirmed: the change stays."},
+    {revertedState, Exit::manager, "Taken back: what held before holds again."}};
+
 /* What was typed, once it is a whole line. A terminal that has gone says no. */
 Reply readReply(std::string &typed)
 {
@@ -80,23 +96,23 @@ Reply readReply(std::string &typed)
     return isYes ? Reply::yes : isNo ? Reply::no : Reply::none;
 }
 
-/* Seconds left; nothing once it has ended, whoever ended it. While the manager cannot be asked the
- * time goes on. */
-std::optional<unsigned> secondsLeft(unsigned lastKnown)
+/* While the manager cannot be asked the time goes on. */
+CheckpointState stateAfter(const CheckpointState &former, const std::string &token)
 {
     try {
-        return pendingSeconds();
+        return checkpointState(token);
     } catch (const Failure &) {
-        return lastKnown == 0 ? std::nullopt : std::optional(lastKnown - 1);
+        return {former.secondsLeft == 0 ? "" : former.state, std::max(former.secondsLeft, 1U) - 1};
     }
 }
 
-/* None when it was decided elsewhere, or by the time. */
-Reply replyWithin(unsigned seconds, const Signals &signals, Session &session)
+/* None once it has ended otherwise. */
+Reply replyTo(CheckpointState &state, const std::string &token, const Signals &signals,
+              Session &session)
 {
     std::string typed;
-    for (std::optional<unsigned> left = seconds; left; left = secondsLeft(*left)) {
-        session.prompt("\rKeep this change? " + std::to_string(*left) +
+    for (; state.state == pendingState; state = stateAfter(state, token)) {
+        session.prompt("\rKeep this change? " + std::to_string(state.secondsLeft) +
                        " s left to say yes or no: " + typed);
         std::array<pollfd, 2> sources{pollfd{STDIN_FILENO, POLLIN, 0},
                                       pollfd{signals.descriptor(), POLLIN, 0}};
@@ -122,7 +138,7 @@ unsigned secondsFor(const Arguments &arguments, const std::string &danger)
         }
         return checkpointSeconds(optionName, text);
     }
-    return danger.empty() || arguments.has(noName) ? 0 : settings::usualSecondsToConfirm;
+    return danger.empty() || arguments.has(noName) ? 0 : settings::usualToConfirm;
 }
 
 /* Of others' checkpoint; whoever cannot be asked has none to tell of. */
@@ -139,17 +155,17 @@ std::optional<unsigned> pendingQuietly()
 
 std::vector<Parameter> confirmationParameters()
 {
-    return {{Parameter::Kind::option, optionName,
-             "take the change back after 10 to 3600 seconds unless it is confirmed", "SECONDS"},
-            flag(noName, "let the change stay also when somebody may be cut off by it, who has "
-                         "120 seconds to confirm it otherwise")};
+    return {
+        {Parameter::Kind::option, optionName,
+         "take the change back after " + settings::secondsToConfirm() + " unless it is confirmed",
+         "SECONDS"},
+        flag(noName, "set no checkpoint where somebody may be cut off; otherwise there are " +
+                         std::to_string(settings::usualToConfirm) + " seconds to confirm")};
 }
 
 unsigned checkpointSeconds(const std::string &name, const std::string &text)
 {
-    constexpr unsigned shortest = 10;
-    constexpr unsigned longest = 3600;
-    return numberIn(name, text, shortest, longest);
+    return numberIn(name, text, settings::shortestToConfirm, settings::longestToConfirm);
 }
 
 std::string confirmHint(unsigned seconds, const std::string &token)
@@ -159,42 +175,63 @@ std::string confirmHint(unsigned seconds, const std::string &token)
 }
 
 Confirmation::Confirmation(const Arguments &arguments, std::string danger)
-    : danger_(std::move(danger))
+    : danger_(std::move(danger)), isWanted_(arguments.has(optionName)),
+      seconds_(secondsFor(arguments, danger_))
 {
-    const unsigned seconds = secondsFor(arguments, danger_);
-    if (seconds == 0) {
+}
+
+void Confirmation::begin()
+{
+    if (seconds_ == 0) {
         return;
     }
     try {
-        before_ = readConfiguration();
-        token_ = setCheckpoint(seconds);
-        seconds_ = seconds;
+        token_ = setCheckpoint(seconds_);
     } catch (const Failure &failure) {
         constexpr auto pending = static_cast<NW_RESULT>(settings::Result::checkpointPending);
         /* The change goes back with the one that is there. */
-        if (arguments.has(optionName) || failure.result != pending) {
+        if (isWanted_ || failure.result != pending) {
             throw;
         }
     }
 }
 
-void Confirmation::cancel(const Failure &failure) const
+unsigned Confirmation::seconds() const
 {
-    if (seconds_ == 0 || failure.status == Exit::transport) {
+    return !isWanted_ && seconds_ != 0 && pendingQuietly() ? 0 : seconds_;
+}
+
+void Confirmation::adopt(std::string token)
+{
+    token_ = std::move(token);
+}
+
+void Confirmation::cancel(const Failure &failure, bool isPartly) const
+{
+    if (token_.empty() || failure.status == Exit::transport) {
         return;
     }
     try {
-        endCheckpoint(CheckpointEnd::revert, token_);
+        endCheckpoint(isPartly ? CheckpointEnd::revert : CheckpointEnd::confirm, token_);
     } catch (const Failure &) {
         return; /* it ends by itself, and there is something else to report */
     }
 }
 
+std::string Confirmation::note() const
+{
+    return seconds_ == 0 ? ""
+                         : danger_ + (danger_.empty() ? "" : " ") + "It would go back after " +
+                               std::to_string(seconds_) + " s unless it is confirmed.";
+}
+
 Rows Confirmation::rows() const
 {
-    if (seconds_ != 0) {
-        return {hidden("confirm", Object{{hidden("seconds", seconds_), hidden("token", token_)}}),
-                line(danger_), line(confirmHint(seconds_, token_))};
+    if (!token_.empty()) {
+        const unsigned left = stateAfter({pendingState, seconds_}, token_).secondsLeft;
+        return {hidden("confirm", Object{{hidden("seconds", left), hidden("token", token_),
+                                          hidden("because", textOrNull(danger_))}}),
+                line(danger_), line(confirmHint(left, token_))};
     }
     const std::optional<unsigned> left = pendingQuietly();
     if (!left) {
@@ -207,25 +244,25 @@ Rows Confirmation::rows() const
 
 void Confirmation::ask(Session &session) const
 {
-    if (seconds_ == 0 || !session.isInteractive()) {
+    if (token_.empty() || !isWanted_ || !session.isInteractive()) {
         return;
     }
     const Signals signals; /* until it has ended */
-    const Reply reply = replyWithin(seconds_, signals, session);
+    CheckpointState state = stateAfter({pendingState, seconds_}, token_);
+    const Reply reply = replyTo(state, token_, signals, session);
     session.prompt("\n");
-    if (reply == Reply::yes) {
-        endCheckpoint(CheckpointEnd::confirm, token_);
-        session.answer({line("Confirmed: the change stays.")});
-    } else if (reply == Reply::no) {
-        endCheckpoint(CheckpointEnd::revert, token_);
-        session.status = Exit::manager;
-        session.answer({line("Taken back: what held before holds again.")});
-    } else if (settings::differences(*before_, readConfiguration()).empty()) {
-        session.status = Exit::manager;
-        session.answer({line("Nobody has confirmed it: the change is taken back.")});
-    } else {
-        session.answer({line("Confirmed elsewhere: the change stays.")});
+    if (reply != Reply::none) {
+        endCheckpoint(reply == Reply::yes ? CheckpointEnd::confirm : CheckpointEnd::revert, token_);
+        state.state = reply == Reply::yes ? confirmedState : revertedState;
     }
+    const auto *ending = std::ranges::find(endings, state.state, &Ending::state);
+    if (ending == std::end(endings)) {
+        throw Failure(Exit::transport, "", "",
+                      "it cannot be told whether the change stays; ask again: nwctl diff, pending",
+                      NW_ERR_RPC_TRANSPORT);
+    }
+    session.status = ending->status;
+    session.answer({line(ending->sentence)});
 }
 
 } // namespace nwctl

@@ -8,7 +8,6 @@
 
 #include "nwctl/command.hpp"
 #include "nwctl/failure.hpp"
-#include "nwctl/stored.hpp"
 
 namespace nwctl {
 
@@ -19,26 +18,38 @@ unsigned checkpointSeconds(const std::string &name, const std::string &text);
 
 class Confirmation {
 public:
-    /* Sets a checkpoint where the arguments ask for one, or there is a danger and they don't forbid
-     * it. Throws Failure; nothing has changed then. */
+    /* danger: why somebody may be cut off by the change, empty where nothing speaks for it. Throws
+     * Failure for options that contradict each other. */
     Confirmation(const Arguments &arguments, std::string danger);
 
-    /* The change was not made: a part that was goes back. Where all of it may still be made, the
-     * checkpoint stays. */
-    void cancel(const Failure &failure) const;
+    /* Sets a checkpoint where the options ask for one, or there is a danger and they don't forbid
+     * it. Throws Failure; nothing has changed then. */
+    void begin();
+    /* Seconds that the change's own checkpoint shall have, 0 for none; for whoever sets it along
+     * with the change, and its token then. */
+    unsigned seconds() const;
+    void adopt(std::string token);
+
+    /* The change was not made. A part of it that was goes back; where all of it may still be made,
+     * the checkpoint stays. */
+    void cancel(const Failure &failure, bool isPartly) const;
+
+    /* What a dry run tells. */
+    std::string note() const;
 
     /* What there is to know in the answer of the change, which has been made: how to confirm it, or
      * that it belongs to another's checkpoint. */
     Rows rows() const;
 
-    /* The change was made: on a terminal asks whether it shall stay, until that is decided. */
+    /* The change was made: on a terminal asks whoever wanted a checkpoint whether it shall stay,
+     * until that is decided. */
     void ask(Session &session) const;
 
 private:
-    unsigned seconds_ = 0; /* 0: there is none */
-    std::string token_;
     std::string danger_;
-    std::optional<Configuration> before_; /* with a checkpoint */
+    bool isWanted_ = false; /* by an option */
+    unsigned seconds_ = 0;
+    std::string token_; /* once there is one */
 };
 
 /* The line that says how to confirm. */

@@ -12,8 +12,6 @@ namespace {
 
 namespace settings = bmc::settings;
 
-constexpr const char *forceName = "--force";
-
 void requireWayIn(const Configuration &present, const Configuration &after)
 {
     try {

@@ -10,7 +10,8 @@
 
 namespace nwctl {
 
-/* The flag --force of commands that may leave no way in. */
+/* The flag of commands that may leave no way in. */
+inline constexpr const char *forceName = "--force";
 Parameter forceFlag();
 
 /* Why somebody may be cut off by the change, in a sentence; empty when nothing speaks for it.

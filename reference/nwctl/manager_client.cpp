@@ -131,10 +131,10 @@ auto ask(const char *effect, const Call &call, milliseconds limit = longest)
 
 } // namespace
 
-std::string applyByManager(const std::string &document)
+std::string applyByManager(const std::string &document, bool isForced, unsigned seconds)
 {
-    const Options options{{manager1::forceOption, sdbus::Variant(true)},
-                          {manager1::confirmOption, sdbus::Variant(std::uint32_t{0})}};
+    const Options options{{manager1::forceOption, sdbus::Variant(isForced)},
+                          {manager1::confirmOption, sdbus::Variant(std::uint32_t{seconds})}};
     return ask("the change may still take effect", [&](Manager &manager) {
         return valueIn<std::string>(manager.call(manager1::applyMethod, document, options));
     });
@@ -165,6 +165,24 @@ void endCheckpoint(CheckpointEnd end, const std::string &token)
                          token);
         }
     });
+}
+
+std::string pendingChanges()
+{
+    return ask("nothing has changed", [](Manager &manager) {
+        return valueIn<std::string>(manager.call(manager1::pendingChangesMethod));
+    });
+}
+
+CheckpointState checkpointState(const std::string &token)
+{
+    const auto read = [&](Manager &manager) {
+        CheckpointState found;
+        auto reply = manager.call(manager1::checkpointStateMethod, token);
+        reply >> found.state >> found.secondsLeft;
+        return found;
+    };
+    return ask("it cannot be told what is pending", read, longestForBus);
 }
 
 std::optional<unsigned> pendingSeconds()

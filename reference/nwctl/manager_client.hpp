@@ -10,9 +10,9 @@
 
 namespace nwctl {
 
-/* The answer of rpc/manager1.hpp to a document that shall be applied, whatever it does to those who
- * come in over the ports. */
-std::string applyByManager(const std::string &document);
+/* The answer of rpc/manager1.hpp to a document that shall be applied: by force, or within a
+ * checkpoint of so many seconds, 0 for none. */
+std::string applyByManager(const std::string &document, bool isForced, unsigned seconds);
 
 /* Where kernel and system are not as it is stored, as rpc/manager1.hpp has it. */
 std::string differencesByManager();
@@ -24,6 +24,15 @@ enum class CheckpointEnd { confirm, revert };
 void endCheckpoint(CheckpointEnd end, const std::string &token);
 /* Seconds that are left to confirm, if there is a checkpoint. */
 std::optional<unsigned> pendingSeconds();
+/* What has changed since, as rpc/manager1.hpp has it. */
+std::string pendingChanges();
+/* What has become of the checkpoint with that token: "pending", with the seconds left, "confirmed",
+ * "reverted" or "none". */
+struct CheckpointState {
+    std::string state;
+    unsigned secondsLeft = 0;
+};
+CheckpointState checkpointState(const std::string &token);
 
 /* Does the bus refuse what this user asks the network manager? Then a call without an answer was
  * never delivered. Blocks for a moment. */

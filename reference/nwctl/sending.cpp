@@ -192,6 +192,12 @@ Json changesOf(const Sending &sending)
     return settings::changesOf(settings::differences(present, after), present.state);
 }
 
+/* By the network manager. */
+bool isRecorded(const Sending &sending)
+{
+    return !sending.commands.empty() && (!sending.changes.empty() || sending.foreseen);
+}
+
 bool isOverlap(const settings::Refusal &refusal)
 {
     return settings::describe(refusal.code()).name.starts_with("NW_ERR_IPV");
@@ -286,7 +292,7 @@ void send(const Sending &sending, const Confirmation &confirmation, Session &ses
         rows.push_back(line("Done: " + sending.what + "; the operation log has no sentence."));
     }
     addNotes(sending, rows);
-    if (!sending.changes.empty()) {
+    if (isRecorded(sending)) {
         std::ranges::move(confirmation.rows(), std::back_inserter(rows));
     }
     session.answer(rows);
@@ -309,7 +315,7 @@ void tell(const Sending &sending, Session &session)
 namespace {
 
 /* What the manager is going to refuse cuts nobody off; of what cannot be read nothing is known. */
-std::string dangerOf(const Sending &sending, const Arguments &arguments)
+std::string foreseenDanger(const Sending &sending, const Arguments &arguments)
 {
     if (!sending.isGuarded || sending.changes.empty()) {
         return "";
@@ -330,24 +336,27 @@ std::string dangerOf(const Sending &sending, const Arguments &arguments)
 void carryOut(const std::function<Sending()> &prepare, const Arguments &arguments, Session &session)
 {
     Sending sending;
-    std::string danger;
+    std::optional<Confirmation> confirmation;
     {
         const bmc::Snapshot snapshot; /* ends before the library reads back what was changed */
         sending = prepare();
-        danger = dangerOf(sending, arguments);
+        confirmation.emplace(arguments, foreseenDanger(sending, arguments));
         if (arguments.has("--dry-run")) {
+            if (const std::string note = confirmation->note(); !note.empty()) {
+                sending.notes.push_back(note);
+            }
             tell(sending, session);
             return;
         }
     }
-    const Confirmation confirmation(arguments, danger);
+    confirmation->begin();
     try {
-        send(sending, confirmation, session);
+        send(sending, *confirmation, session);
     } catch (const Failure &failure) {
-        confirmation.cancel(failure);
+        confirmation->cancel(failure, sending.commands.size() > 1);
         throw;
     }
-    confirmation.ask(session);
+    confirmation->ask(session);
 }
 
 Parameter dryRunFlag()

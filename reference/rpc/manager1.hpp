@@ -4,13 +4,12 @@
  * documents, whole or in part, all or nothing.
  *
  *   method Apply(in s document, in a{sv} options, out s answer)   makes the change
- *   method Check(in s document, in a{sv} options, out s answer)   foresees what Apply would do and
- *                                                                 changes nothing
+ *   method Check(in s document, in a{sv} options, out s answer)   foresees it and changes nothing
  *
- *   option "force", b             also when no port would have an address and a link any more
- *   option "confirm-within", u    goes back after so many seconds unless it is confirmed, see
- * below; 0: it doesn't. Without this option it does, after 120 s, when somebody is connected to an
- * address that the change takes away
+ *   "force", b            also when no port would have an address and a link any more
+ *   "confirm-within", u   sets a checkpoint of so many seconds first, see below; 0: sets none.
+ *                         Without this option one of 120 s is set when somebody is connected to an
+ *                         address that the change takes away. Of no meaning to Check
  *
  *   answer = { "result": CODE, "reason": text, "setting": place or null,
  *              "changes": [change…], "mended": flag, "notes": [text…],
@@ -38,6 +37,10 @@
  *   method Revert()                                what has changed goes at once
  *   method ConfirmWith(in s token)                 the same for whoever holds the token,
  *   method RevertWith(in s token)                  who need not be allowed to change anything
+ *   method CheckpointState(in s token, out s state, out u secondsLeft)
+ *                                                  "pending", "confirmed" or "reverted"; "none" for
+ *                                                  a token that is not the last one's
+ *   method PendingChanges(out s answer)            [change…] since the checkpoint
  *   property readonly b Pending                    whether there is a checkpoint
  *   property readonly u SecondsLeft                to confirm it, 0 without one
  *
@@ -58,6 +61,8 @@ inline constexpr const char *confirmMethod = "Confirm";
 inline constexpr const char *revertMethod = "Revert";
 inline constexpr const char *confirmWithMethod = "ConfirmWith";
 inline constexpr const char *revertWithMethod = "RevertWith";
+inline constexpr const char *checkpointStateMethod = "CheckpointState";
+inline constexpr const char *pendingChangesMethod = "PendingChanges";
 inline constexpr const char *pendingProperty = "Pending";
 inline constexpr const char *secondsLeftProperty = "SecondsLeft";
 inline constexpr const char *errorPrefix = "io.networkmng.Error.";

@@ -30,6 +30,9 @@ constexpr auto patienceAmidWork = 500ms;
 
 constexpr int retryPause = 500; /* ms */
 
+/* Before other work has its turn, which shall not wait for ever. */
+constexpr unsigned mostCalls = 16;
+
 constexpr pollfd nothing{-1, 0, 0};
 
 /* Runs a bus operation; what it throws becomes one sentence. */
@@ -209,7 +212,7 @@ bool Server::awaitBus()
 void Server::serveUntilStopped()
 {
     while (true) {
-        while (connection_->processPendingRequest()) {
+        for (unsigned call = 0; call < mostCalls && connection_->processPendingRequest(); call++) {
         }
         const int idle = idleWork_();
         const auto bus = connection_->getEventLoopPollData();

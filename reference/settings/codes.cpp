@@ -60,7 +60,7 @@ constexpr Code rows[] = {
     MANAGER(unknownField, "NW_MANAGER_UNKNOWN_FIELD",         INVALID_DATA,    none,                          "a change bit selects no field"),
     MANAGER(addressTaken, "NW_MANAGER_ADDRESS_TAKEN",         UNSPECIFIED,     about("ipv4"),                 "a neighbour on the network has the IPv4 address already; nothing was changed"),
     MANAGER(badDelay, "NW_MANAGER_BAD_DELAY",                 OUT_OF_RANGE,    none,                          "the delay of a restart is above 3600 seconds"),
-    MANAGER(notRestored, "NW_MANAGER_NOT_RESTORED",           UNSPECIFIED,     none,                          "the change failed and could not be taken back as a whole; the manager goes on trying"),
+    MANAGER(notRestored, "NW_MANAGER_NOT_RESTORED",           UNSPECIFIED,     none,                          "not everything could be taken back; the manager goes on trying"),
     MANAGER(badDocument, "NW_MANAGER_BAD_DOCUMENT",           UNSPECIFIED,     none,                          "the document is not JSON, or not of the form of a configuration"),
     MANAGER(wirelessUnknown, "NW_MANAGER_WIRELESS_UNKNOWN",   UNSPECIFIED,     about("ipv4"),                 "what is known of the wireless interface cannot be understood, so nobody can tell whether addresses overlap"),
     MANAGER(badLldpMode, "NW_MANAGER_BAD_LLDP_MODE",          INVALID_DATA,    none,                          "the LLDP state is not 0 or 1, or the work mode not 1, 2 or 3"),

@@ -3,9 +3,12 @@
 #include "settings/ways_in.hpp"
 
 #include <algorithm>
+#include <array>
 #include <bit>
-#include <cstring>
+#include <cerrno>
 #include <fstream>
+#include <iterator>
+#include <set>
 #include <sstream>
 
 #include <net/if.h>
@@ -25,8 +28,9 @@ namespace {
 
 bool isOpen(const std::vector<WayIn> &ways, const LinkOf &linkOf)
 {
-    return std::ranges::any_of(
-        ways, [&](const WayIn &way) { return linkOf(way.interface).value_or(true); });
+    return std::ranges::any_of(ways, [&](const WayIn &way) {
+        return way.port == NW_PORT_BOND0 || linkOf(way.interface).value_or(true);
+    });
 }
 
 /* The kernel writes each word of an address as the number that it is here. */
@@ -44,6 +48,17 @@ std::optional<Address> addressIn(const std::string &digits)
         }
     }
     return address;
+}
+
+std::string beforeColon(const std::string &text)
+{
+    return text.substr(0, text.find(':'));
+}
+
+std::string afterColon(const std::string &text)
+{
+    const auto colon = text.find(':');
+    return colon == std::string::npos ? "" : text.substr(colon + 1);
 }
 
 /* "::ffff:192.0.2.1", by which a socket of both families tells an IPv4 address. */
@@ -84,8 +99,10 @@ std::optional<bool> knownLink(const std::string &interface)
     const Descriptor socket(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
     ifreq request{};
     interface.copy(request.ifr_name, sizeof(request.ifr_name) - 1);
-    const bool isUp =
-        ioctl(socket.get(), SIOCGIFFLAGS, &request) == 0 && (request.ifr_flags & IFF_UP) != 0;
+    if (ioctl(socket.get(), SIOCGIFFLAGS, &request) != 0) {
+        return errno == ENODEV ? std::optional(false) : std::nullopt;
+    }
+    const bool isUp = (request.ifr_flags & IFF_UP) != 0;
     return isUp ? std::optional((request.ifr_flags & IFF_RUNNING) != 0) : std::nullopt;
 }
 
@@ -96,11 +113,14 @@ void requireWayIn(const Configuration &before, const Configuration &after, const
     }
 }
 
-/* number: LOCAL:PORT REMOTE:PORT STATE and more, numbers and addresses in hexadecimal */
+/* number: LOCAL:PORT REMOTE:PORT STATE and more, numbers and addresses in hexadecimal. Who comes in
+ * comes to a port that is listened on. */
 std::vector<Address> connectedIn(std::istream &lines)
 {
     constexpr const char *established = "01";
-    std::vector<Address> connected;
+    constexpr const char *listening = "0A";
+    std::set<std::string> ports;
+    std::vector<std::pair<std::string, std::string>> ends; /* here and there */
     for (std::string line; std::getline(lines, line);) {
         std::istringstream fields(line);
         std::string number;
@@ -108,9 +128,17 @@ std::vector<Address> connectedIn(std::istream &lines)
         std::string remote;
         std::string state;
         fields >> number >> local >> remote >> state;
-        const auto address = addressIn(local.substr(0, local.find(':')));
-        const bool isOwn = remote.starts_with(local.substr(0, local.find(':') + 1));
-        if (state == established && address && !isOwn) {
+        if (state == listening) {
+            ports.insert(afterColon(local));
+        } else if (state == established) {
+            ends.emplace_back(local, remote);
+        }
+    }
+    std::vector<Address> connected;
+    for (const auto &[local, remote] : ends) {
+        const auto address = addressIn(beforeColon(local));
+        const bool isOwn = beforeColon(local) == beforeColon(remote);
+        if (address && !isOwn && ports.contains(afterColon(local))) {
             connected.push_back(withoutMapping(*address));
         }
     }
@@ -146,9 +174,11 @@ bool touches(const Configuration &before, const Configuration &after, unsigned p
     const auto found = differences(before, after);
     return std::ranges::any_of(found, [&](const Difference &difference) {
         const Section section = difference.setting->section;
-        const bool isWay = section == Section::lan || section == Section::an;
+        const bool isOfPort = difference.port == port;
+        const bool isOfMember = port == NW_PORT_BOND0 && section == Section::an;
         return section == Section::mode || section == Section::switchover ||
-               (isWay && difference.port == port);
+               (section == Section::lan && isOfPort) ||
+               (section == Section::an && (isOfPort || isOfMember));
     });
 }
 

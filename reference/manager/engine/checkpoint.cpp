@@ -12,6 +12,7 @@
 #include "common/hex.hpp"
 #include "common/text.hpp"
 #include "manager/refusal.hpp"
+#include "settings/ways_in.hpp"
 
 namespace bmc::manager {
 
@@ -36,7 +37,7 @@ CheckpointRecord checkpointOf(const Configuration &before, std::chrono::seconds 
 {
     CheckpointRecord checkpoint{};
     checkpoint.version = checkpointVersion;
-    checkpoint.isOpen = 1;
+    checkpoint.state = CheckpointState::pending;
     checkpoint.deadline = static_cast<std::uint64_t>((now.uptime + within).count());
     now.boot.copy(checkpoint.boot, sizeof(checkpoint.boot));
     newToken().copy(checkpoint.token, sizeof(checkpoint.token));
@@ -48,10 +49,7 @@ std::chrono::milliseconds leftOf(const CheckpointRecord &checkpoint, const Momen
 {
     const auto uptime = static_cast<std::uint64_t>(now.uptime.count());
     const bool isOver = boundedText(checkpoint.boot) != now.boot || uptime >= checkpoint.deadline;
-    /* No longer than any may be, whatever the record says. */
-    return isOver ? std::chrono::milliseconds{}
-                  : std::min<std::chrono::milliseconds>(
-                        std::chrono::milliseconds(checkpoint.deadline - uptime), longestCheckpoint);
+    return std::chrono::milliseconds(isOver ? 0 : checkpoint.deadline - uptime);
 }
 
 std::string tokenOf(const CheckpointRecord &checkpoint)
@@ -59,18 +57,31 @@ std::string tokenOf(const CheckpointRecord &checkpoint)
     return boundedText(checkpoint.token);
 }
 
-std::optional<CheckpointRecord> findCheckpoint(const Store &store)
+CheckpointRecord ended(const CheckpointRecord &checkpoint, CheckpointState state)
+{
+    CheckpointRecord kept{};
+    kept.version = checkpointVersion;
+    kept.state = state;
+    std::ranges::copy(checkpoint.token, kept.token);
+    return kept;
+}
+
+CheckpointRecord readCheckpoint(const Store &store, const Moment &now)
 {
     if (store.isVacant(checkpointRecord)) {
-        return std::nullopt;
+        return {};
     }
-    const CheckpointRecord checkpoint = store.read(checkpointRecord);
+    CheckpointRecord checkpoint = store.read(checkpointRecord);
     if (checkpoint.version > checkpointVersion) {
         throw DatabaseFailure("the checkpoint has the format " +
                               std::to_string(std::uint32_t{checkpoint.version}) +
                               ", which this manager doesn't know");
     }
-    return checkpoint.isOpen != 0 ? std::optional(checkpoint) : std::nullopt;
+    const std::chrono::milliseconds latest =
+        now.uptime + std::chrono::seconds(settings::longestToConfirm);
+    checkpoint.deadline =
+        std::min<std::uint64_t>(checkpoint.deadline, static_cast<std::uint64_t>(latest.count()));
+    return checkpoint;
 }
 
 } // namespace bmc::manager

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <chrono>
-#include <optional>
 #include <string>
 
 #include "manager/engine/machine.hpp"
@@ -12,19 +11,19 @@
 
 namespace bmc::manager {
 
-/* In the database, so that neither a restart nor a reboot forgets it. */
+enum class CheckpointState : std::uint32_t { none = 0, pending = 1, confirmed = 2, reverted = 3 };
+
+/* In the database, so that neither a restart nor a reboot forgets it. Of one that has ended only
+ * how it did is kept. */
 struct NW_PACKED CheckpointRecord {
     std::uint32_t version; /* 1 */
-    std::uint32_t isOpen;
+    CheckpointState state;
     std::uint64_t deadline; /* milliseconds of the boot's own clock */
     char boot[40];          /* its name */
     char token[32];
     Configuration before;
 };
 inline constexpr Record<CheckpointRecord> checkpointRecord{0x18000003, "checkpoint"};
-
-inline constexpr std::chrono::seconds shortestCheckpoint{10};
-inline constexpr std::chrono::seconds longestCheckpoint{3600};
 
 /* With a token of its own that nobody can guess. */
 CheckpointRecord checkpointOf(const Configuration &before, std::chrono::seconds within,
@@ -35,8 +34,11 @@ std::chrono::milliseconds leftOf(const CheckpointRecord &checkpoint, const Momen
 
 std::string tokenOf(const CheckpointRecord &checkpoint);
 
-/* The one that is open. Throws Refusal for one that cannot be read, or is of a format that is not
- * known. */
-std::optional<CheckpointRecord> findCheckpoint(const Store &store);
+/* What is kept of one that has ended. */
+CheckpointRecord ended(const CheckpointRecord &checkpoint, CheckpointState state);
+
+/* The last one, or one of no state. Its time is no longer than any may be. Throws Refusal when it
+ * cannot be read, or is of a format that is not known. */
+CheckpointRecord readCheckpoint(const Store &store, const Moment &now);
 
 } // namespace bmc::manager

@@ -48,8 +48,10 @@ public:
     /* What has changed since goes. Throws Refusal: without a checkpoint, when the records cannot be
      * written, or when kernel or system don't let all of it go; the engine then goes on trying. */
     void revert();
-    /* Whether there is one with that token. */
-    bool isToken(const std::string &token) const;
+    /* What has become of the one with that token; none where it is not the last one. */
+    CheckpointState checkpointState(const std::string &token) const;
+    /* What has changed since it was set, the former configuration first; only with a checkpoint. */
+    std::optional<std::pair<Configuration, Configuration>> pendingChange();
     /* How long there is left to confirm, if there is a checkpoint. */
     std::optional<std::chrono::milliseconds> pending() const;
 
@@ -91,6 +93,7 @@ private:
                  const std::vector<Step> &differences);
     Made settle(const char *occasion);
     void startFromRecords();
+    bool isPending() const;
     bool isCheckpointOver() const;
     Made goBack(const char *why);
     void endOverdue();
@@ -120,7 +123,7 @@ private:
     std::optional<Clock::time_point> tryAgainAt_;
     std::chrono::seconds backOff_{};
     std::optional<Clock::time_point> watchdogAt_;
-    std::optional<CheckpointRecord> checkpoint_;
+    CheckpointRecord checkpoint_{};                 /* as it is stored */
     std::optional<Clock::time_point> checkpointAt_; /* when to look at its time */
 };
 

@@ -8,6 +8,7 @@
 #include "manager/engine/verdict.hpp"
 #include "manager/log.hpp"
 #include "manager/refusal.hpp"
+#include "settings/ways_in.hpp"
 
 namespace bmc::manager {
 
@@ -25,54 +26,70 @@ std::string secondsText(std::chrono::milliseconds time)
 
 } // namespace
 
+bool Engine::isPending() const
+{
+    return checkpoint_.state == CheckpointState::pending;
+}
+
+std::optional<std::chrono::milliseconds> Engine::pending() const
+{
+    return isPending() ? std::optional(leftOf(checkpoint_, machine_.moment())) : std::nullopt;
+}
+
+bool Engine::isCheckpointOver() const
+{
+    return isPending() && pending()->count() == 0;
+}
+
+CheckpointState Engine::checkpointState(const std::string &token) const
+{
+    return tokenOf(checkpoint_) == token ? checkpoint_.state : CheckpointState::none;
+}
+
+std::optional<std::pair<Configuration, Configuration>> Engine::pendingChange()
+{
+    const Configuration now = present();
+    return isPending() ? std::optional(std::pair(checkpoint_.before, now)) : std::nullopt;
+}
+
+/* One that is over and could not go back yet is still there. */
 std::string Engine::checkpoint(std::chrono::seconds within)
 {
-    requireInTime();
-    if (checkpoint_) {
+    requireStarted();
+    if (isPending()) {
         throw Refusal(Result::checkpointPending, secondsText(*pending()) + " are left to confirm");
     }
-    require(within >= shortestCheckpoint && within <= longestCheckpoint, Result::badDeadline,
-            secondsText(within));
-    const CheckpointRecord checkpoint = checkpointOf(present(), within, machine_.moment());
-    store_.put(checkpointRecord, checkpoint);
-    checkpoint_ = checkpoint;
+    require(within >= std::chrono::seconds(settings::shortestToConfirm) &&
+                within <= std::chrono::seconds(settings::longestToConfirm),
+            Result::badDeadline, secondsText(within));
+    const CheckpointRecord set =
+        checkpointOf(store_.readConfiguration(), within, machine_.moment());
+    store_.put(checkpointRecord, set);
+    checkpoint_ = set;
     checkpointAt_ = Clock::now();
     log(Level::information, "checkpoint: what holds now comes back in " + secondsText(within));
-    return tokenOf(checkpoint);
+    return tokenOf(set);
 }
 
 void Engine::confirm()
 {
     requireInTime();
-    require(checkpoint_.has_value(), Result::noCheckpoint, "confirm");
-    store_.put(checkpointRecord, CheckpointRecord{});
-    checkpoint_.reset();
+    require(isPending(), Result::noCheckpoint, "confirm");
+    const CheckpointRecord after = ended(checkpoint_, CheckpointState::confirmed);
+    store_.put(checkpointRecord, after);
+    checkpoint_ = after;
     log(Level::information, "checkpoint: confirmed");
 }
 
 void Engine::revert()
 {
     requireStarted();
-    require(checkpoint_.has_value(), Result::noCheckpoint, "revert");
+    require(isPending(), Result::noCheckpoint, "revert");
     const Made made = goBack("asked to");
-    if (!made.isRead || !made.left.empty()) {
-        throw Refusal(Result::notRestored, meaningOf(Result::notRestored));
+    const Scope scope = everything();
+    if (const auto failure = reasonOf(made, scope)) {
+        throw Refusal(Result::notRestored, failure->reason);
     }
-}
-
-bool Engine::isToken(const std::string &token) const
-{
-    return checkpoint_ && tokenOf(*checkpoint_) == token;
-}
-
-std::optional<std::chrono::milliseconds> Engine::pending() const
-{
-    return checkpoint_ ? std::optional(leftOf(*checkpoint_, machine_.moment())) : std::nullopt;
-}
-
-bool Engine::isCheckpointOver() const
-{
-    return checkpoint_ && pending()->count() == 0;
 }
 
 /* First the records: whoever starts next goes on from there. A disk that cannot be written shall
@@ -80,24 +97,26 @@ bool Engine::isCheckpointOver() const
 Made Engine::goBack(const char *why)
 {
     log(Level::information, std::string("checkpoint: ") + why + ", what held before comes back");
-    const Configuration before = checkpoint_->before;
-    const Configuration present = store_.readConfiguration();
-    const bool wasOpen = std::exchange(isOpen_, true);
-    Batch batch;
-    batch.put(before, present)
-        .put(journalRecord, Journal{before, present})
-        .put(checkpointRecord, CheckpointRecord{});
+    const Configuration before = checkpoint_.before;
+    const CheckpointRecord after = ended(checkpoint_, CheckpointState::reverted);
     const auto makeSo = [&] { makeUnwritten(before, "checkpoint"); };
+    const bool wasOpen = isOpen_;
     try {
+        const Configuration changed = store_.readConfiguration();
+        isOpen_ = true;
+        Batch batch;
+        batch.put(before, changed)
+            .put(journalRecord, Journal{before, changed})
+            .put(checkpointRecord, after);
         commit(batch, ledger_, true, "that the checkpoint is over", makeSo);
     } catch (const Refusal &) {
         isOpen_ = wasOpen;
-        checkpoint_->deadline = 0; /* the time to confirm is over, asked for or not */
+        checkpoint_.deadline = 0; /* the time to confirm is over, asked for or not */
         checkpointAt_ = Clock::now() + checkpointRetry;
         makeSo();
         throw;
     }
-    checkpoint_.reset();
+    checkpoint_ = after;
     try {
         return settle("checkpoint");
     } catch (const Refusal &) {
@@ -114,7 +133,7 @@ void Engine::endOverdue()
     }
 }
 
-/* No change and no answer comes before what is due. */
+/* No answer comes before what is due. */
 void Engine::requireInTime()
 {
     requireStarted();
@@ -129,12 +148,12 @@ Configuration Engine::present()
 
 void Engine::followCheckpoint()
 {
-    if (checkpoint_) {
-        checkpointAt_ = Clock::now() + std::min(*pending(), checkpointInterval);
+    const auto left = pending();
+    checkpointAt_.reset();
+    if (left) {
+        checkpointAt_ = Clock::now() + (left->count() == 0 ? checkpointRetry
+                                                           : std::min(*left, checkpointInterval));
         requireInTime();
-    }
-    if (!checkpoint_) {
-        checkpointAt_.reset();
     }
 }
 

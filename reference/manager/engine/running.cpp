@@ -65,11 +65,11 @@ Made Engine::settle(const char *occasion)
 Configuration Engine::lastGood()
 {
     try {
-        checkpoint_ = findCheckpoint(store_);
+        checkpoint_ = readCheckpoint(store_, machine_.moment());
     } catch (const Refusal &) {
-        checkpoint_.reset();
+        checkpoint_ = {};
     }
-    return isCheckpointOver() ? checkpoint_->before : store_.readConfiguration();
+    return isCheckpointOver() ? checkpoint_.before : store_.readConfiguration();
 }
 
 /* Makes the configuration so as far as possible, with records that cannot be written. Nothing that
@@ -81,6 +81,7 @@ void Engine::makeUnwritten(const Configuration &configuration, const char *occas
         const Ledger ledger = claimed(world, readPatiently(machine_, world));
         const Scope scope = everything();
         logFailures(make(machine_, {world, ledger.owned(), scope}), occasion);
+        announcer_.follow(configuration, conditions_);
     } catch (const MachineError &error) {
         log(Level::error, std::string(occasion) + ": " + error.what());
     }
@@ -101,7 +102,7 @@ void Engine::start()
     try {
         startFromRecords();
         isStarted_ = true;
-        checkpointAt_ = Clock::now();
+        followCheckpoint();
     } catch (const Refusal &failure) {
         log(Level::error, std::string("start: ") + failure.what() +
                               "; the last good configuration holds and cannot be changed");
@@ -125,7 +126,7 @@ void Engine::startFromRecords()
     }
     ledger_ = inherited.ledger;
     isOpen_ = inherited.isOpen;
-    checkpoint_ = findCheckpoint(store_);
+    checkpoint_ = readCheckpoint(store_, machine_.moment());
     if (isCheckpointOver()) {
         goBack("its time ended or the machine was started anew");
     } else {
@@ -228,12 +229,13 @@ void Engine::followWatchdog()
     log(Level::information,
         isRunning ? "the watchdog timer runs: ARP is suspended" : "the watchdog timer is over");
     tryAgain();
-    announcer_.follow(configuration, conditions_);
+    announcer_.follow(store_.readConfiguration(), conditions_);
 }
 
 int Engine::millisecondsTo(std::optional<Clock::time_point> next) const
 {
-    for (const auto &due : {restartAt_, tryAgainAt_, watchdogAt_, checkpointAt_}) {
+    const auto checkpointAt = isStarted_ ? checkpointAt_ : std::nullopt;
+    for (const auto &due : {restartAt_, tryAgainAt_, watchdogAt_, checkpointAt}) {
         if (due) {
             next = std::min(next.value_or(*due), *due);
         }
@@ -261,7 +263,7 @@ int Engine::work()
             log(Level::information, "restart: done");
         });
     }
-    if (checkpointAt_ && *checkpointAt_ <= now) {
+    if (isStarted_ && checkpointAt_ && *checkpointAt_ <= now) {
         attempt("checkpoint", [this] { followCheckpoint(); });
     }
     if (tryAgainAt_ && *tryAgainAt_ <= now) {

@@ -101,7 +101,7 @@ std::uint32_t secondsToConfirm(const ApplyOptions &options, const Configuration 
         return *options.secondsToConfirm;
     }
     const bool isCut = !settings::cutOff(present, after, settings::knownConnected()).empty();
-    return isCut && !engine.pending() ? settings::usualSecondsToConfirm : 0;
+    return isCut && !engine.pending() ? settings::usualToConfirm : 0;
 }
 
 std::string belongingNote(std::chrono::milliseconds left)
@@ -128,7 +128,7 @@ std::vector<Step> changeWithin(Engine &engine, const ApplyOptions &options, cons
 {
     const std::uint32_t seconds = secondsToConfirm(options, present, change.after, engine);
     if (seconds == 0) {
-        if (const auto left = engine.pending(); left && !options.secondsToConfirm) {
+        if (const auto left = engine.pending(); left) {
             attempt.notes.push_back(belongingNote(*left));
         }
         return engine.change(change);
@@ -186,6 +186,14 @@ std::string tellDifferences(Engine &engine)
 bool isInLine(Engine &engine)
 {
     return std::ranges::all_of(engine.differences(), &Discrepancy::isForeign);
+}
+
+std::string tellPending(Engine &engine)
+{
+    const auto change = engine.pendingChange();
+    return textOf(change ? settings::changesOf(settings::differences(change->first, change->second),
+                                               change->first.state)
+                         : Json::array());
 }
 
 } // namespace bmc::manager

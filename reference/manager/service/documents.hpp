@@ -27,4 +27,7 @@ std::string applyDocument(Engine &engine, const std::string &document, const App
 std::string tellDifferences(Engine &engine);
 bool isInLine(Engine &engine);
 
+/* What has changed since the checkpoint that is pending; nothing without one. */
+std::string tellPending(Engine &engine);
+
 } // namespace bmc::manager

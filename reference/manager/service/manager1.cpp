@@ -34,7 +34,10 @@ auto answerOf(const char *method, const Call &call)
     try {
         return call();
     } catch (const Refusal &refusal) {
-        log(Level::error, std::string("refused: ") + method + ": " + refusal.what());
+        /* Anybody may try tokens, and shall not fill the log with them. */
+        if (refusal.code() != static_cast<std::uint32_t>(Result::badToken)) {
+            log(Level::error, std::string("refused: ") + method + ": " + refusal.what());
+        }
         fail(std::string(settings::describe(refusal.code()).name), refusal.what());
     } catch (const std::exception &error) {
         fail("Failed", error.what());
@@ -108,10 +111,28 @@ void addEnding(sdbus::IObject &object, Engine &engine, const Ending &ending)
         .withInputParamNames("token")
         .implementedAs([&engine, &ending](const std::string &token) {
             answerOf(ending.nameWithToken, [&] {
-                require(engine.isToken(token), Result::badToken, ending.nameWithToken);
+                require(!token.empty() && engine.checkpointState(token) == CheckpointState::pending,
+                        Result::badToken, ending.nameWithToken);
                 (engine.*ending.carryOut)();
             });
         });
+}
+
+std::uint32_t secondsLeft(const Engine &engine)
+{
+    const auto left = engine.pending().value_or(std::chrono::milliseconds{});
+    return static_cast<std::uint32_t>(std::chrono::ceil<std::chrono::seconds>(left).count());
+}
+
+constexpr const char *stateNames[] = {"none", "pending", "confirmed", "reverted"};
+
+/* Of the checkpoint with that token, and the seconds left of one that is pending. */
+std::tuple<std::string, std::uint32_t> stateOf(Engine &engine, const std::string &token)
+{
+    const auto state = token.empty() ? CheckpointState::none : engine.checkpointState(token);
+    const auto number = static_cast<std::size_t>(state);
+    return {stateNames[number < std::size(stateNames) ? number : 0],
+            state == CheckpointState::pending ? secondsLeft(engine) : 0};
 }
 
 void addCheckpoint(sdbus::IObject &object, Engine &engine)
@@ -124,17 +145,24 @@ void addCheckpoint(sdbus::IObject &object, Engine &engine)
             return answerOf(names::checkpointMethod,
                             [&] { return engine.checkpoint(std::chrono::seconds(seconds)); });
         });
+    object.registerMethod(names::checkpointStateMethod)
+        .onInterface(names::interfaceName)
+        .withInputParamNames("token")
+        .withOutputParamNames("state", "secondsLeft")
+        .implementedAs([&engine](const std::string &token) { return stateOf(engine, token); });
+    object.registerMethod(names::pendingChangesMethod)
+        .onInterface(names::interfaceName)
+        .withOutputParamNames("answer")
+        .implementedAs([&engine] {
+            return answerOf(names::pendingChangesMethod, [&] { return tellPending(engine); });
+        });
     object.registerProperty(names::pendingProperty)
         .onInterface(names::interfaceName)
         .withGetter([&engine] { return engine.pending().has_value(); })
         .withUpdateBehavior(sdbus::Flags::EMITS_NO_SIGNAL);
     object.registerProperty(names::secondsLeftProperty)
         .onInterface(names::interfaceName)
-        .withGetter([&engine] {
-            const auto left = engine.pending().value_or(std::chrono::milliseconds{});
-            return static_cast<std::uint32_t>(
-                std::chrono::ceil<std::chrono::seconds>(left).count());
-        })
+        .withGetter([&engine] { return secondsLeft(engine); })
         .withUpdateBehavior(sdbus::Flags::EMITS_NO_SIGNAL);
 }
 

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include <arpa/inet.h>
+#include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -454,13 +454,16 @@ TEST_F(Manager1, WhoeverIsConnectedHasTimeToConfirm)
     apply(R"({"lan": {"eth0": {"arp-control": "both"}, "eth1": {"arp-control": "both"}}})");
     const support::FarHost there("peer1");
     there.own("192.168.20.7/24");
-    const int listener = there.listenOn("192.168.20.7", 4711);
-    const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const int listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_port = htons(4711);
-    inet_pton(AF_INET, "192.168.20.7", &address.sin_addr);
-    ASSERT_EQ(connect(socket, reinterpret_cast<sockaddr *>(&address), sizeof(address)), 0);
+    ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr *>(&address), sizeof(address)), 0);
+    ASSERT_EQ(listen(listener, 1), 0);
+    const Process visitor({"ip", "netns", "exec", "peer1", "bash", "-c",
+                           "exec 3<>/dev/tcp/192.168.20.2/4711 && sleep 60"});
+    const int socket = accept(listener, nullptr, nullptr);
+    ASSERT_GE(socket, 0);
 
     /* Of another port. */
     EXPECT_EQ(apply(R"({"lan": {"eth0": {"ipv4": "192.168.10.9/24"}}})", {}).at(names::confirmKey),

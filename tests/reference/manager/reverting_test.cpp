@@ -41,9 +41,10 @@ protected:
         engine_->work();
     }
 
+    /* Looked at before the engine is asked for anything. */
     void expectBack(const Configuration &before)
     {
-        EXPECT_TRUE(isFacts(engine_->present(), before));
+        EXPECT_TRUE(isFacts(engine_->store().readConfiguration(), before));
         EXPECT_TRUE(isSo(before));
         EXPECT_FALSE(engine_->pending().has_value());
         EXPECT_EQ(status(), 0);
@@ -163,10 +164,10 @@ TEST_F(Reverting, OneAtATime)
     const std::string token = engine_->checkpoint(seconds(10));
     EXPECT_EQ(codeOf([&] { engine_->checkpoint(seconds(10)); }), code(Result::checkpointPending));
     EXPECT_EQ(token.size(), 32U);
-    EXPECT_TRUE(engine_->isToken(token));
-    EXPECT_FALSE(engine_->isToken(""));
+    EXPECT_EQ(engine_->checkpointState(token), CheckpointState::pending);
+    EXPECT_EQ(engine_->checkpointState("x"), CheckpointState::none);
     engine_->confirm();
-    EXPECT_FALSE(engine_->isToken(token));
+    EXPECT_EQ(engine_->checkpointState(token), CheckpointState::confirmed);
     EXPECT_NE(engine_->checkpoint(seconds(3600)), token);
 }
 
@@ -181,10 +182,11 @@ TEST_F(Reverting, OutlivesTheManager)
     startAnew();
     EXPECT_TRUE(isFacts(engine_->present(), changed));
     EXPECT_EQ(engine_->pending(), seconds(10));
-    EXPECT_TRUE(engine_->isToken(token));
+    EXPECT_EQ(engine_->checkpointState(token), CheckpointState::pending);
     machine_.now.uptime += seconds(10);
     startAnew();
     expectBack(before);
+    EXPECT_EQ(engine_->checkpointState(token), CheckpointState::reverted);
 }
 
 TEST_F(Reverting, GoesBackAfterAReboot)
@@ -238,7 +240,7 @@ TEST_F(Reverting, DiskThatIsFull)
     changeSeveral();
     machine_.now.uptime += seconds(10);
     setRoom(false);
-    EXPECT_NE(change(anyConfiguration(random_)), 0U);
+    EXPECT_EQ(codeOf([&] { engine_->present(); }), code(Result::databaseFailed));
     EXPECT_TRUE(isSo(before));
     EXPECT_NE(codeOf([&] { engine_->restart(); }), 0U);
     EXPECT_TRUE(isSo(before));
@@ -285,11 +287,72 @@ TEST_F(Reverting, FormatThatIsNotKnown)
 {
     CheckpointRecord later{};
     later.version = 2;
-    later.isOpen = 1;
+    later.state = CheckpointState::pending;
     Store().put(checkpointRecord, later);
     startAnew();
     EXPECT_EQ(change(anyConfiguration(random_)), code(Result::databaseFailed));
     EXPECT_EQ(Store().read(checkpointRecord).version, 2U);
+}
+
+/* The time to wait is told also where nothing can be done, and it is not none. */
+TEST_F(Reverting, WaitsWhereItCannotBeWritten)
+{
+    engine_->checkpoint(seconds(10));
+    changeSeveral();
+    machine_.now.uptime += seconds(10);
+    setRoom(false);
+    for (const bool isStart : {false, true}) {
+        SCOPED_TRACE(isStart);
+        if (isStart) {
+            startAnew();
+        }
+        unsigned turns = 0;
+        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(300);
+        while (std::chrono::steady_clock::now() < end) {
+            const int time = engine_->work();
+            turns++;
+            std::this_thread::sleep_for(std::chrono::milliseconds(std::clamp(time, 0, 50)));
+        }
+        EXPECT_LT(turns, 12U);
+    }
+    setRoom(true);
+}
+
+/* A port whose interface is missing keeps nothing back, and is no failure. */
+TEST_F(Reverting, MissingInterface)
+{
+    const Configuration before = servedPorts();
+    ASSERT_EQ(change(before), 0U);
+    engine_->checkpoint(seconds(10));
+    ASSERT_EQ(change(servedPorts()), 0U);
+    machine_.faultOf = [](const Step &step) {
+        if (step.item.subject == "eth1") {
+            throw MissingInterface("eth1");
+        }
+        return Fault::none;
+    };
+    EXPECT_EQ(codeOf([&] { engine_->revert(); }), 0U);
+    EXPECT_TRUE(isFacts(engine_->store().readConfiguration(), before));
+}
+
+/* Whatever a record says, it ends. */
+TEST_F(Reverting, OddRecords)
+{
+    const Configuration before = engine_->present();
+    engine_->checkpoint(seconds(10));
+    auto record = Store().read(checkpointRecord);
+    record.deadline = ~0ULL;
+    Store().put(checkpointRecord, record);
+    startAnew();
+    EXPECT_EQ(engine_->pending(), seconds(3600));
+    machine_.now.uptime += seconds(3600);
+    engine_->present();
+    expectBack(before);
+    record.state = static_cast<CheckpointState>(7);
+    Store().put(checkpointRecord, record);
+    startAnew();
+    EXPECT_FALSE(engine_->pending().has_value());
+    EXPECT_EQ(change(anyConfiguration(random_)), 0U);
 }
 
 } // namespace nwtest

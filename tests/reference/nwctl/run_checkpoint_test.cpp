@@ -1,6 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The libnetwork_mng developers
 // SPDX-License-Identifier: Apache-2.0
 /* Checkpoints: those of a single change and those over several commands. */
+#include <filesystem>
+#include <fstream>
+
 #include "samples.hpp"
 #include "settings/manager_bytes.hpp"
 
@@ -54,7 +57,7 @@ TEST_F(Checkpoint, IsSetBeforeAnyChange)
     for (const std::string change : changes) {
         const auto ran = samples::runLine(change + " --confirm-within 60");
         EXPECT_EQ(ran.status, Exit::success) << change << ran.err;
-        EXPECT_THAT(ran.out, HasSubstr("Goes back in 60 s unless you confirm it, from any session: "
+        EXPECT_THAT(ran.out, HasSubstr("Goes back in 58 s unless you confirm it, from any session: "
                                        "nwctl confirm t0ken\n"));
         expected.push_back({"Checkpoint", "60"});
     }
@@ -64,15 +67,32 @@ TEST_F(Checkpoint, IsSetBeforeAnyChange)
 TEST_F(Checkpoint, IsToldInJson)
 {
     const auto ran = samples::runLine("--json hostname set --name bmc-2 --confirm-within 10");
-    EXPECT_EQ(ran.json()["confirm"], nlohmann::json({{"seconds", 10}, {"token", "t0ken"}}));
+    EXPECT_EQ(ran.json()["confirm"],
+              nlohmann::json({{"seconds", 58}, {"token", "t0ken"}, {"because", nullptr}}));
 }
 
+/* The manager sets it along with the change. */
 TEST_F(Checkpoint, OfADocument)
 {
-    answerAsked(R"({"result": 0, "reason": "", "setting": null, "changes": [], "notes": []})");
-    const auto ran = samples::run({"apply", "/dev/null", "--confirm-within", "10"});
-    EXPECT_EQ(ran.status, Exit::usage); /* an empty file */
-    EXPECT_THAT(asked(), IsEmpty());
+    const std::string file = ::testing::TempDir() + "checkpoint.json";
+    std::ofstream(file) << R"({"lan": {"eth1": {"vlan": 31}}})";
+    answerAsked(R"({"result": 0, "reason": "", "setting": null, "changes": [], "notes": [],
+                    "confirm": {"seconds": 60, "token": "t0ken"}})");
+    const auto ran = samples::run({"apply", file, "--confirm-within", "60"});
+    EXPECT_EQ(ran.status, Exit::success) << ran.err;
+    EXPECT_THAT(ran.out, HasSubstr("Goes back in 58 s unless"));
+    samples::run({"apply", file});
+    samples::run({"apply", file, "--force"});
+    comeInOver("eth1");
+    samples::run({"apply", file});
+    samples::run({"apply", file, "--no-confirm"});
+    setPending(42);
+    samples::run({"apply", file});
+    using Options = samples::ApplyOptions;
+    EXPECT_THAT(applyOptions(),
+                ElementsAre(Options{false, 60}, Options{false, 0}, Options{true, 0},
+                            Options{false, 120}, Options{false, 0}, Options{false, 0}));
+    std::filesystem::remove(file);
 }
 
 /* Nothing is sent when there is no checkpoint. */
@@ -91,6 +111,16 @@ TEST_F(Checkpoint, EndsWithAChangeThatIsRefused)
     platform.answerRpc(fake::RpcAnswer::response(0x1E000018, 0));
     const auto ran = samples::runLine("hostname set --name bmc-2 --confirm-within 60");
     EXPECT_EQ(ran.status, Exit::manager);
+    EXPECT_THAT(asked(), ElementsAre(Asked{"Checkpoint", "60"}, Asked{"Confirm", "t0ken"}));
+}
+
+/* Of several requests some may have been carried out. */
+TEST_F(Checkpoint, GoesBackWithAPartOfAChange)
+{
+    platform.answerRpc(fake::RpcAnswer::response(NW_OK, 0));
+    platform.answerRpc(fake::RpcAnswer::response(0x1E000002, 0));
+    const auto ran = samples::runLine("share-link set shared --confirm-within 60");
+    EXPECT_EQ(ran.status, Exit::manager);
     EXPECT_THAT(asked(), ElementsAre(Asked{"Checkpoint", "60"}, Asked{"Revert", "t0ken"}));
 }
 
@@ -103,10 +133,19 @@ TEST_F(Checkpoint, StaysWithoutAnAnswer)
     EXPECT_THAT(asked(), ElementsAre(Asked{"Checkpoint", "60"}));
 }
 
-TEST_F(Checkpoint, NoneForADryRun)
+TEST_F(Checkpoint, NoneForADryRunWhichTellsOfIt)
 {
-    const auto ran = samples::runLine("hostname set --name bmc-2 --confirm-within 60 --dry-run");
+    auto ran = samples::runLine("hostname set --name bmc-2 --confirm-within 60 --dry-run");
     EXPECT_EQ(ran.status, Exit::success);
+    EXPECT_THAT(ran.out, HasSubstr("It would go back after 60 s unless it is confirmed.\n"));
+    comeInOver("eth1");
+    ran = samples::runLine("vlan set eth1 --vlan 30 --dry-run");
+    EXPECT_THAT(ran.out, HasSubstr("You come in over eth1, to 192.168.20.2. It would go back after "
+                                   "120 s unless it is confirmed.\n"));
+    ran = samples::runLine("vlan set eth1 --vlan 30 --dry-run --no-confirm");
+    EXPECT_THAT(ran.out, Not(HasSubstr("go back")));
+    EXPECT_EQ(samples::runLine("vlan set eth1 --vlan 30 --dry-run --confirm-within 5").status,
+              Exit::usage);
     EXPECT_THAT(asked(), IsEmpty());
 }
 
@@ -129,6 +168,8 @@ TEST_F(Checkpoint, OfAnother)
     EXPECT_THAT(samples::runLine("hostname set --name bmc-2").out,
                 HasSubstr("Belongs to the checkpoint that is pending: goes back in 42 s unless it "
                           "is confirmed.\n"));
+    EXPECT_THAT(samples::runLine("arp resume").out, HasSubstr("goes back in 42 s"));
+    EXPECT_THAT(samples::runLine("restart").out, Not(HasSubstr("goes back")));
     EXPECT_EQ(samples::runLine("--json hostname set --name bmc-2").json()["pending"],
               nlohmann::json({{"secondsLeft", 42}}));
 }
@@ -163,13 +204,18 @@ TEST_F(Checkpoint, CommandsThatAreRefused)
 TEST_F(Checkpoint, Pending)
 {
     EXPECT_EQ(samples::runLine("pending").out, "Nothing waits to be confirmed.\n");
-    EXPECT_EQ(samples::runLine("--json pending").json(),
-              nlohmann::json({{"pending", false}, {"secondsLeft", nullptr}}));
+    EXPECT_EQ(
+        samples::runLine("--json pending").json(),
+        nlohmann::json(
+            {{"pending", false}, {"secondsLeft", nullptr}, {"changes", nlohmann::json::array()}}));
     setPending(87);
     EXPECT_EQ(samples::runLine("pending").out,
-              "What has changed since the checkpoint goes back in 87 s unless it is confirmed.\n");
-    EXPECT_EQ(samples::runLine("--json pending").json(),
-              nlohmann::json({{"pending", true}, {"secondsLeft", 87}}));
+              "What has changed since the checkpoint goes back in 87 s unless it is confirmed:\n"
+              "  hostname.name: a -> b\n");
+    const auto json = samples::runLine("--json pending").json();
+    EXPECT_EQ(json["pending"], true);
+    EXPECT_EQ(json["secondsLeft"], 87);
+    EXPECT_EQ(json["changes"][0]["setting"], "hostname.name");
 }
 
 namespace {
@@ -205,7 +251,7 @@ TEST_P(Danger, HasTimeToConfirm)
     EXPECT_EQ(ran.status, Exit::success) << ran.err;
     if (row.isDangerous) {
         EXPECT_THAT(ran.out,
-                    HasSubstr("You come in over eth1, to 192.168.20.2.\nGoes back in 120 s unless "
+                    HasSubstr("You come in over eth1, to 192.168.20.2.\nGoes back in 58 s unless "
                               "you confirm it, from any session: nwctl confirm t0ken\n"));
         EXPECT_THAT(asked(), ElementsAre(Asked{"Checkpoint", "120"}));
     } else {
@@ -237,7 +283,7 @@ TEST_F(Checkpoint, ConnectionsThatWouldBreak)
     EXPECT_THAT(samples::runLine("vlan set eth1 --vlan 31").out, Not(HasSubstr("confirm")));
     EXPECT_THAT(samples::runLine("lan set eth1 --ipv4 192.168.20.9/24 --no-probe").out,
                 HasSubstr("Somebody is connected to 192.168.20.2, which the change takes away.\n"
-                          "Goes back in 120 s"));
+                          "Goes back in 58 s"));
 }
 
 /* The change goes back with the checkpoint that is there, unless one of its own was asked for. */

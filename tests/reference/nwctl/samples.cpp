@@ -181,13 +181,21 @@ void ConfiguredTest::connectChassis()
     platform.setRecord(NW_KEY_FAN, NW_ALL_FAN_INFO_S{});
 }
 
-std::string ConfiguredTest::applyByManager(const std::string &document)
+std::string ConfiguredTest::applyByManager(const std::string &document, bool isForced,
+                                           unsigned seconds)
 {
     asked_.push_back({"Apply", document});
+    options_.push_back({isForced, seconds});
     if (answer_.empty()) {
         throw nwctl::Failure(nwctl::Exit::transport, "", "", "no answer", NW_ERR_RPC_TRANSPORT);
     }
     return answer_;
+}
+
+nwctl::CheckpointState ConfiguredTest::checkpointState(const std::string &token) const
+{
+    EXPECT_EQ(token, "t0ken");
+    return {"pending", 58};
 }
 
 std::string ConfiguredTest::setCheckpoint(unsigned seconds)
@@ -244,6 +252,16 @@ std::optional<bool> nwctl::linkOf(const std::string &interface)
     return samples::running->isPlugged(interface);
 }
 
+nwctl::CheckpointState nwctl::checkpointState(const std::string &token)
+{
+    return samples::running->checkpointState(token);
+}
+
+std::string nwctl::pendingChanges()
+{
+    return R"([{"setting": "hostname.name", "port": null, "before": "a", "after": "b"}])";
+}
+
 std::string nwctl::differencesByManager()
 {
     return samples::running->differencesByManager();
@@ -264,7 +282,7 @@ std::optional<unsigned> nwctl::pendingSeconds()
     return samples::running->pendingSeconds();
 }
 
-std::string nwctl::applyByManager(const std::string &document)
+std::string nwctl::applyByManager(const std::string &document, bool isForced, unsigned seconds)
 {
-    return samples::running->applyByManager(document);
+    return samples::running->applyByManager(document, isForced, seconds);
 }

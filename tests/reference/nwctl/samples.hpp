@@ -51,6 +51,14 @@ struct Asked {
     bool operator==(const Asked &other) const = default;
 };
 
+/* What a document was to be applied with. */
+struct ApplyOptions {
+    bool isForced;
+    unsigned seconds;
+
+    bool operator==(const ApplyOptions &other) const = default;
+};
+
 /* A request as the network manager gets it. */
 struct Request {
     unsigned command;
@@ -72,7 +80,8 @@ fake::Bytes textBytes(const std::string &text);
 class ConfiguredTest : public fake::FakePlatformTest {
 public:
     /* As nwctl's own function. */
-    std::string applyByManager(const std::string &document);
+    std::string applyByManager(const std::string &document, bool isForced, unsigned seconds);
+    nwctl::CheckpointState checkpointState(const std::string &token) const;
     const std::string &differencesByManager() const
     {
         return differences_;
@@ -154,11 +163,17 @@ protected:
         return asked_;
     }
 
+    const std::vector<ApplyOptions> &applyOptions() const
+    {
+        return options_;
+    }
+
     /* What was sent to the network manager, in order. */
     std::vector<Request> sentRequests() const;
 
 private:
     std::vector<Asked> asked_;
+    std::vector<ApplyOptions> options_;
     std::string answer_;
     std::string differences_ = "[]";
     bool isDenied_ = false;

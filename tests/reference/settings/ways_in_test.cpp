@@ -106,6 +106,7 @@ TEST(RequireWayIn, OneHasToBeLeft)
     EXPECT_NO_THROW(requireWayIn(before, after, linked(true, std::nullopt)));
     after.lan.astPort[NW_PORT_BOND0].ucLanEnable = 0;
     EXPECT_THROW(requireWayIn(before, after, linked(true, std::nullopt)), Refusal);
+    EXPECT_EQ(knownLink("missing7"), false);
     EXPECT_NO_THROW(requireWayIn(after, after, linked(true, true)));
 }
 
@@ -115,6 +116,7 @@ TEST(ConnectedIn, EstablishedConnectionsOfOthers)
         "  sl  local_address rem_address   st tx_queue rx_queue tr tm->when retrnsmt   uid\n"
         "   0: 020200C0:0016 090200C0:C350 01 00000000:00000000 00:00000000 00000000     0\n"
         "   1: 030200C0:0016 00000000:0000 0A 00000000:00000000 00:00000000 00000000     0\n"
+        "   7: 060200C0:D431 090200C0:0050 01 00000000:00000000 00:00000000 00000000     0\n"
         "   2: 040200C0:0016 040200C0:C351 01 00000000:00000000 00:00000000 00000000     0\n"
         "   3: 0000000000000000FFFF0000050200C0:0016 0000000000000000FFFF0000090200C0:C350 01\n"
         "   4: B80D0120000000000000000002000000:0016 B80D0120000000000000000009000000:C350 01\n"
@@ -152,6 +154,13 @@ TEST(Touches, ThePortAndWhatBelongsToIt)
     EXPECT_TRUE(touches(before, lan, 1));
     EXPECT_FALSE(touches(before, lan, 0));
     EXPECT_FALSE(touches(before, lan, NW_PORT_COUNT));
+    const Configuration an = changed([](auto &after) {
+        after.an.astPort[1].aucAnReserved[0] = 1;
+        after.an.astPort[1].ucSpeed ^= 1;
+    });
+    EXPECT_TRUE(touches(before, an, 1));
+    EXPECT_TRUE(touches(before, an, NW_PORT_BOND0));
+    EXPECT_FALSE(touches(before, an, 0));
     EXPECT_TRUE(touches(before, changed([](auto &after) { after.state.ucIfcState = 1; }), 0));
     EXPECT_TRUE(touches(before, changed([](auto &after) { switchoverIn(after.state) = 1; }), 0));
     EXPECT_FALSE(
