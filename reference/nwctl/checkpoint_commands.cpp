@@ -26,7 +26,11 @@ void set(const Arguments &arguments, Session &session)
 void end(CheckpointEnd end, const char *sentence, const char *key, const Arguments &arguments,
          Session &session)
 {
-    endCheckpoint(end, arguments.value(tokenArgument));
+    const std::string token = arguments.value(tokenArgument);
+    if (arguments.has(tokenArgument) && token.empty()) {
+        throw Failure(Exit::usage, tokenArgument, token, "the token is empty");
+    }
+    endCheckpoint(end, token);
     session.answer({line(sentence), hidden(key, true)});
 }
 

@@ -33,7 +33,7 @@ public:
     {
         sigset_t signals;
         sigemptyset(&signals);
-        for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
+        for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) {
             sigaddset(&signals, signal);
         }
         sigprocmask(SIG_BLOCK, &signals, &before_);
@@ -183,6 +183,7 @@ Confirmation::Confirmation(const Arguments &arguments, std::string danger)
 void Confirmation::begin()
 {
     if (seconds_ == 0) {
+        isWithinAnother_ = pendingQuietly().has_value();
         return;
     }
     try {
@@ -235,7 +236,10 @@ Rows Confirmation::rows() const
     }
     const std::optional<unsigned> left = pendingQuietly();
     if (!left) {
-        return {};
+        return isWithinAnother_
+                   ? Rows{line("Belonged to a checkpoint that has ended meanwhile; what "
+                               "is stored now tells whether it stays.")}
+                   : Rows();
     }
     return {hidden("pending", Object{{hidden("secondsLeft", *left)}}),
             line("Belongs to the checkpoint that is pending: goes back in " +

@@ -48,6 +48,7 @@ public:
 private:
     std::string danger_;
     bool isWanted_ = false; /* by an option */
+    bool isWithinAnother_ = false;
     unsigned seconds_ = 0;
     std::string token_; /* once there is one */
 };

@@ -182,7 +182,7 @@ CheckpointState checkpointState(const std::string &token)
         reply >> found.state >> found.secondsLeft;
         return found;
     };
-    return ask("it cannot be told what is pending", read, longestForBus);
+    return ask("it cannot be told what is pending", read, moment);
 }
 
 std::optional<unsigned> pendingSeconds()
@@ -193,7 +193,7 @@ std::optional<unsigned> pendingSeconds()
                          manager.property<std::uint32_t>(manager1::secondsLeftProperty))
                    : std::nullopt;
     };
-    return ask("it cannot be told what is pending", read, longestForBus);
+    return ask("it cannot be told what is pending", read, moment);
 }
 
 bool isDeniedByBus()

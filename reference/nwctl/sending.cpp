@@ -349,7 +349,9 @@ void carryOut(const std::function<Sending()> &prepare, const Arguments &argument
             return;
         }
     }
-    confirmation->begin();
+    if (isRecorded(sending)) {
+        confirmation->begin();
+    }
     try {
         send(sending, *confirmation, session);
     } catch (const Failure &failure) {

@@ -45,28 +45,32 @@ std::string valueIn(const std::string &text, char mark, std::string_view key)
 }
 
 /* "192.0.2.9 50000 192.0.2.2 22": the other end and this one. */
-std::string connectionText()
-{
-    std::string process = "self";
-    while (!process.empty() && process != "0") {
-        auto text = valueIn(contentOf(process, "environ"), '\0', "SSH_CONNECTION=");
-        if (!text.empty()) {
-            return text;
-        }
-        process = valueIn(contentOf(process, "status"), '\n', "PPid:\t");
-    }
-    return "";
-}
-
 std::optional<Address> serverAddressIn(const std::string &connection)
 {
+    constexpr std::string_view mapping = "::ffff:";
     std::istringstream words(connection);
     std::string ignored;
     std::string text;
     words >> ignored >> ignored >> text;
     text = text.substr(0, text.find('%'));
+    if (text.starts_with(mapping) && text.find('.') != std::string::npos) {
+        text = text.substr(mapping.size());
+    }
     const int family = text.find(':') == std::string::npos ? AF_INET : AF_INET6;
     return bmc::parseAddress(family, text);
+}
+
+/* Of this process, or else of the next one above that has one. */
+std::optional<Address> serverAddress()
+{
+    for (std::string process = "self"; !process.empty() && process != "0";
+         process = valueIn(contentOf(process, "status"), '\n', "PPid:\t")) {
+        const auto text = valueIn(contentOf(process, "environ"), '\0', "SSH_CONNECTION=");
+        if (const auto address = serverAddressIn(text)) {
+            return address;
+        }
+    }
+    return std::nullopt;
 }
 
 bool hasAddress(const ifaddrs &entry, const Address &address)
@@ -99,7 +103,7 @@ std::optional<std::string> interfaceWith(const Address &address)
 
 std::optional<RemoteSession> remoteSession()
 {
-    const std::optional<Address> address = serverAddressIn(connectionText());
+    const std::optional<Address> address = serverAddress();
     const auto interface = address ? interfaceWith(*address) : std::nullopt;
     return interface ? std::optional(RemoteSession{*address, *interface}) : std::nullopt;
 }

@@ -73,6 +73,9 @@ Ledger Engine::claimed(const World &held, const Actual &actual) const
     Ledger ledger = ledger_;
     ledger.forgetGone(held, actual);
     ledger.add(adopted(held, actual));
+    if (isPending()) { /* what was going back when nothing could be written */
+        ledger.add(adopted(wanted(checkpoint_.before, conditions_), actual));
+    }
     ledger.claim(held, actual);
     return ledger;
 }

@@ -24,6 +24,14 @@ std::string secondsText(std::chrono::milliseconds time)
     return std::to_string(std::chrono::ceil<std::chrono::seconds>(time).count()) + " s";
 }
 
+/* Kernel and system have gone back, the records haven't. */
+Refusal halfBack(const Refusal &failure)
+{
+    return {static_cast<std::uint32_t>(Result::notRestored),
+            "kernel and system have gone back, the records not yet: " +
+                std::string(failure.what())};
+}
+
 } // namespace
 
 bool Engine::isPending() const
@@ -109,20 +117,20 @@ Made Engine::goBack(const char *why)
             .put(journalRecord, Journal{before, changed})
             .put(checkpointRecord, after);
         commit(batch, ledger_, true, "that the checkpoint is over", makeSo);
-    } catch (const Refusal &) {
+    } catch (const Refusal &failure) {
         isOpen_ = wasOpen;
         checkpoint_.deadline = 0; /* the time to confirm is over, asked for or not */
         checkpointAt_ = Clock::now() + checkpointRetry;
         makeSo();
-        throw;
+        throw halfBack(failure);
     }
     checkpoint_ = after;
     try {
         return settle("checkpoint");
-    } catch (const Refusal &) {
+    } catch (const Refusal &failure) {
         makeSo();
         tryAgainLater();
-        throw;
+        throw halfBack(failure);
     }
 }
 

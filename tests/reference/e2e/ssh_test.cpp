@@ -123,7 +123,7 @@ TEST_F(Ssh, OperatorWhoConfirmsKeepsTheNewAddress)
 TEST_F(Ssh, HasTimeToConfirmWithoutAsking)
 {
     const std::string change = nwctlThere("vlan set eth1 --vlan-priority 5");
-    for (const std::string way : {"", "env -u SSH_CONNECTION "}) {
+    for (const std::string way : {"", "env -u SSH_CONNECTION ", "env SSH_CONNECTION=nonsense "}) {
         SCOPED_TRACE(way);
         const Outcome outcome = operate("192.168.20.2", way + change);
         EXPECT_EQ(outcome.status, 0) << outcome.errors;

@@ -240,7 +240,7 @@ TEST_F(Reverting, DiskThatIsFull)
     changeSeveral();
     machine_.now.uptime += seconds(10);
     setRoom(false);
-    EXPECT_EQ(codeOf([&] { engine_->present(); }), code(Result::databaseFailed));
+    EXPECT_EQ(codeOf([&] { engine_->present(); }), notRestored);
     EXPECT_TRUE(isSo(before));
     EXPECT_NE(codeOf([&] { engine_->restart(); }), 0U);
     EXPECT_TRUE(isSo(before));
@@ -256,11 +256,30 @@ TEST_F(Reverting, ConfirmedAfterARevertThatCouldNotBeWritten)
     engine_->checkpoint(seconds(3600));
     changeSeveral();
     setRoom(false);
-    EXPECT_NE(codeOf([&] { engine_->revert(); }), 0U);
+    EXPECT_EQ(codeOf([&] { engine_->revert(); }), notRestored);
     EXPECT_TRUE(isSo(before));
     setRoom(true);
     EXPECT_EQ(codeOf([&] { engine_->confirm(); }), code(Result::noCheckpoint));
     expectBack(before);
+}
+
+/* A manager that is started before that can be written goes on with the change, and nothing of what
+ * held before stays beside it. */
+TEST_F(Reverting, StartedAnewBeforeARevertCouldBeWritten)
+{
+    for (unsigned round = 0; round < 10; round++) {
+        ASSERT_EQ(change(servedPorts()), 0U);
+        engine_->checkpoint(seconds(3600));
+        ASSERT_EQ(change(servedPorts()), 0U);
+        const Configuration changed = engine_->present();
+        setRoom(false);
+        EXPECT_EQ(codeOf([&] { engine_->revert(); }), notRestored);
+        setRoom(true);
+        startAnew();
+        EXPECT_TRUE(isSo(changed));
+        engine_->confirm();
+        EXPECT_TRUE(isSo(changed));
+    }
 }
 
 /* What of it cannot go back is said, and tried again. */

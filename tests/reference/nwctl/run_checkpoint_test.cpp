@@ -201,6 +201,28 @@ TEST_F(Checkpoint, CommandsThatAreRefused)
     }
 }
 
+/* It is none of what was meant by a variable that is not set. */
+TEST_F(Checkpoint, EmptyToken)
+{
+    for (const char *command : {"confirm", "revert"}) {
+        EXPECT_EQ(samples::run({command, ""}).status, Exit::usage);
+    }
+    EXPECT_THAT(asked(), IsEmpty());
+}
+
+/* Its time may end in the middle of a change. */
+TEST_F(Checkpoint, OfAnotherThatEndsMeanwhile)
+{
+    setPending(1);
+    platform.answerRpc([this](const fake::Call &) {
+        endPending();
+        return fake::RpcAnswer::response(NW_OK, 0);
+    });
+    EXPECT_THAT(samples::runLine("hostname set --name bmc-2").out,
+                HasSubstr("Belonged to a checkpoint that has ended meanwhile; what is stored now "
+                          "tells whether it stays.\n"));
+}
+
 TEST_F(Checkpoint, Pending)
 {
     EXPECT_EQ(samples::runLine("pending").out, "Nothing waits to be confirmed.\n");

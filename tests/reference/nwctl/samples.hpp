@@ -138,6 +138,10 @@ protected:
     {
         plugged_ = std::move(interfaces);
     }
+    void endPending()
+    {
+        pending_.reset();
+    }
     void setPending(unsigned seconds)
     {
         pending_ = seconds;

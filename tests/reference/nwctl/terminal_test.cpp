@@ -157,7 +157,7 @@ TEST_F(Asking, NoTakesItBack)
 
 TEST_F(Asking, AnEndOfInputOrASignalTakesItBack)
 {
-    for (const int signal : {0, SIGINT, SIGTERM, SIGHUP}) {
+    for (const int signal : {0, SIGINT, SIGQUIT, SIGTERM, SIGHUP}) {
         SCOPED_TRACE(signal);
         Terminal terminal(change);
         ASSERT_TRUE(terminal.shows("Keep this change? "));
