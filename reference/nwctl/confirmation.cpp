@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <iterator>
 #include <utility>
 
@@ -96,13 +98,19 @@ Reply readReply(std::string &typed)
     return isYes ? Reply::yes : isNo ? Reply::no : Reply::none;
 }
 
-/* While the manager cannot be asked the time goes on. */
-CheckpointState stateAfter(const CheckpointState &former, const std::string &token)
+using Clock = std::chrono::steady_clock;
+
+/* While the manager cannot be asked the time goes on from the former state's moment. */
+CheckpointState stateAfter(const CheckpointState &former, Clock::time_point moment,
+                           const std::string &token)
 {
     try {
         return checkpointState(token);
     } catch (const Failure &) {
-        return {former.secondsLeft == 0 ? "" : former.state, std::max(former.secondsLeft, 1U) - 1};
+        const auto passed = std::chrono::round<std::chrono::seconds>(Clock::now() - moment).count();
+        const auto left = std::int64_t{former.secondsLeft} - std::max<std::int64_t>(passed, 1);
+        return left < 0 ? CheckpointState{}
+                        : CheckpointState{former.state, static_cast<unsigned>(left)};
     }
 }
 
@@ -111,7 +119,8 @@ Reply replyTo(CheckpointState &state, const std::string &token, const Signals &s
               Session &session)
 {
     std::string typed;
-    for (; state.state == pendingState; state = stateAfter(state, token)) {
+    while (state.state == pendingState) {
+        const Clock::time_point moment = Clock::now();
         session.prompt("\rKeep this change? " + std::to_string(state.secondsLeft) +
                        " s left to say yes or no: " + typed);
         std::array<pollfd, 2> sources{pollfd{STDIN_FILENO, POLLIN, 0},
@@ -124,6 +133,7 @@ Reply replyTo(CheckpointState &state, const std::string &token, const Signals &s
         if (reply != Reply::none) {
             return reply;
         }
+        state = stateAfter(state, moment, token);
     }
     return Reply::none;
 }
@@ -194,6 +204,7 @@ void Confirmation::begin()
         if (isWanted_ || failure.result != pending) {
             throw;
         }
+        isWithinAnother_ = true;
     }
 }
 
@@ -229,21 +240,21 @@ std::string Confirmation::note() const
 Rows Confirmation::rows() const
 {
     if (!token_.empty()) {
-        const unsigned left = stateAfter({pendingState, seconds_}, token_).secondsLeft;
+        const unsigned left =
+            stateAfter({pendingState, seconds_}, Clock::now(), token_).secondsLeft;
         return {hidden("confirm", Object{{hidden("seconds", left), hidden("token", token_),
                                           hidden("because", textOrNull(danger_))}}),
                 line(danger_), line(confirmHint(left, token_))};
     }
     const std::optional<unsigned> left = pendingQuietly();
-    if (!left) {
-        return isWithinAnother_
-                   ? Rows{line("Belonged to a checkpoint that has ended meanwhile; what "
-                               "is stored now tells whether it stays.")}
-                   : Rows();
+    if (!left && !isWithinAnother_) {
+        return {};
     }
-    return {hidden("pending", Object{{hidden("secondsLeft", *left)}}),
-            line("Belongs to the checkpoint that is pending: goes back in " +
-                 std::to_string(*left) + " s unless it is confirmed.")};
+    return {hidden("pending", Object{{hidden("secondsLeft", left.value_or(0))}}),
+            line(left ? "Belongs to the checkpoint that is pending: goes back in " +
+                            std::to_string(*left) + " s unless it is confirmed."
+                      : "Belonged to a checkpoint that has ended meanwhile; what is stored now "
+                        "tells whether it stays.")};
 }
 
 void Confirmation::ask(Session &session) const
@@ -252,7 +263,7 @@ void Confirmation::ask(Session &session) const
         return;
     }
     const Signals signals; /* until it has ended */
-    CheckpointState state = stateAfter({pendingState, seconds_}, token_);
+    CheckpointState state = stateAfter({pendingState, seconds_}, Clock::now(), token_);
     const Reply reply = replyTo(state, token_, signals, session);
     session.prompt("\n");
     if (reply != Reply::none) {
