@@ -155,7 +155,7 @@ unsigned secondsFor(const Arguments &arguments, const std::string &danger)
 std::optional<unsigned> pendingQuietly()
 {
     try {
-        return pendingSeconds();
+        return pendingSeconds(Patience::inPassing);
     } catch (const Failure &) {
         return std::nullopt;
     }

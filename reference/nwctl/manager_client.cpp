@@ -185,7 +185,7 @@ CheckpointState checkpointState(const std::string &token)
     return ask("it cannot be told what is pending", read, moment);
 }
 
-std::optional<unsigned> pendingSeconds()
+std::optional<unsigned> pendingSeconds(Patience patience)
 {
     const auto read = [](Manager &manager) {
         return manager.property<bool>(manager1::pendingProperty)
@@ -193,7 +193,8 @@ std::optional<unsigned> pendingSeconds()
                          manager.property<std::uint32_t>(manager1::secondsLeftProperty))
                    : std::nullopt;
     };
-    return ask("it cannot be told what is pending", read, moment);
+    return ask("it cannot be told what is pending", read,
+               patience == Patience::usual ? longest : moment);
 }
 
 bool isDeniedByBus()

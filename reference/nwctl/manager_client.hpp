@@ -22,8 +22,10 @@ std::string setCheckpoint(unsigned seconds);
 enum class CheckpointEnd { confirm, revert };
 /* With an empty token as one who may change the network. */
 void endCheckpoint(CheckpointEnd end, const std::string &token);
-/* Seconds that are left to confirm, if there is a checkpoint. */
-std::optional<unsigned> pendingSeconds();
+/* Seconds that are left to confirm, if there is a checkpoint. A manager that makes a change answers
+ * when it is done; inPassing waits a second at most. */
+enum class Patience { usual, inPassing };
+std::optional<unsigned> pendingSeconds(Patience patience = Patience::usual);
 /* What has changed since, as rpc/manager1.hpp has it. */
 std::string pendingChanges();
 /* What has become of the checkpoint with that token: "pending", with the seconds left, "confirmed",

@@ -101,7 +101,7 @@ private:
     void followCheckpoint();
     Configuration lastGood();
     void makeLastGood();
-    void makeUnwritten(const Configuration &configuration, const char *occasion);
+    bool makeUnwritten(const Configuration &configuration, const char *occasion);
     void requireStarted() const;
     void tryAgainLater();
     void rest();

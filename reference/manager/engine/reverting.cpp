@@ -24,12 +24,13 @@ std::string secondsText(std::chrono::milliseconds time)
     return std::to_string(std::chrono::ceil<std::chrono::seconds>(time).count()) + " s";
 }
 
-/* Kernel and system have gone back, the records haven't. */
-Refusal halfBack(const Refusal &failure)
+/* The records haven't gone back. */
+Refusal halfBack(bool isMachineBack, const Refusal &failure)
 {
+    const std::string machine = isMachineBack ? "kernel and system have gone back, "
+                                              : "nobody has seen all of it go back, ";
     return {static_cast<std::uint32_t>(Result::notRestored),
-            "kernel and system have gone back, the records not yet: " +
-                std::string(failure.what())};
+            machine + "the records not yet: " + failure.what()};
 }
 
 } // namespace
@@ -107,7 +108,7 @@ Made Engine::goBack(const char *why)
     log(Level::information, std::string("checkpoint: ") + why + ", what held before comes back");
     const Configuration before = checkpoint_.before;
     const CheckpointRecord after = ended(checkpoint_, CheckpointState::reverted);
-    const auto makeSo = [&] { makeUnwritten(before, "checkpoint"); };
+    const auto makeSo = [&] { return makeUnwritten(before, "checkpoint"); };
     const bool wasOpen = isOpen_;
     try {
         const Configuration changed = store_.readConfiguration();
@@ -121,16 +122,15 @@ Made Engine::goBack(const char *why)
         isOpen_ = wasOpen;
         checkpoint_.deadline = 0; /* the time to confirm is over, asked for or not */
         checkpointAt_ = Clock::now() + checkpointRetry;
-        makeSo();
-        throw halfBack(failure);
+        throw halfBack(makeSo(), failure);
     }
     checkpoint_ = after;
     try {
         return settle("checkpoint");
     } catch (const Refusal &failure) {
-        makeSo();
+        const bool isBack = makeSo();
         tryAgainLater();
-        throw halfBack(failure);
+        throw halfBack(isBack, failure);
     }
 }
 

@@ -72,18 +72,22 @@ Configuration Engine::lastGood()
     return isCheckpointOver() ? checkpoint_.before : store_.readConfiguration();
 }
 
-/* Makes the configuration so as far as possible, with records that cannot be written. Nothing that
- * this takes over is noted: what is wanted and there is adopted by the next start. */
-void Engine::makeUnwritten(const Configuration &configuration, const char *occasion)
+/* Makes the configuration so as far as possible, with records that cannot be written; answers
+ * whether all of it was seen to be so. Nothing that this takes over is noted: what is wanted and
+ * there is adopted by the next start. */
+bool Engine::makeUnwritten(const Configuration &configuration, const char *occasion)
 {
     const World world = worldOf(configuration);
     try {
         const Ledger ledger = claimed(world, readPatiently(machine_, world));
         const Scope scope = everything();
-        logFailures(make(machine_, {world, ledger.owned(), scope}), occasion);
+        const Made made = make(machine_, {world, ledger.owned(), scope});
+        logFailures(made, occasion);
         announcer_.follow(configuration, conditions_);
+        return made.isRead && made.left.empty();
     } catch (const MachineError &error) {
         log(Level::error, std::string(occasion) + ": " + error.what());
+        return false;
     }
 }
 

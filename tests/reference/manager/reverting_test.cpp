@@ -249,6 +249,32 @@ TEST_F(Reverting, DiskThatIsFull)
     expectBack(before);
 }
 
+/* Nor is it said of kernel and system that they have, where nobody has seen it. */
+TEST_F(Reverting, NothingCanBeWrittenNorMade)
+{
+    const auto reason = [&] {
+        try {
+            engine_->revert();
+            return std::string("success");
+        } catch (const bmc::manager::Refusal &refusal) {
+            return std::string(refusal.what());
+        }
+    };
+    constexpr const char *claim = "kernel and system have gone back";
+    ASSERT_EQ(change(servedPorts()), 0U);
+    engine_->checkpoint(seconds(3600));
+    ASSERT_EQ(change(servedPorts()), 0U);
+    setRoom(false);
+    machine_.failsReading = [] { return true; };
+    EXPECT_EQ(reason().find(claim), std::string::npos);
+    machine_.work();
+    machine_.faultOf = [](const Step &) { return Fault::before; };
+    EXPECT_EQ(reason().find(claim), std::string::npos);
+    machine_.work();
+    EXPECT_NE(reason().find(claim), std::string::npos);
+    setRoom(true);
+}
+
 /* What was to go back cannot be confirmed any more. */
 TEST_F(Reverting, ConfirmedAfterARevertThatCouldNotBeWritten)
 {

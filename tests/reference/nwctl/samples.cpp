@@ -277,7 +277,7 @@ void nwctl::endCheckpoint(CheckpointEnd end, const std::string &token)
     samples::running->endCheckpoint(end, token);
 }
 
-std::optional<unsigned> nwctl::pendingSeconds()
+std::optional<unsigned> nwctl::pendingSeconds(Patience)
 {
     return samples::running->pendingSeconds();
 }
